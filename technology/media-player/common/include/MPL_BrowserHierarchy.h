@@ -1,0 +1,33 @@
+/// One level of a browse hierarchy, as the Browser interface reports it. The browsing service gives the
+/// fields beyond the name their meaning.
+#pragma once
+
+#include <QDBusArgument>
+#include <QMetaType>
+#include <QString>
+#include <QVector>
+
+namespace MPL
+{
+
+struct BrowserHierarchy {
+    BrowserHierarchy() = default;
+    explicit BrowserHierarchy(const QString& aName) : name(aName) {}
+
+    /// Registers the type and its vector for D-Bus, and their names without the namespace.
+    static void RegisterMetaType();
+
+    QString name;
+    QString label;
+    quint32 index = 0xFFFFFFFF;
+    quint32 count = 0;
+};
+
+} // namespace MPL
+
+/// On the bus `(ssuu)`.
+QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BrowserHierarchy& hierarchy);
+const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BrowserHierarchy& hierarchy);
+
+Q_DECLARE_METATYPE(MPL::BrowserHierarchy)
+Q_DECLARE_METATYPE(QVector<MPL::BrowserHierarchy>)

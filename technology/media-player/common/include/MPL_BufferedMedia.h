@@ -1,0 +1,26 @@
+/// Buffered state of the current track, as PlaybackControl sends it. The media services give the fields their
+/// meaning; this library only carries them.
+#pragma once
+
+#include <QDBusArgument>
+#include <QMetaType>
+
+namespace MPL
+{
+
+/// A plain record: default construction leaves the members uninitialised.
+struct BufferedMedia {
+    qint64 start;
+    qint64 end;
+    quint64 total;
+    quint32 valueA;
+    quint32 valueB;
+};
+
+} // namespace MPL
+
+/// On the bus `(xxtuu)`.
+QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BufferedMedia& media);
+const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BufferedMedia& media);
+
+Q_DECLARE_METATYPE(MPL::BufferedMedia)

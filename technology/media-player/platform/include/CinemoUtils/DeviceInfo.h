@@ -1,0 +1,17 @@
+/// Device record of the media framework. The vehicle's own header replaces this one there.
+#pragma once
+
+#include <QString>
+
+namespace CinemoUtils
+{
+
+struct DeviceInfo {
+    QString deviceId;
+    QString deviceType;
+    QString deviceName;
+    QString devicePath;
+    QString deviceBusNumber;
+};
+
+} // namespace CinemoUtils
