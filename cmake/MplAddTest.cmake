@@ -1,0 +1,41 @@
+# Registers googletest programs with CTest, each shard in a sandbox of its own, so that `ctest -j` runs them side by side.
+#
+#   mpl_add_test(<target> [SHARDS n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
+#                [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
+#
+#   SHARDS           run the program this many times, each time with its share of the cases (default 1)
+#   NO_SANDBOX       run the program as it is: for tests that start no service
+#   TIMEOUT          seconds that one shard may take (default 300)
+#   LABELS           CTest labels
+#   SANDBOX_OPTIONS  options for mpl-sandbox, for example --stack <dir>
+#   ENVIRONMENT      environment variables of the program
+#   ARGS             arguments of the program
+
+function(mpl_add_test target)
+    cmake_parse_arguments(arg "NO_SANDBOX" "SHARDS;TIMEOUT" "LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
+    if(arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "mpl_add_test(${target}): unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT arg_SHARDS)
+        set(arg_SHARDS 1)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 300)
+    endif()
+    set(command $<TARGET_FILE:${target}> ${arg_ARGS})
+    if(NOT arg_NO_SANDBOX)
+        set(command $<TARGET_FILE:Mpl::sandbox> ${arg_SANDBOX_OPTIONS} -- ${command})
+    endif()
+
+    foreach(shard RANGE 1 ${arg_SHARDS})
+        set(name ${target})
+        if(arg_SHARDS GREATER 1)
+            set(name ${target}.${shard}of${arg_SHARDS})
+        endif()
+        math(EXPR index "${shard} - 1")
+        set(environment GTEST_TOTAL_SHARDS=${arg_SHARDS} GTEST_SHARD_INDEX=${index} ${arg_ENVIRONMENT})
+        add_test(NAME ${name} COMMAND ${command})
+        set_tests_properties(${name} PROPERTIES
+            TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${environment}")
+    endforeach()
+endfunction()
