@@ -1,0 +1,46 @@
+/// The faults that a test asks of a simulated program, read once at the program's start from
+/// /opt/talvex/etc/simulated-stack.json:
+///
+///     {"programs": {"media_manager": {"start_delay_ms": 3000, "ignore_sigterm": true,
+///         "replies": {"com.talvex.DBus.MediaPlayer.MediaManager.GetActiveMediaSource": "never"}}}}
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <optional>
+
+namespace sim
+{
+
+/// What becomes of the reply of one method.
+enum class ReplyFault {
+    None,
+    Error,          ///< "error": the call is refused with a D-Bus error, nothing is done
+    Never,          ///< "never": no answer, nothing is done
+    WrongSignature, ///< "wrong_signature": answered with a floating-point number, which no method returns
+    SignalFirst,    ///< "signal_first": what the call signals goes out before its reply, not after it
+    Die             ///< "die": the process is killed when the call arrives
+};
+
+struct FaultPlan {
+    /// Reads the faults of `program`. A missing file, or one that does not name the program, means none.
+    /// Returns false, with `error` saying where the file is wrong, when it can't be read or understood.
+    static bool Load(const QString& path, const QString& program, FaultPlan& plan, QString& error);
+
+    ReplyFault OfMethod(const QString& interfaceName, const QString& method) const;
+
+    /// Time between the program's start and its first word on the bus.
+    int startDelayMs = 0;
+    /// The objects are exported, the bus name is never asked for.
+    bool neverOwnName = false;
+    /// How many media manager objects are exported.
+    int managerObjects = 1;
+    bool ignoreSigterm = false;
+    /// The process kills itself that long after its start.
+    std::optional<int> crashAfterMs;
+    /// By interface name, a dot and the method.
+    QHash<QString, ReplyFault> replies;
+};
+
+} // namespace sim
