@@ -1,0 +1,45 @@
+# What the scripts share: finding the project, installing what is missing, configuring and building. Sourced by bash.
+
+project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+
+say() { printf '\n==> %s\n' "$*"; }
+die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
+
+# The package list without comments.
+packages_of() { sed -e 's/#.*//' -e '/^[[:space:]]*$/d' "$1"; }
+
+is_installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+# Installs the packages of a list that this machine lacks, as root or through sudo, without questions.
+install_missing_packages() {
+    local list=$1 missing=() package as_root=()
+    command -v dpkg-query >/dev/null || die "this machine has no Debian packages; install by hand what $list names"
+    while read -r package; do
+        is_installed "$package" || missing+=("$package")
+    done < <(packages_of "$list")
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    say "Installing ${#missing[@]} Debian packages: ${missing[*]}"
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || die "missing packages: ${missing[*]}; install them as root, or install sudo"
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" </dev/null ||
+        die "apt-get could not install the packages above; check this machine's package sources"
+}
+
+# Configures (only when needed) and builds a preset; arguments after it are targets.
+build_preset() {
+    local preset=$1 target targets=()
+    shift
+    cd "$project_root"
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        say "Configuring preset $preset"
+        cmake --preset "$preset"
+    fi
+    for target in "$@"; do targets+=(--target "$target"); done
+    say "Building preset $preset"
+    cmake --build "build/$preset" "${targets[@]}"
+}

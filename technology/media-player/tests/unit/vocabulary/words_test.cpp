@@ -1,0 +1,80 @@
+// The words keep the spellings that the services use, odd ones included.
+#include <MPL_DeviceInfoKeys.h>
+#include <MPL_MediaPlayerLib.h>
+#include <MPL_TestEnvironmentNames.h>
+
+#include <gtest/gtest.h>
+
+#include <QSet>
+#include <QStringList>
+
+namespace
+{
+
+template <std::size_t N>
+QStringList ListOf(const std::array<QString, N>& words)
+{
+    return QStringList(QList<QString>::fromVector(QVector<QString>(words.begin(), words.end())));
+}
+
+/// One line per group: no word is missing, doubled or out of place.
+TEST(Words, StandInTheirGroupsInTheServicesOrder)
+{
+    using namespace MPL;
+    EXPECT_EQ(ListOf(MPL_PLAY_STATES).join(','),
+              "STOPPED,PLAYING,PAUSED,BUFFERING,FAST_FORWARDING,REWINDING,INVALID STATE");
+    EXPECT_EQ(ListOf(MPL_PLAYBACK_SPEEDS).join(','), "SPEED-1X,SPEED-2X,SPEED-4X,SPEED-1_2X");
+    EXPECT_EQ(ListOf(MPL_SOURCE_STATES).join(','), "ACTIVE,INACTIVE,UNAVAILABLE,INITIALIZING,READY,ERROR");
+    EXPECT_EQ(ListOf(MPL_OBJECT_PATH_SUFFIXES).join(' '),
+              "/Browser /PlaybackControl /Indexer /MediaInfo /Playqueue /Login /CustomAction /VideoDisplay "
+              "/VideoControl /SiriusXmTuner /ParentalControl");
+    EXPECT_EQ(MPL_EVENTS.size(), 48U);
+    EXPECT_EQ(MPL_EVENTS.back(), "JUMP_CANCELED");
+    EXPECT_EQ(MPL_RESULT_KEYS.front(), "RESULT_TYPE");
+    EXPECT_EQ(MPL_RESULT_KEYS.back(), "CONTAINER");
+    EXPECT_EQ(MPL_SOURCE_STATE_ERROR, MPL_EVENT_TYPE_ERROR);
+}
+
+template <std::size_t N>
+void ExpectDistinct(const std::array<QString, N>& words)
+{
+    const QStringList list = ListOf(words);
+    EXPECT_EQ(QSet<QString>(list.begin(), list.end()).size(), static_cast<int>(N))
+        << qPrintable(list.join(' '));
+    EXPECT_FALSE(list.contains(QString()));
+}
+
+TEST(Words, AreDistinctWithinAGroup)
+{
+    using namespace MPL;
+    ExpectDistinct(MPL_PLAYBACK_FUNCTIONS);
+    ExpectDistinct(MPL_EVENTS);
+    ExpectDistinct(MPL_BROWSE_PATH_KEYS);
+    ExpectDistinct(MPL_BROWSE_CATEGORIES);
+    ExpectDistinct(MPL_TRACK_INFO_KEYS);
+    ExpectDistinct(MPL_RESULT_KEYS);
+    ExpectDistinct(MPL_BROWSE_STATUS);
+    ExpectDistinct(MPL_RESULT_LIST_KEYS);
+    ExpectDistinct(MPL_BROWSE_ERROR_MESSAGES);
+    ExpectDistinct(MPL_DEVICE_INFO_KEYS);
+}
+
+TEST(Words, KeepTheDevicePathTemplateByteForByte)
+{
+    EXPECT_EQ(MPL::MPL_APPLE_DEVICE_LABEL.arg("a", "b"),
+              "ddp//ab?PATH=iap% 3A% 2F% 2Fusb% 3A% 2F% 2F000% 2F001");
+}
+
+TEST(Words, PairTheLaunchableSourcesWithTheirServices)
+{
+    ASSERT_EQ(MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.size(), MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES.size());
+    for (std::size_t i = 0; i < MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.size(); ++i) {
+        const QString process = QString(MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.at(i)).remove('_');
+        const QString service =
+            MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES.at(i).section('.', -2).remove('.').toLower();
+        EXPECT_EQ(process, service);
+    }
+    EXPECT_EQ(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, "/opt/talvex/test/test_media_source/test_media_source");
+}
+
+} // namespace
