@@ -1,0 +1,138 @@
+#include "PlatformDoubles.h"
+
+#include "Journal.h"
+
+#include <DataManager.h>
+#include <MPL_DBusUtils.h>
+#include <MPL_DataManagerWrapper.h>
+#include <MPL_Parameters.h>
+#include <MPL_ProcessInfo.h>
+#include <MPL_Utils.h>
+
+#include <QDBusConnection>
+
+namespace MPL::Doubles
+{
+
+Platform& World()
+{
+    static Platform platform;
+    return platform;
+}
+
+} // namespace MPL::Doubles
+
+using MPL::Doubles::Note;
+using MPL::Doubles::World;
+
+int MPL_ProcessInfo::GetPidFromName(char const* aName)
+{
+    const QString name = QString::fromUtf8(aName);
+    World().questions << QStringLiteral("pid ") + name;
+    return World().processes.value(name, -1);
+}
+
+bool MPL_ProcessInfo::KillProcess(char const* aName, bool aKill)
+{
+    const QString name = QString::fromUtf8(aName);
+    Note(QStringLiteral("kill %1 %2").arg(name, aKill ? QStringLiteral("KILL") : QStringLiteral("TERM")));
+    const bool found = World().processes.contains(name);
+    if (!(aKill ? World().ignoreKill : World().ignoreTerm).contains(name)) {
+        World().processes.remove(name);
+    }
+    if (World().onKill) {
+        World().onKill(name, aKill);
+    }
+    return found;
+}
+
+bool MPL_ProcessInfo::SlmStartService(char const* aServiceName)
+{
+    const QString name = QString::fromUtf8(aServiceName);
+    Note(QStringLiteral("slm start ") + name);
+    return !World().slmRefuses.contains(name);
+}
+
+bool MPL_ProcessInfo::SlmStopService(char const* aServiceName)
+{
+    const QString name = QString::fromUtf8(aServiceName);
+    Note(QStringLiteral("slm stop ") + name);
+    return !World().slmRefuses.contains(name);
+}
+
+int DataManager::StartUp()
+{
+    Note(QStringLiteral("DataManager::StartUp"));
+    return World().startUpResult;
+}
+
+void DataManager::ShutDown()
+{
+    Note(QStringLiteral("DataManager::ShutDown"));
+}
+
+namespace MPL
+{
+
+bool IsServiceRunning(const QString& aServiceName, const QDBusConnection& aConnection)
+{
+    World().questions << QStringLiteral("owned %1 on %2").arg(aServiceName, aConnection.name());
+    return World().owned.contains(aServiceName);
+}
+
+bool FindServiceObjectPathsByInterface(const QString& aServiceName, const QString& aInterfaceName,
+                                       const QDBusConnection& aConnection, QStringList& aPaths)
+{
+    const QString key = aServiceName + QLatin1Char(' ') + aInterfaceName;
+    World().questions << QStringLiteral("objects %1 on %2").arg(key, aConnection.name());
+    aPaths << World().objects.value(key);
+    return World().objects.contains(key);
+}
+
+bool DataManagerWrapper::SaveActiveSource(const QString& aSource)
+{
+    Note(QStringLiteral("save active source \"%1\"").arg(aSource));
+    return World().saveSource;
+}
+
+bool DataManagerWrapper::SaveActiveSourcePlaybackState(const QString& aState)
+{
+    Note(QStringLiteral("save playback state \"%1\"").arg(aState));
+    return World().savePlaybackState;
+}
+
+bool MplUtils::ReadFile(const QString& aPath, QString& aText)
+{
+    Note(QStringLiteral("read ") + aPath);
+    if (!World().files.contains(aPath)) {
+        return false;
+    }
+    aText = World().files.value(aPath);
+    return true;
+}
+
+bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
+{
+    Note(QStringLiteral("write ") + aPath);
+    if (World().unwritable.contains(aPath)) {
+        return false;
+    }
+    World().files[aPath] = aText;
+    return true;
+}
+
+bool GetParameters(const QString& text, QMap<QString, QString>& parameters)
+{
+    bool any = false;
+    const QStringList pairs = text.split(QLatin1Char(';'));
+    for (const QString& pair : pairs) {
+        const int equals = pair.indexOf(QLatin1Char('='));
+        if (equals > 0) {
+            parameters[pair.left(equals)] = pair.mid(equals + 1);
+            any = true;
+        }
+    }
+    return any;
+}
+
+} // namespace MPL

@@ -1,0 +1,33 @@
+/// A bus daemon of the test program's own, on a socket in a temporary folder. It ends with the object, and
+/// with the program whatever happens to it.
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace MPL::Doubles
+{
+
+class PrivateBus : private QProcess
+{
+public:
+    /// Starts the daemon and waits until it says that it listens. Address() is empty if it never does, and
+    /// then the reason is on standard error.
+    PrivateBus();
+    ~PrivateBus() override;
+
+    QString Address() const { return m_Address; }
+
+    /// From now on a connection asked for at `address` is opened at `instead` (empty: as asked).
+    static void Redirect(const QString& address, const QString& instead);
+
+protected:
+    void setupChildProcess() override;
+
+private:
+    QTemporaryDir m_Folder;
+    QString m_Address;
+};
+
+} // namespace MPL::Doubles

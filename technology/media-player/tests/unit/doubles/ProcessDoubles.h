@@ -1,0 +1,23 @@
+/// Stands in for QProcess::startDetached(): no program is started. A start is noted as "start <program>
+/// <arguments…>", the one-string form as "start command <text>". QProcess objects work as ever.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace MPL::Doubles
+{
+
+struct Starting {
+    /// Programs (or commands) that can't be started.
+    QStringList failing;
+    /// Called at each start that succeeds, to let the world change.
+    std::function<void(const QString& program, const QStringList& arguments)> onStart;
+};
+
+/// What happens at the next start; reset by assigning a fresh value.
+Starting& Starts();
+
+} // namespace MPL::Doubles

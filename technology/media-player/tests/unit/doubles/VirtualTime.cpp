@@ -1,0 +1,77 @@
+#include "VirtualTime.h"
+
+#include "Journal.h"
+
+#include <QMutex>
+
+#include <ctime>
+
+namespace MPL::Doubles
+{
+
+namespace
+{
+
+QMutex s_Mutex;
+qint64 s_Slept = 0;
+std::function<void()> s_OnSleep;
+
+qint64 Milliseconds(const timespec& time)
+{
+    return static_cast<qint64>(time.tv_sec) * 1000 + static_cast<qint64>(time.tv_nsec) / 1000000;
+}
+
+int Sleep(qint64 milliseconds)
+{
+    std::function<void()> action;
+    {
+        QMutexLocker lock(&s_Mutex);
+        s_Slept += milliseconds;
+        action = s_OnSleep;
+    }
+    Note(QStringLiteral("sleep %1 ms").arg(milliseconds));
+    if (action) {
+        action();
+    }
+    return 0;
+}
+
+} // namespace
+
+qint64 VirtualTime::Slept()
+{
+    QMutexLocker lock(&s_Mutex);
+    return s_Slept;
+}
+
+void VirtualTime::OnSleep(std::function<void()> action)
+{
+    QMutexLocker lock(&s_Mutex);
+    s_OnSleep = std::move(action);
+}
+
+void VirtualTime::Reset()
+{
+    QMutexLocker lock(&s_Mutex);
+    s_Slept = 0;
+    s_OnSleep = nullptr;
+}
+
+} // namespace MPL::Doubles
+
+// These take the place of the C library's functions, for Qt's libraries too.
+extern "C" int nanosleep(const timespec* requested, timespec* /*remaining*/)
+{
+    return MPL::Doubles::Sleep(MPL::Doubles::Milliseconds(*requested));
+}
+
+extern "C" int clock_nanosleep(clockid_t clock, int flags, const timespec* requested, timespec* /*remaining*/)
+{
+    qint64 milliseconds = MPL::Doubles::Milliseconds(*requested);
+    if ((flags & TIMER_ABSTIME) != 0) {
+        timespec now{};
+        clock_gettime(clock, &now);
+        milliseconds -= MPL::Doubles::Milliseconds(now);
+    }
+    return MPL::Doubles::Sleep(qMax<qint64>(0, milliseconds));
+}
