@@ -1,0 +1,66 @@
+/// The base of every test of the stack. It kills the display processes before a test case, and gives each
+/// test a thread of its own with a blocking wait, so that a test can start a client object there and block
+/// until the client reports that it is done:
+///
+///     TEST_F(MyFixture, Follows)            // class MyFixture : public MPL::TestFixture
+///     {
+///         auto* client = new MyClient(MPL_TestEnvironment::CreateMediaManagerProxy(), this);
+///         client->moveToThread(&m_Thread);
+///         m_Thread.start();                 // MyClient::RunTest() runs there and ends with QuitTest()
+///         Wait();                           // until the end of the thread has woken it
+///     }
+///
+/// Everything but WakeUp() and QuitTest() is called on the thread that runs the suite.
+#pragma once
+
+#include <Gaugely/Std/PerfTestBase.h>
+
+#include <QMutex>
+#include <QThread>
+#include <QWaitCondition>
+
+namespace MPL
+{
+
+class TestFixture : public Gaugely::Std::PerfTestBase
+{
+public:
+    TestFixture();
+    /// Logs at critical level a test that was set up and not torn down. Blocks while `m_Thread` is finishing;
+    /// the thread must not be running otherwise.
+    ~TestFixture() override;
+
+    /// Kills the display processes. If one of them stays, the test case gets a fatal failure. Blocks for the
+    /// kills, about 15 seconds for each process that resists.
+    static void SetUpTestCase();
+    static void TearDownTestCase();
+
+    /// Blocks the calling thread until WakeUp(), without a time-out and without an event loop.
+    void Wait();
+
+    /// Releases a thread blocked in Wait(); call it from another thread. It is not remembered: with nobody
+    /// waiting it does nothing, and one that comes before the first Wait() is lost.
+    void WakeUp();
+
+    /// Asks the event loop of `m_Thread` to end. Returns at once; may be called from any thread.
+    void QuitTest();
+
+    /// The test's own thread. The test starts it; clients move their proxies to it.
+    QThread m_Thread;
+
+    /// True between SetUpTestCase() and TearDownTestCase().
+    static bool s_GaugelySetUpCase;
+
+protected:
+    /// Keep book of the test's state; an override calls them.
+    void SetUp() override;
+    void TearDown() override;
+
+private:
+    bool m_Waiting = false;
+    QMutex m_Mutex;
+    QWaitCondition m_Condition;
+    bool m_GaugelySetUp = false;
+};
+
+} // namespace MPL

@@ -1,0 +1,81 @@
+// The ready `main` of test programs: the suite runs on a worker thread, the event loop on this one, and the
+// exit code says whether the suite ran and passed.
+#include "TestMainOptions.h"
+
+#include <MPL_TestEnvironment.h>
+#include <MPL_TestHandler.h>
+#include <MPL_Types.h>
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <vector>
+
+namespace
+{
+
+// Starts the private bus on the thread that runs the suite, since the controller's state belongs to it.
+// googletest sets environments up only when tests are going to run, and runs none after a fatal failure here.
+class PrivateBus : public testing::Environment
+{
+public:
+    void SetUp() override
+    {
+        ASSERT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon())
+            << "No test was run: the private test bus can't be started or does not answer.\n"
+               "Run the program where the media-player stack is installed or in the sandbox (mpl-sandbox), "
+               "or give the option --system-bus to run the tests on the system bus.";
+    }
+};
+
+int ExitCode(bool noTestWanted)
+{
+    const testing::UnitTest& suite = *testing::UnitTest::GetInstance();
+    const bool started = suite.start_timestamp() != 0;
+    if (started) {
+        return suite.Passed() ? 0 : 1;
+    }
+    if (noTestWanted || testing::GTEST_FLAG(list_tests)) {
+        return 0;
+    }
+    std::fputs("No test was run: see the messages above (an option that googletest does not know makes it "
+               "print its help only).\n",
+               stderr);
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const MPL::TestMainOptions options = MPL::TakeTestMainOptions(argc, argv);
+    if (options.help) {
+        MPL::PrintTestMainHelp(argv[0]);
+    }
+    // googletest removes its options from a copy; the application's arguments stay complete.
+    std::vector<char*> arguments(argv, argv + argc + 1);
+    QCoreApplication application(argc, argv);
+    MPL::RegisterAllMetaTypes();
+    if (!options.systemBus) {
+        testing::AddGlobalTestEnvironment(new PrivateBus);
+    }
+
+    QThread thread;
+    auto* handler = new MPL::TestHandler(&application, argc, arguments.data(), &thread);
+    handler->Initialize();
+    handler->moveToThread(&thread);
+    // Started from within the event loop: a suite that ends before the loop has begun could not stop it.
+    QTimer::singleShot(0, &application, [&thread] {
+        thread.start();
+        if (!thread.isRunning() && !thread.isFinished()) {
+            QCoreApplication::exit(1);
+        }
+    });
+    QCoreApplication::exec();
+    thread.wait();
+    return ExitCode(options.help);
+}
