@@ -1,6 +1,10 @@
 # How this project's own targets are compiled. Nothing here reaches the users of the package.
 
+include(MplExports)
+
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# Headers with names as plain as DataManager.h lie in a folder of their own.
+set(MPL_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/mpl-test-support)
 find_program(MPL_CCACHE ccache)
 if(MPL_CCACHE AND MPL_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${MPL_CCACHE})
@@ -29,10 +33,11 @@ function(mpl_target_defaults target)
 endfunction()
 
 # A library Mpl::<Name>, known by that name in the build tree and in the installed package.
-#   mpl_add_library(TestSupport SOURCES a.cpp … HEADERS include/A.h … [INCLUDE dir])
-# Header files lie in the directory INCLUDE (default: include) of the calling directory.
+#   mpl_add_library(TestSupport SOURCES a.cpp … HEADERS include/A.h … [INCLUDE dir] [EXPORTS name…] [DECLARED_BY target…])
+# Header files lie in the directory INCLUDE (default: include) of the calling directory and are installed from there.
+# A shared library exports what its headers declare, and those of the targets in DECLARED_BY (see MplExports.cmake).
 function(mpl_add_library name)
-    cmake_parse_arguments(arg "INTERFACE" "INCLUDE" "SOURCES;HEADERS" ${ARGN})
+    cmake_parse_arguments(arg "INTERFACE" "INCLUDE" "SOURCES;HEADERS;EXPORTS;DECLARED_BY" ${ARGN})
     if(NOT arg_INCLUDE)
         set(arg_INCLUDE ${CMAKE_CURRENT_SOURCE_DIR}/include)
     endif()
@@ -43,10 +48,20 @@ function(mpl_add_library name)
         add_library(Mpl${name} ${arg_SOURCES} ${arg_HEADERS})
         mpl_target_defaults(Mpl${name})
         set_target_properties(Mpl${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        target_compile_features(Mpl${name} PUBLIC cxx_std_17)
         set(scope PUBLIC)
     endif()
     add_library(Mpl::${name} ALIAS Mpl${name})
-    set_target_properties(Mpl${name} PROPERTIES EXPORT_NAME ${name})
-    target_include_directories(Mpl${name} ${scope} $<BUILD_INTERFACE:${arg_INCLUDE}>)
+    list(TRANSFORM arg_HEADERS REPLACE "^([^/].*)" "${CMAKE_CURRENT_SOURCE_DIR}/\\1")
+    set_target_properties(Mpl${name} PROPERTIES
+        EXPORT_NAME ${name}
+        MPL_HEADERS "${arg_HEADERS}"
+        MPL_HEADER_BASES "${arg_INCLUDE}"
+        MPL_EXPORTS "${arg_EXPORTS}")
+    target_include_directories(Mpl${name} ${scope}
+        $<BUILD_INTERFACE:${arg_INCLUDE}> $<INSTALL_INTERFACE:${MPL_INSTALL_INCLUDEDIR}>)
     set_property(GLOBAL APPEND PROPERTY MPL_PACKAGE_TARGETS Mpl${name})
+    if(NOT arg_INTERFACE)
+        mpl_limit_exports(Mpl${name} Mpl${name} ${arg_DECLARED_BY})
+    endif()
 endfunction()

@@ -1,0 +1,45 @@
+# What a shared library of ours exports: what its public headers declare, and nothing else. A header MPL_X.h declares
+# MPL_X or MPL::X; whatever has another name is listed where the library is defined. Static libraries are not affected.
+
+# The names that the public headers of a target declare.
+function(mpl_public_names target result)
+    get_target_property(names ${target} MPL_EXPORTS)
+    if(NOT names)
+        set(names)
+    endif()
+    get_target_property(headers ${target} MPL_HEADERS)
+    foreach(header IN LISTS headers)
+        get_filename_component(stem ${header} NAME_WE)
+        string(REGEX REPLACE "^MPL_" "MPL::" scoped ${stem})
+        list(APPEND names ${stem} ${scoped})
+    endforeach()
+    list(REMOVE_DUPLICATES names)
+    set(${result} ${names} PARENT_SCOPE)
+endfunction()
+
+# Restricts a library to the public names of the targets given.
+function(mpl_limit_exports library)
+    get_target_property(type ${library} TYPE)
+    if(NOT type STREQUAL "SHARED_LIBRARY")
+        return()
+    endif()
+    # The words of the stack are inline constants: exported with their guards, they exist once in a program.
+    set(names "MPL::MPL_*" "MPL_TEST_*")
+    foreach(target IN LISTS ARGN)
+        mpl_public_names(${target} more)
+        list(APPEND names ${more})
+    endforeach()
+    set(script)
+    foreach(name IN LISTS names)
+        foreach(pattern "@" "@[^a-zA-Z0-9_]*" "*operator*@[^a-zA-Z0-9_]*" "vtable?for?@" "typeinfo?for?@"
+                "typeinfo?name?for?@" "*thunk?to?@::*" "guard?variable?for?@*")
+            string(REPLACE "@" "${name}" pattern "${pattern}")
+            string(APPEND script "        ${pattern};\n")
+        endforeach()
+    endforeach()
+    set(map ${CMAKE_CURRENT_BINARY_DIR}/${library}.map)
+    file(WRITE ${map}.new "{\n    global: extern \"C++\" {\n${script}    };\n    local: *;\n};\n")
+    configure_file(${map}.new ${map} COPYONLY)
+    target_link_options(${library} PRIVATE LINKER:--version-script=${map})
+    set_property(TARGET ${library} APPEND PROPERTY LINK_DEPENDS ${map})
+endfunction()

@@ -1,0 +1,112 @@
+# What `cmake --install` installs, in three components:
+#   development      the libraries a test program links, their headers, the package files
+#   host             the host platform and the sandbox: what makes them real on a desk
+#   simulated-stack  stand-ins for the stack's programs
+include(CMakePackageConfigHelpers)
+
+set(MPL_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/MplTestSupport)
+set(MPL_INSTALL_STACKDIR ${CMAKE_INSTALL_LIBDIR}/mpl-test-support/stack)
+
+# The component and export set of a target of the package.
+function(mpl_component target component export)
+    if(target MATCHES "^(MplPlatformHost|mpl-sandbox)$")
+        set(${component} host PARENT_SCOPE)
+        set(${export} MplTestSupportHostTargets PARENT_SCOPE)
+    else()
+        set(${component} development PARENT_SCOPE)
+        set(${export} MplTestSupportTargets PARENT_SCOPE)
+    endif()
+endfunction()
+
+# Installs the headers of a target, each with its folder below the target's include directory.
+function(mpl_install_headers target component)
+    get_target_property(headers ${target} MPL_HEADERS)
+    get_target_property(bases ${target} MPL_HEADER_BASES)
+    foreach(header IN LISTS headers)
+        foreach(base IN LISTS bases)
+            file(RELATIVE_PATH inside ${base} ${header})
+            if(NOT inside MATCHES "^\\.\\.")
+                get_filename_component(folder "${inside}" DIRECTORY)
+                install(FILES ${header} DESTINATION ${MPL_INSTALL_INCLUDEDIR}/${folder} COMPONENT ${component})
+            endif()
+        endforeach()
+    endforeach()
+endfunction()
+
+# Gives a program or library that is installed in `folder` the way to the shared libraries of this package.
+function(mpl_install_rpath target folder)
+    get_target_property(type ${target} TYPE)
+    if(BUILD_SHARED_LIBS AND type MATCHES "EXECUTABLE|SHARED")
+        file(RELATIVE_PATH way /${folder} /${CMAKE_INSTALL_LIBDIR})
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${way}")
+    endif()
+endfunction()
+
+# All executables defined in a folder of this project and below it.
+function(mpl_programs_below folder result)
+    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    get_property(subfolders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+    set(programs)
+    foreach(target IN LISTS targets)
+        get_target_property(type ${target} TYPE)
+        if(type STREQUAL "EXECUTABLE")
+            list(APPEND programs ${target})
+        endif()
+    endforeach()
+    foreach(subfolder IN LISTS subfolders)
+        mpl_programs_below(${subfolder} more)
+        list(APPEND programs ${more})
+    endforeach()
+    set(${result} ${programs} PARENT_SCOPE)
+endfunction()
+
+get_property(libraries GLOBAL PROPERTY MPL_PACKAGE_TARGETS)
+foreach(library IN LISTS libraries)
+    mpl_component(${library} component export)
+    mpl_install_headers(${library} ${component})
+    mpl_install_rpath(${library} ${CMAKE_INSTALL_LIBDIR})
+    install(TARGETS ${library} EXPORT ${export}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${component})
+endforeach()
+
+if(TARGET mpl-sandbox)
+    mpl_install_rpath(mpl-sandbox ${CMAKE_INSTALL_BINDIR})
+    set_target_properties(mpl-sandbox PROPERTIES EXPORT_NAME sandbox)
+    install(TARGETS mpl-sandbox EXPORT MplTestSupportHostTargets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
+endif()
+
+if(MPL_BUILD_DESK)
+    mpl_programs_below(${PROJECT_SOURCE_DIR}/technology/media-player/simulated-stack programs)
+    foreach(program IN LISTS programs)
+        get_target_property(folder ${program} RUNTIME_OUTPUT_DIRECTORY)
+        file(RELATIVE_PATH folder ${MPL_STACK_DIR} "${folder}")
+        if(NOT folder MATCHES "^\\.\\.")
+            mpl_install_rpath(${program} ${MPL_INSTALL_STACKDIR}/${folder})
+            install(TARGETS ${program}
+                RUNTIME DESTINATION ${MPL_INSTALL_STACKDIR}/${folder} COMPONENT simulated-stack)
+        endif()
+    endforeach()
+    install(DIRECTORY ${MPL_STACK_DIR}/etc DESTINATION ${MPL_INSTALL_STACKDIR} COMPONENT simulated-stack OPTIONAL)
+endif()
+
+# The CMake package.
+foreach(export MplTestSupportTargets:development MplTestSupportHostTargets:host)
+    string(REPLACE ":" ";" export ${export})
+    list(GET export 0 name)
+    list(GET export 1 component)
+    if(component STREQUAL "development" OR TARGET mpl-sandbox)
+        install(EXPORT ${name} NAMESPACE Mpl:: DESTINATION ${MPL_INSTALL_CMAKEDIR} COMPONENT ${component})
+    endif()
+endforeach()
+configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/MplTestSupportConfig.cmake.in ${PROJECT_BINARY_DIR}/MplTestSupportConfig.cmake
+    INSTALL_DESTINATION ${MPL_INSTALL_CMAKEDIR} PATH_VARS MPL_INSTALL_STACKDIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/MplTestSupportConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES
+    ${PROJECT_BINARY_DIR}/MplTestSupportConfig.cmake
+    ${PROJECT_BINARY_DIR}/MplTestSupportConfigVersion.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/MplAddTest.cmake
+    DESTINATION ${MPL_INSTALL_CMAKEDIR} COMPONENT development)
