@@ -43,6 +43,8 @@ void Flush()
 
 } // namespace
 
+const QString Object::kRefused = QStringLiteral("com.talvex.DBus.MediaPlayer.Error.Refused");
+
 Object::Object(const FaultPlan& faults, QObject* parent) : QObject(parent), m_Faults(faults) {}
 
 void Object::Announce(std::function<void()> emission)
@@ -64,7 +66,7 @@ void Object::Announce(std::function<void()> emission)
 
 void Object::Refuse(const QString& message)
 {
-    sendErrorReply(QStringLiteral("com.talvex.DBus.MediaPlayer.Error.Refused"), message);
+    sendErrorReply(kRefused, message);
 }
 
 // Returns whether the method is to be called.

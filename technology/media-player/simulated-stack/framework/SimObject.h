@@ -35,6 +35,9 @@ class Object : public QObject, public QDBusContext
     Q_OBJECT
 
 public:
+    /// Name of the D-Bus error that Refuse answers with.
+    static const QString kRefused;
+
     /// `faults` must outlive the object.
     explicit Object(const FaultPlan& faults, QObject* parent = nullptr);
 

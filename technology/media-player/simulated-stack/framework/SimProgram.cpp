@@ -88,10 +88,10 @@ int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjec
 
 void Program::WatchSignals()
 {
+    sigset_t ending = EndingSignals();
     if (m_Faults.ignoreSigterm) {
-        std::signal(SIGTERM, SIG_IGN);
+        sigdelset(&ending, SIGTERM); // it stays blocked, and nobody reads it
     }
-    const sigset_t ending = EndingSignals();
     const int descriptor = signalfd(-1, &ending, SFD_CLOEXEC);
     auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [] { QCoreApplication::exit(0); });

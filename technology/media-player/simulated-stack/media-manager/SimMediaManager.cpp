@@ -1,0 +1,138 @@
+#include "SimMediaManager.h"
+
+#include "sim_MediaManagerAdaptor.h"
+
+#include <MPL_ServiceNames.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace sim
+{
+namespace
+{
+
+bool IsSame(const MPL::ServiceObject& one, const MPL::ServiceObject& other)
+{
+    return one.serviceName == other.serviceName && one.objectPath == other.objectPath;
+}
+
+QString NoSuchSource(const MPL::ServiceObject& source)
+{
+    return QStringLiteral(
+               "no such media source: \"%1\" at \"%2\"; take one that GetAvailableMediaSources lists")
+        .arg(source.serviceName, source.objectPath.path());
+}
+
+} // namespace
+
+MediaManager::MediaManager(const FaultPlan& faults, const QDBusConnection& bus, const QString& databasePath)
+    : Object(faults),
+      m_Bus(bus),
+      m_Adaptor(Adapt<MediaManagerAdaptor>(this)),
+      m_Finder(bus),
+      m_Stored(databasePath)
+{
+    connect(&m_Finder, &SourceFinder::Found, this, &MediaManager::AddSource);
+    connect(&m_Finder, &SourceFinder::Lost, this, &MediaManager::RemoveSource);
+    connect(&m_Finder, &SourceFinder::Settled, this, &MediaManager::AnswerWaiting);
+}
+
+bool MediaManager::Export()
+{
+    for (int i = 1; i <= Faults().managerObjects; ++i) {
+        const QString number = i == 1 ? QString() : QString::number(i);
+        if (!m_Bus.registerObject(MPL::MPL_MEDIA_MANAGER_OBJECT_PATH + number, this)) {
+            return false;
+        }
+    }
+    m_Finder.Start();
+    return true;
+}
+
+QList<MPL::ServiceObject> MediaManager::GetAvailableMediaSources()
+{
+    if (m_Finder.IsSettled()) {
+        return m_Sources;
+    }
+    setDelayedReply(true);
+    m_Waiting.emplace_back(
+        [this, call = message()] { m_Bus.send(call.createReply(QVariant::fromValue(m_Sources))); });
+    return {};
+}
+
+void MediaManager::SetActiveMediaSource(const MPL::ServiceObject& source)
+{
+    if (Knows(source)) {
+        Activate(source);
+    } else if (m_Finder.IsSettled()) {
+        Refuse(NoSuchSource(source));
+    } else {
+        setDelayedReply(true);
+        m_Waiting.emplace_back([this, source, call = message()] {
+            if (Knows(source)) {
+                m_Bus.send(call.createReply());
+                Activate(source);
+            } else {
+                m_Bus.send(call.createErrorReply(kRefused, NoSuchSource(source)));
+            }
+        });
+    }
+}
+
+bool MediaManager::Knows(const MPL::ServiceObject& source) const
+{
+    return std::any_of(m_Sources.begin(), m_Sources.end(),
+                       [&source](const MPL::ServiceObject& known) { return IsSame(known, source); });
+}
+
+void MediaManager::AddSource(const MPL::ServiceObject& source)
+{
+    m_Sources.append(source);
+    Announce(
+        [this, source] { emit m_Adaptor->MediaSourceAdded(source.serviceName, source.objectPath.path()); });
+    // Read anew each time: a test may have cleared what is stored while the manager runs.
+    if (m_Active.serviceName.isEmpty() && IsSame(m_Stored.Load(), source)) {
+        SetActive(source);
+    }
+}
+
+void MediaManager::RemoveSource(const MPL::ServiceObject& source)
+{
+    m_Sources.erase(
+        std::remove_if(m_Sources.begin(), m_Sources.end(),
+                       [&source](const MPL::ServiceObject& known) { return IsSame(known, source); }),
+        m_Sources.end());
+    Announce(
+        [this, source] { emit m_Adaptor->MediaSourceRemoved(source.serviceName, source.objectPath.path()); });
+    // It stays stored: it is resumed when it comes back.
+    if (IsSame(m_Active, source)) {
+        SetActive(MPL::ServiceObject());
+    }
+}
+
+void MediaManager::Activate(const MPL::ServiceObject& source)
+{
+    if (IsSame(m_Active, source)) {
+        return;
+    }
+    m_Stored.Save(source);
+    SetActive(source);
+}
+
+void MediaManager::SetActive(const MPL::ServiceObject& source)
+{
+    m_Active = source;
+    Announce([this, source] {
+        emit m_Adaptor->ActiveMediaSourceChanged(source.serviceName, source.objectPath.path());
+    });
+}
+
+void MediaManager::AnswerWaiting()
+{
+    for (const std::function<void()>& answer : std::exchange(m_Waiting, {})) {
+        answer();
+    }
+}
+
+} // namespace sim

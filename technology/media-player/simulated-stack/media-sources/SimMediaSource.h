@@ -1,0 +1,88 @@
+/// One simulated media source object: who it is, its status, its capabilities and its preset.
+#pragma once
+
+#include "SimObject.h"
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QMap>
+#include <QStringList>
+#include <QVariantMap>
+
+class MediaSourceAdaptor;
+
+namespace sim
+{
+
+struct SourceIdentity {
+    QString serviceName;
+    QString objectPath;
+    QString name;
+    QString type;
+    QString deviceId;
+    QString devicePath;
+    QString busNumber;
+};
+
+class MediaSource : public Object
+{
+    Q_OBJECT
+
+public:
+    MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity);
+    ~MediaSource() override;
+
+    const SourceIdentity& Identity() const { return m_Identity; }
+    /// True while the media manager has made it the active source.
+    bool IsActive() const { return m_Active; }
+
+    /// What GetCapabilities and GetCapability answer: object paths by capability name.
+    void SetCapabilities(const QMap<QString, QDBusObjectPath>& capabilities);
+
+    /// The source works no longer (or, with an empty text, works again).
+    void SetError(const QString& errorType);
+
+    /// Exports the object and tells those who watch the service. The source vanishes when it is deleted.
+    bool Export();
+
+    /// A new preset is there to be stored.
+    void PublishPreset();
+    /// The preset that is there has changed.
+    void UpdatePreset(const QString& stateData, const QString& secondaryData);
+    void UpdatePresetSecondaryData(const QString& secondaryData);
+
+    // The methods of the interface.
+    /// Returns 0, or 1 when the data names no "preset_id".
+    uint ActivatePreset(const QMap<QString, QString>& preset);
+    QStringList GetCapabilities() const { return m_Capabilities.keys(); }
+    QDBusObjectPath GetCapability(const QString& name);
+    QString GetDeviceBusNumber() const { return m_Identity.busNumber; }
+    QString GetDeviceId() const { return m_Identity.deviceId; }
+    QString GetDevicePath() const { return m_Identity.devicePath; }
+    /// Parameter text with the keys of MPL_SOURCE_STATUS_KEYS; "error_type" only while there is an error.
+    QString GetMediaSourceStatus() const;
+    QMap<QString, QString> GetPresetContext() const { return m_Preset; }
+    QString GetSourceName() const { return m_Identity.name; }
+    QString GetSourceType() const { return m_Identity.type; }
+    void RemoteMessageReceived(const QVariantMap& message);
+
+private slots:
+    void ActiveSourceChanged(const QString& serviceName, const QString& objectPath);
+
+private:
+    void AnnounceStatus();
+    void AnnounceUpdate(const QString& previousState);
+    void TellWatchers(bool added);
+
+    QDBusConnection m_Bus;
+    MediaSourceAdaptor* m_Adaptor;
+    SourceIdentity m_Identity;
+    QMap<QString, QDBusObjectPath> m_Capabilities;
+    QMap<QString, QString> m_Preset;
+    uint m_LastPreset = 0;
+    QString m_ErrorType;
+    bool m_Active = false;
+    bool m_Exported = false;
+};
+
+} // namespace sim
