@@ -1,0 +1,144 @@
+#include "LifecycleManager.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "Bus.h"
+#include "Posix.h"
+#include "World.h"
+
+namespace MplSandbox
+{
+
+namespace
+{
+
+constexpr int START_LIMIT_MS = 20000;
+constexpr int NAME_LIMIT_MS = 10000;
+const std::string TARGET = "mpl-sandbox.target";
+
+bool WriteUnits()
+{
+    // The stack's units depend on basic.target and shutdown.target as any unit does.
+    const std::string bare = "[Unit]\nDefaultDependencies=no\n";
+    const std::map<std::string, std::string> units = {
+        {"basic.target", bare},
+        {"shutdown.target", bare},
+        {TARGET, "[Unit]\nRequires=dbus.service\nAfter=dbus.service\n"},
+        {"dbus.socket", bare + "[Socket]\nListenStream=" + BusSocket() + "\n"},
+        // The manager connects to its bus, and takes its name there, once a unit of this name runs.
+        {"dbus.service", bare + "Requires=dbus.socket\n[Service]\nStandardError=append:" + BUS_MESSAGES +
+                             "\nExecStart=dbus-daemon --config-file=" + WriteBusConfiguration() +
+                             " --address=systemd: --nofork --nopidfile --systemd-activation\n"}};
+    for (const auto& [name, text] : units) {
+        if (!WriteTextFile(PRIVATE_UNIT_FOLDER + "/" + name, text)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The socket on which the manager says that its target is reached.
+UniqueFd ListenForReadiness(const std::string& aPath)
+{
+    UniqueFd listener(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, aPath.c_str(), sizeof address.sun_path - 1);
+    if (bind(listener.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+        listener.Close();
+    }
+    return listener;
+}
+
+bool SaysReady(int aListener)
+{
+    char text[4096];
+    const ssize_t length = recv(aListener, text, sizeof text, MSG_DONTWAIT);
+    const std::string message = "\n" + std::string(text, length > 0 ? static_cast<size_t>(length) : 0) + "\n";
+    return message.find("\nREADY=1\n") != std::string::npos;
+}
+
+// Returns when the manager is ready, has ended or the time is over. False unless it is ready.
+bool WaitForReadiness(pid_t aManager, int aListener)
+{
+    const long long end = NowMs() + START_LIMIT_MS;
+    const UniqueFd manager(static_cast<int>(syscall(SYS_pidfd_open, aManager, 0)));
+    for (long long left = START_LIMIT_MS; left > 0; left = end - NowMs()) {
+        pollfd events[] = {{aListener, POLLIN, 0}, {manager.Get(), POLLIN, 0}};
+        if (poll(events, 2, static_cast<int>(left)) < 0 && errno != EINTR) {
+            return false;
+        }
+        if (events[0].revents != 0 && SaysReady(aListener)) {
+            return true;
+        }
+        if (events[1].revents != 0) {
+            return false;
+        }
+    }
+    return false;
+}
+
+Spawned SpawnManager(const std::string& aNotifySocket)
+{
+    const auto prepare = [&] {
+        BecomeDaemon();
+        const std::string units = PRIVATE_UNIT_FOLDER + ":" + STACK_FOLDER + "/etc/systemd";
+        setenv("SYSTEMD_UNIT_PATH", units.c_str(), 1);
+        // Generators are programs of the machine that make units; none of them is asked.
+        setenv("SYSTEMD_GENERATOR_PATH", "/nonexistent", 1);
+        setenv("SYSTEMD_ENVIRONMENT_GENERATOR_PATH", "/nonexistent", 1);
+        setenv("NOTIFY_SOCKET", aNotifySocket.c_str(), 1);
+    };
+    // Its own messages would go to the machine's console; the services' output goes to the program's stderr.
+    const std::string options[] = {"--log-target=null", "--default-standard-output=inherit",
+                                   "--default-standard-error=inherit"};
+    Spawned manager = {-1, ENOENT};
+    for (const char* program : {"/usr/lib/systemd/systemd", "/lib/systemd/systemd"}) {
+        if (manager.error == ENOENT) {
+            manager =
+                Spawn({program, "--user", "--unit=" + TARGET, options[0], options[1], options[2]}, prepare);
+        }
+    }
+    return manager;
+}
+
+} // namespace
+
+bool StartLifecycleManager(std::string& aReason)
+{
+    const std::string notifySocket = PRIVATE_FOLDER + "/notify";
+    const UniqueFd listener = ListenForReadiness(notifySocket);
+    if (!listener.IsValid() || !WriteUnits()) {
+        aReason = WithErrno("its units can't be written to " + PRIVATE_UNIT_FOLDER, errno);
+        return false;
+    }
+    const Spawned manager = SpawnManager(notifySocket);
+    if (manager.pid < 0) {
+        aReason = manager.error == ENOENT ? "systemd is missing: install the package systemd"
+                                          : WithErrno("systemd can't be run", manager.error);
+        return false;
+    }
+    if (!WaitForReadiness(manager.pid, listener.Get())) {
+        aReason = "systemd --user did not come up";
+    } else if (BusClient bus = BusClient::Connect(BusAddress());
+               !bus.IsConnected() || !bus.WaitForOwner("org.freedesktop.systemd1", NAME_LIMIT_MS)) {
+        aReason = "systemd --user did not appear on its bus";
+    } else {
+        return true;
+    }
+    kill(manager.pid, SIGKILL);
+    WaitForEnd(manager.pid);
+    return false;
+}
+
+} // namespace MplSandbox

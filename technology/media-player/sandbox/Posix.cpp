@@ -1,0 +1,163 @@
+#include "Posix.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <ctime>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace MplSandbox
+{
+
+UniqueFd& UniqueFd::operator=(UniqueFd&& aOther) noexcept
+{
+    if (this != &aOther) {
+        Close();
+        m_Fd = aOther.Release();
+    }
+    return *this;
+}
+
+int UniqueFd::Release()
+{
+    return std::exchange(m_Fd, -1);
+}
+
+void UniqueFd::Close()
+{
+    if (m_Fd >= 0) {
+        close(std::exchange(m_Fd, -1));
+    }
+}
+
+Pipe MakePipe()
+{
+    int ends[2] = {-1, -1};
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        return {};
+    }
+    return {UniqueFd(ends[0]), UniqueFd(ends[1])};
+}
+
+bool WriteAll(int aFd, std::string_view aText)
+{
+    while (!aText.empty()) {
+        const ssize_t written = write(aFd, aText.data(), aText.size());
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        aText.remove_prefix(static_cast<size_t>(written));
+    }
+    return true;
+}
+
+std::string ReadAll(int aFd)
+{
+    std::string text;
+    char buffer[4096];
+    for (;;) {
+        const ssize_t count = read(aFd, buffer, sizeof buffer);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return text;
+        }
+        text.append(buffer, static_cast<size_t>(count));
+    }
+}
+
+std::string ReadTextFile(const std::string& aPath)
+{
+    const UniqueFd file(open(aPath.c_str(), O_RDONLY | O_CLOEXEC));
+    return file.IsValid() ? ReadAll(file.Get()) : std::string();
+}
+
+bool WriteTextFile(const std::string& aPath, std::string_view aText)
+{
+    const UniqueFd file(open(aPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+    return file.IsValid() && WriteAll(file.Get(), aText);
+}
+
+void Say(const std::string& aText)
+{
+    WriteAll(STDERR_FILENO, std::string(program_invocation_short_name) + ": " + aText + "\n");
+}
+
+std::string WithErrno(const std::string& aText, int aErrno)
+{
+    return aText + ": " + std::strerror(aErrno);
+}
+
+Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild)
+{
+    std::vector<char*> arguments;
+    arguments.reserve(aCommand.size() + 1);
+    for (const std::string& argument : aCommand) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+
+    // The pipe closes when the command runs; before that it carries the reason why it can't.
+    Pipe report = MakePipe();
+    const pid_t pid = report.read.IsValid() ? fork() : -1;
+    if (pid < 0) {
+        return {-1, errno};
+    }
+    if (pid == 0) {
+        if (aInChild) {
+            aInChild();
+        }
+        execvp(arguments[0], arguments.data());
+        const int reason = errno;
+        const ssize_t ignored = write(report.write.Get(), &reason, sizeof reason);
+        _exit(ignored > 0 ? EXIT_CANNOT_RUN : EXIT_NO_SANDBOX);
+    }
+    report.write.Close();
+    const std::string reason = ReadAll(report.read.Get());
+    if (reason.empty()) {
+        return {pid, 0};
+    }
+    int error = EIO;
+    std::memcpy(&error, reason.data(), std::min(sizeof error, reason.size()));
+    WaitForEnd(pid);
+    return {-1, error};
+}
+
+void DieWithParent(pid_t aParent)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // The parent may have ended before the kernel was asked to watch it.
+    if (getppid() != aParent) {
+        _exit(EXIT_NO_SANDBOX);
+    }
+}
+
+int WaitForEnd(pid_t aPid)
+{
+    int status = 0;
+    while (waitpid(aPid, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return EXIT_NO_SANDBOX;
+        }
+    }
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+long long NowMs()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<long long>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+} // namespace MplSandbox

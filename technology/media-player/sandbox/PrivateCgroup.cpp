@@ -1,0 +1,165 @@
+#include "PrivateCgroup.h"
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <sstream>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace MplSandbox
+{
+
+namespace
+{
+
+constexpr int CLEANING_LIMIT_MS = 10000;
+
+// The caller's own group in the unified hierarchy, as a folder. Empty when the machine has none mounted.
+std::string OwnGroup()
+{
+    std::string path;
+    std::istringstream groups(ReadTextFile("/proc/self/cgroup"));
+    for (std::string line; std::getline(groups, line);) {
+        if (line.compare(0, 3, "0::") == 0) {
+            path = line.substr(3);
+        }
+    }
+    // One mount per line: id, parent, device, root, mount point, …, "-", type, …
+    std::istringstream mounts(ReadTextFile("/proc/self/mountinfo"));
+    std::string folder;
+    for (std::string line; !path.empty() && std::getline(mounts, line);) {
+        if (line.find(" - cgroup2 ") == std::string::npos) {
+            continue;
+        }
+        std::istringstream fields(line);
+        std::string skipped;
+        std::string root;
+        std::string point;
+        fields >> skipped >> skipped >> skipped >> root >> point;
+        const std::string inside = root == "/" ? path : path.substr(std::min(root.size(), path.size()));
+        if (root == "/" || path.compare(0, root.size(), root) == 0) {
+            folder = fs::path(point + "/" + inside).lexically_normal().string();
+        }
+    }
+    while (folder.size() > 1 && folder.back() == '/') {
+        folder.pop_back();
+    }
+    return folder;
+}
+
+bool MoveIn(const std::string& aFolder)
+{
+    const UniqueFd members(open((aFolder + "/cgroup.procs").c_str(), O_WRONLY | O_CLOEXEC));
+    return members.IsValid() && WriteAll(members.Get(), "0");
+}
+
+// Groups are removed from the leaves up; the kernel refuses while a process is left in one.
+bool RemoveTree(const std::string& aFolder)
+{
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(aFolder, error)) {
+        if (entry.is_directory(error)) {
+            RemoveTree(entry.path().string());
+        }
+    }
+    return rmdir(aFolder.c_str()) == 0 || errno == ENOENT;
+}
+
+// Waits for the group's last process to go, then removes the group.
+void Clean(const std::string& aFolder)
+{
+    const long long end = NowMs() + CLEANING_LIMIT_MS;
+    WriteTextFile(aFolder + "/cgroup.kill", "1");
+    const UniqueFd events(open((aFolder + "/cgroup.events").c_str(), O_RDONLY | O_CLOEXEC));
+    while (!RemoveTree(aFolder) && NowMs() < end) {
+        // Reading arms the notification; the short limit covers a change between removal and reading.
+        lseek(events.Get(), 0, SEEK_SET);
+        ReadAll(events.Get());
+        pollfd change = {events.Get(), POLLPRI, 0};
+        poll(&change, 1, 20);
+    }
+}
+
+[[noreturn]] void RunCleaner(const std::string& aFolder, int aAlive)
+{
+    setpgid(0, 0);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+        std::signal(signal, SIG_IGN);
+    }
+    // Whoever reads the sandbox's output must see it end with the sandbox, so nothing else is held open.
+    const int nowhere = open("/dev/null", O_RDWR);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        dup2(nowhere, standard);
+    }
+    const auto alive = static_cast<unsigned>(aAlive);
+    close_range(STDERR_FILENO + 1, alive - 1, 0);
+    close_range(alive + 1, ~0U, 0);
+    ReadAll(aAlive);
+    Clean(aFolder);
+    _exit(0);
+}
+
+} // namespace
+
+bool PrivateCgroup::Enter(std::string& aReason)
+{
+    m_Parent = OwnGroup();
+    if (m_Parent.empty()) {
+        aReason = "this machine has no cgroup2 file system";
+        return false;
+    }
+    for (int attempt = 0; attempt < 100 && m_Folder.empty(); ++attempt) {
+        const std::string folder = m_Parent + "/mpl-sandbox-" + std::to_string(getpid()) +
+                                   (attempt > 0 ? "-" + std::to_string(attempt) : std::string());
+        if (mkdir(folder.c_str(), 0755) == 0) {
+            m_Folder = folder;
+        } else if (errno != EEXIST) {
+            break;
+        }
+    }
+    if (m_Folder.empty()) {
+        aReason = WithErrno("no control group can be made in " + m_Parent, errno);
+        return false;
+    }
+    // A process group of its own keeps the cleaner apart from the sandbox's processes; both sides set it, so
+    // that it holds whoever runs first.
+    if (!StartCleaner() || setpgid(m_Cleaner, m_Cleaner) != 0 || !MoveIn(m_Folder)) {
+        aReason = WithErrno("no process can be moved into " + m_Folder, errno);
+        Leave();
+        return false;
+    }
+    return true;
+}
+
+bool PrivateCgroup::StartCleaner()
+{
+    Pipe alive = MakePipe();
+    m_Cleaner = alive.read.IsValid() ? fork() : -1;
+    if (m_Cleaner == 0) {
+        RunCleaner(m_Folder, alive.read.Get());
+    }
+    m_Alive = std::move(alive.write);
+    return m_Cleaner > 0;
+}
+
+void PrivateCgroup::Leave()
+{
+    if (m_Folder.empty()) {
+        return;
+    }
+    MoveIn(m_Parent);
+    m_Alive.Close();
+    if (m_Cleaner > 0) {
+        WaitForEnd(m_Cleaner);
+    }
+    RemoveTree(m_Folder);
+    m_Folder.clear();
+}
+
+} // namespace MplSandbox

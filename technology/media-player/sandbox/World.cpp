@@ -1,0 +1,102 @@
+#include "World.h"
+
+#include <array>
+#include <filesystem>
+#include <initializer_list>
+#include <set>
+#include <system_error>
+
+#include <unistd.h>
+
+#include "Options.h"
+
+namespace fs = std::filesystem;
+
+namespace MplSandbox
+{
+
+namespace
+{
+
+using Arguments = std::vector<std::string>;
+
+void Add(Arguments& aArguments, std::initializer_list<std::string> aMore)
+{
+    aArguments.insert(aArguments.end(), aMore);
+}
+
+// Binds what lies in one of the machine's folders to the same place inside. What is not bound can't be
+// changed from inside, and what the sandbox adds there is not seen outside.
+void BindEntries(Arguments& aArguments, const std::string& aFolder, const std::set<std::string>& aExcept)
+{
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(aFolder, error)) {
+        const std::string path = entry.path().string();
+        if (aExcept.count(entry.path().filename().string()) > 0) {
+            continue;
+        }
+        // Listing a folder already tells its links; looking closer could wake an automounter.
+        if (entry.is_symlink(error)) {
+            Add(aArguments, {"--symlink", fs::read_symlink(path, error).string(), path});
+        } else {
+            Add(aArguments, {"--dev-bind-try", path, path});
+        }
+    }
+}
+
+void BindStack(Arguments& aArguments, const std::string& aStackFolder)
+{
+    Add(aArguments, {"--dir", STACK_FOLDER, "--dir", STACK_FOLDER + "/etc"});
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(aStackFolder, error)) {
+        const std::string name = entry.path().filename().string();
+        Add(aArguments, {"--ro-bind", entry.path().string(),
+                         name == "etc" ? PRIVATE_STACK_ETC : STACK_FOLDER + "/" + name});
+    }
+}
+
+} // namespace
+
+std::string RuntimeFolder()
+{
+    return "/run/user/" + std::to_string(getuid());
+}
+
+std::string BusSocket()
+{
+    return RuntimeFolder() + "/bus";
+}
+
+std::string BusAddress()
+{
+    return "unix:path=" + BusSocket();
+}
+
+std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
+                                             const std::string& aCgroupFolder)
+{
+    Arguments arguments = {"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-ipc"};
+    BindEntries(arguments, "/", {"proc", "run", "opt", "var"});
+    Add(arguments, {"--proc", "/proc", "--dir", "/opt", "--dir", "/var"});
+    BindEntries(arguments, "/opt", {"talvex"});
+    BindEntries(arguments, "/var", {"talvex"});
+
+    std::error_code error;
+    if (fs::is_directory(fs::symlink_status("/dev/shm", error))) {
+        Add(arguments, {"--perms", "1777", "--tmpfs", "/dev/shm"});
+    }
+    if (!aCgroupFolder.empty()) {
+        Add(arguments, {"--unshare-cgroup", "--bind", aCgroupFolder, "/sys/fs/cgroup"});
+    }
+    // Names of other machines are often looked up through this one folder.
+    Add(arguments, {"--tmpfs", "/run", "--ro-bind-try", "/run/systemd/resolve", "/run/systemd/resolve"});
+    // Programs that want to know whether systemd runs the machine look for this one.
+    Add(arguments, {"--dir", "/run/systemd/system", "--dir", "/run/lock"});
+    Add(arguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", PRIVATE_TEMP_FOLDER});
+    Add(arguments, {"--dir", PRIVATE_UNIT_FOLDER, "--ro-bind", OwnExecutable(), PRIVATE_PROGRAM});
+    Add(arguments, {"--dir", STACK_VARIABLE_FOLDER});
+    BindStack(arguments, aStackFolder);
+    return arguments;
+}
+
+} // namespace MplSandbox
