@@ -4,11 +4,13 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "Bus.h"
+#include "BusRecorder.h"
 #include "LifecycleManager.h"
 #include "Posix.h"
 #include "World.h"
@@ -154,6 +156,12 @@ int RunInside(const InsideSettings& aSettings)
     SetEnvironment();
     if (!CopyStackEtc() || !StartBus(aSettings)) {
         return EXIT_NO_SANDBOX;
+    }
+    std::optional<BusRecorder> system;
+    std::optional<BusRecorder> test;
+    if (aSettings.recordFd >= 0) {
+        system.emplace(BusSocket(), aSettings.recordSystemFd);
+        test.emplace(TEST_BUS_SOCKET, aSettings.recordFd);
     }
     return RunProgram(aSettings);
 }

@@ -1,0 +1,182 @@
+#include "BusRecorder.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+
+#include <dbus/dbus.h>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "Bus.h"
+
+namespace MplSandbox
+{
+
+namespace
+{
+
+constexpr int SETTLE_LIMIT_MS = 2000;
+constexpr int LONGEST_PAUSE_MS = 64;
+constexpr const char* END_INTERFACE = "com.talvex.MplSandbox.Recorder";
+constexpr const char* END_SIGNAL = "EndOfRecording";
+
+struct PcapHeader {
+    uint32_t magic = 0xa1b2c3d4;
+    uint16_t major = 2;
+    uint16_t minor = 4;
+    uint32_t zone = 0;
+    uint32_t accuracy = 0;
+    uint32_t longest = DBUS_MAXIMUM_MESSAGE_LENGTH;
+    uint32_t linkType = 231; // D-Bus
+};
+
+struct PcapRecord {
+    uint32_t seconds;
+    uint32_t microseconds;
+    uint32_t length;
+    uint32_t originalLength;
+};
+
+template <typename Struct>
+std::string BytesOf(const Struct& aStruct)
+{
+    std::string bytes(sizeof aStruct, '\0');
+    std::memcpy(bytes.data(), &aStruct, sizeof aStruct);
+    return bytes;
+}
+
+void WriteMessage(int aFile, DBusMessage* aMessage)
+{
+    char* bytes = nullptr;
+    int length = 0;
+    if (dbus_message_marshal(aMessage, &bytes, &length) == FALSE) {
+        return;
+    }
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    const auto size = static_cast<uint32_t>(length);
+    const PcapRecord record = {static_cast<uint32_t>(now.tv_sec), static_cast<uint32_t>(now.tv_nsec / 1000),
+                               size, size};
+    WriteAll(aFile, BytesOf(record) + std::string(bytes, size));
+    dbus_free(bytes);
+}
+
+// Blocks until the socket's folder changes. False when the recording is to end.
+bool WaitForChange(int aWatch, int aStop, int aLimitMs)
+{
+    pollfd events[] = {{aWatch, POLLIN, 0}, {aStop, POLLIN, 0}};
+    poll(events, 2, aLimitMs);
+    char ignored[4096];
+    if (events[0].revents != 0 && read(aWatch, ignored, sizeof ignored) < 0) {
+        return false;
+    }
+    return events[1].revents == 0;
+}
+
+bool BecomeMonitor(BusClient& aBus)
+{
+    DBusMessage* call = dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
+                                                     DBUS_INTERFACE_MONITORING, "BecomeMonitor");
+    const char** noRules = nullptr;
+    const dbus_uint32_t noFlags = 0;
+    dbus_message_append_args(call, DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &noRules, 0, DBUS_TYPE_UINT32, &noFlags,
+                             DBUS_TYPE_INVALID);
+    DBusMessage* reply =
+        dbus_connection_send_with_reply_and_block(aBus.Get(), call, SETTLE_LIMIT_MS, nullptr);
+    dbus_message_unref(call);
+    if (reply == nullptr) {
+        return false;
+    }
+    dbus_message_unref(reply);
+    return true;
+}
+
+// Writes what passes on the bus until it ends (true) or the recording does (false).
+bool Record(BusClient& aBus, int aFile)
+{
+    while (dbus_connection_read_write(aBus.Get(), -1) != FALSE) {
+        while (DBusMessage* message = dbus_connection_pop_message(aBus.Get())) {
+            const bool isEnd = dbus_message_is_signal(message, END_INTERFACE, END_SIGNAL) != FALSE;
+            // libdbus makes this one itself when the bus hangs up; it was never sent.
+            if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
+                WriteMessage(aFile, message);
+            }
+            dbus_message_unref(message);
+            if (isEnd) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+[[noreturn]] void RunRecorder(const std::string& aSocket, int aFile, int aStop, UniqueFd aReady)
+{
+    std::signal(SIGQUIT, SIG_IGN);
+    WriteAll(aFile, BytesOf(PcapHeader()));
+    const UniqueFd watch(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    inotify_add_watch(watch.Get(), std::filesystem::path(aSocket).parent_path().c_str(),
+                      IN_CREATE | IN_MOVED_TO);
+    int pauseMs = 1;
+    for (;;) {
+        const bool isThere = access(aSocket.c_str(), F_OK) == 0;
+        BusClient bus;
+        if (isThere) {
+            bus = BusClient::Connect("unix:path=" + aSocket);
+        }
+        const bool isMonitor = bus.IsConnected() && BecomeMonitor(bus);
+        aReady.Close();
+        // A socket that is there refuses until its daemon listens, which no event tells; and for ever when
+        // its daemon was killed.
+        pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, LONGEST_PAUSE_MS);
+        if (isMonitor ? !Record(bus, aFile) : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
+            _exit(0);
+        }
+    }
+}
+
+} // namespace
+
+BusRecorder::BusRecorder(std::string aSocket, int aFile) : m_Socket(std::move(aSocket))
+{
+    Pipe stop = MakePipe();
+    Pipe ready = MakePipe();
+    m_Process = stop.read.IsValid() && ready.read.IsValid() ? fork() : -1;
+    if (m_Process == 0) {
+        stop.write.Close();
+        RunRecorder(m_Socket, aFile, stop.read.Get(), std::move(ready.write));
+    }
+    ready.write.Close();
+    pollfd isReady = {ready.read.Get(), POLLIN, 0};
+    poll(&isReady, 1, SETTLE_LIMIT_MS);
+    m_Stop = std::move(stop.write);
+}
+
+BusRecorder::~BusRecorder()
+{
+    if (m_Process <= 0) {
+        return;
+    }
+    m_Stop.Close();
+    // Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
+    if (BusClient bus = BusClient::Connect("unix:path=" + m_Socket); bus.IsConnected()) {
+        DBusMessage* end = dbus_message_new_signal("/", END_INTERFACE, END_SIGNAL);
+        dbus_connection_send(bus.Get(), end, nullptr);
+        dbus_connection_flush(bus.Get());
+        dbus_message_unref(end);
+    }
+    const UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, m_Process, 0)));
+    pollfd ended = {process.Get(), POLLIN, 0};
+    if (poll(&ended, 1, SETTLE_LIMIT_MS) != 1) {
+        kill(m_Process, SIGKILL);
+    }
+    WaitForEnd(m_Process);
+}
+
+} // namespace MplSandbox

@@ -1,0 +1,34 @@
+/// Keeps the traffic of a bus as pcap.
+#pragma once
+
+#include <string>
+
+#include <sys/types.h>
+
+#include "Posix.h"
+
+namespace MplSandbox
+{
+
+/// A child process that waits for a bus to listen at a socket, becomes a monitor of it at once, and writes
+/// each message with its time to a file. When the bus ends it waits for the next one at the same socket.
+class BusRecorder
+{
+public:
+    /// Starts recording to `aFile`, which stays open until Stop. The folder of the socket must exist.
+    /// Where a bus listens already, blocks until the monitor is in place, at most two seconds.
+    BusRecorder(std::string aSocket, int aFile);
+    BusRecorder(const BusRecorder&) = delete;
+    BusRecorder& operator=(const BusRecorder&) = delete;
+
+    /// Ends the recording; what was sent on the bus before is in the file. Blocks for as long as that takes,
+    /// at most two seconds. Of several recorders stop the one started last first.
+    ~BusRecorder();
+
+private:
+    std::string m_Socket;
+    UniqueFd m_Stop; ///< closes when the recording is to end
+    pid_t m_Process = -1;
+};
+
+} // namespace MplSandbox
