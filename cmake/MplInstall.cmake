@@ -110,3 +110,8 @@ install(FILES
     ${PROJECT_BINARY_DIR}/MplTestSupportConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/MplAddTest.cmake
     DESTINATION ${MPL_INSTALL_CMAKEDIR} COMPONENT development)
+
+include(MplPkgConfig)
+if(MPL_TOP_LEVEL)
+    include(MplPackages)
+endif()

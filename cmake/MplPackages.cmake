@@ -1,0 +1,38 @@
+# Debian packages of the three components: cpack --config <build>/CPackConfig.cmake
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "MPL test support")
+set(CPACK_PACKAGE_CONTACT "MPL test support <maintainers@example.com>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL development host simulated-stack)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    ${PROJECT_BINARY_DIR}/technology/media-player/common
+    ${PROJECT_BINARY_DIR}/technology/media-player/dbus
+    ${PROJECT_BINARY_DIR}/technology/media-player/tests/common
+    ${PROJECT_BINARY_DIR}/technology/media-player/platform/host)
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmpl-test-support-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev, libgtest-dev, libcjson-dev")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Test support for the media-player service stack
+ Library and headers that the stack's unit and integration tests link.")
+
+set(CPACK_DEBIAN_HOST_PACKAGE_NAME mpl-test-support-host)
+set(CPACK_DEBIAN_HOST_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS
+    "libmpl-test-support-dev (= ${PROJECT_VERSION}), libproc2-dev, libqt5sql5-sqlite, dbus-daemon, bubblewrap")
+set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "systemd, mpl-test-support-simulated-stack")
+set(CPACK_COMPONENT_HOST_DESCRIPTION "Host platform and sandbox for tests of the media-player service stack
+ The platform interfaces on an ordinary Linux machine, and the sandbox in which
+ test programs run there.")
+
+set(CPACK_DEBIAN_SIMULATED-STACK_PACKAGE_NAME mpl-test-support-simulated-stack)
+set(CPACK_DEBIAN_SIMULATED-STACK_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_SIMULATED-STACK_PACKAGE_DEPENDS "libqt5sql5-sqlite")
+set(CPACK_COMPONENT_SIMULATED-STACK_DESCRIPTION "Stand-ins for the programs of the media-player service stack
+ Real processes on a real bus, for machines that have no vehicle stack.")
+
+include(CPack)
