@@ -10,6 +10,9 @@
 #   SANDBOX_OPTIONS  options for mpl-sandbox, for example --stack <dir>
 #   ENVIRONMENT      environment variables of the program
 #   ARGS             arguments of the program
+#
+# When cross-compiling, the programs run under CMAKE_CROSSCOMPILING_EMULATOR; those that need a sandbox only if
+# MPL_NATIVE_BUILD names a build of this project for the machine itself.
 
 function(mpl_add_test target)
     cmake_parse_arguments(arg "NO_SANDBOX" "SHARDS;TIMEOUT" "LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
@@ -22,9 +25,16 @@ function(mpl_add_test target)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 300)
     endif()
-    set(command $<TARGET_FILE:${target}> ${arg_ARGS})
-    if(NOT arg_NO_SANDBOX)
-        set(command $<TARGET_FILE:Mpl::sandbox> ${arg_SANDBOX_OPTIONS} -- ${command})
+    if(arg_NO_SANDBOX)
+        set(command ${target} ${arg_ARGS})
+    elseif(NOT CMAKE_CROSSCOMPILING)
+        set(command $<TARGET_FILE:Mpl::sandbox> ${arg_SANDBOX_OPTIONS} -- $<TARGET_FILE:${target}> ${arg_ARGS})
+    elseif(MPL_NATIVE_BUILD AND CMAKE_CROSSCOMPILING_EMULATOR)
+        # Only the program is emulated: the sandbox and the stack in it are this machine's own.
+        set(command ${MPL_NATIVE_BUILD}/bin/mpl-sandbox --stack ${MPL_NATIVE_BUILD}/stack ${arg_SANDBOX_OPTIONS} --
+            ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
+    else()
+        return()
     endif()
 
     foreach(shard RANGE 1 ${arg_SHARDS})

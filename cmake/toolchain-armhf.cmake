@@ -30,6 +30,7 @@ if(MPL_QEMU_ARM)
     set(CMAKE_CROSSCOMPILING_EMULATOR
         ${MPL_QEMU_ARM} -L ${CMAKE_SYSROOT} -E QT_PLUGIN_PATH=${CMAKE_SYSROOT}/usr/lib/${MPL_TRIPLE}/qt5/plugins)
 endif()
+set(MPL_NATIVE_BUILD "" CACHE PATH "A build for this machine, whose sandbox and simulated stack the integration tests use")
 
 # moc and its like run on the build machine, so they are taken from there.
 set(CMAKE_PROJECT_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/native-qt-tools.cmake)
