@@ -10,6 +10,9 @@
 ///         Wait();                           // until the end of the thread has woken it
 ///     }
 ///
+/// A client that is done before the test has come to Wait() wakes nobody, and the test blocks for ever: let
+/// the client do something that takes a while (a D-Bus call does), or block in `m_Thread.wait(milliseconds)`.
+///
 /// Everything but WakeUp() and QuitTest() is called on the thread that runs the suite.
 #pragma once
 
@@ -56,7 +59,8 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-private:
+    /// Set by the first Wait(), never cleared; guarded by `m_Mutex`. Whoever reads it true under the lock
+    /// knows that the waiting thread can be woken.
     bool m_Waiting = false;
     QMutex m_Mutex;
     QWaitCondition m_Condition;

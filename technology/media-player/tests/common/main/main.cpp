@@ -53,11 +53,13 @@ int ExitCode(bool noTestWanted)
 int main(int argc, char** argv)
 {
     const MPL::TestMainOptions options = MPL::TakeTestMainOptions(argc, argv);
-    if (options.help) {
-        MPL::PrintTestMainHelp(argv[0]);
-    }
     // googletest removes its options from a copy; the application's arguments stay complete.
     std::vector<char*> arguments(argv, argv + argc + 1);
+    char help[] = "--help"; // the one word for it that every googletest knows
+    if (options.help) {
+        MPL::PrintTestMainHelp(argv[0]);
+        arguments = {argv[0], help, nullptr};
+    }
     QCoreApplication application(argc, argv);
     MPL::RegisterAllMetaTypes();
     if (!options.systemBus) {
@@ -65,7 +67,8 @@ int main(int argc, char** argv)
     }
 
     QThread thread;
-    auto* handler = new MPL::TestHandler(&application, argc, arguments.data(), &thread);
+    auto* handler =
+        new MPL::TestHandler(&application, static_cast<int>(arguments.size()) - 1, arguments.data(), &thread);
     handler->Initialize();
     handler->moveToThread(&thread);
     // Started from within the event loop: a suite that ends before the loop has begun could not stop it.

@@ -43,6 +43,14 @@ void FakeService::Prepare(const QString& path, const QString& method, const Answ
     m_Answers[path + QLatin1Char(' ') + method].enqueue(answer);
 }
 
+void FakeService::Signal(const QString& path, const QString& interface, const QString& name,
+                         const QVariantList& arguments)
+{
+    QDBusMessage signal = QDBusMessage::createSignal(path, interface, name);
+    signal.setArguments(arguments);
+    QDBusConnection(m_ConnectionName).send(signal);
+}
+
 QStringList FakeService::Calls() const
 {
     QMutexLocker lock(&m_Mutex);

@@ -26,6 +26,10 @@ public:
     /// Adds an error reply, of the name "com.talvex.Error.Test".
     void Fail(const QString& path, const QString& method, const QString& message);
 
+    /// Sends a signal from the object at `path`.
+    void Signal(const QString& path, const QString& interface, const QString& name,
+                const QVariantList& arguments);
+
     /// The calls so far, as "<path> <interface>.<method>"; a call without a prepared reply got an error.
     QStringList Calls() const;
     /// The arguments of the last call.

@@ -22,7 +22,8 @@ QByteArray Configuration(const QString& folder)
 {
     return QStringLiteral("<busconfig><type>session</type><listen>unix:path=%1/bus</listen>"
                           "<auth>EXTERNAL</auth><policy context=\"default\">"
-                          "<allow send_destination=\"*\"/><allow own=\"*\"/></policy></busconfig>")
+                          "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow own=\"*\"/>"
+                          "</policy></busconfig>")
         .arg(folder)
         .toUtf8();
 }
