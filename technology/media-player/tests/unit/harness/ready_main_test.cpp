@@ -32,7 +32,7 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
     const ProgramRun runs[] = {
         {"private bus by default", {passing}, true, 0, Words("bus: MPLTestDbus|[  PASSED  ] 1 test")},
         {"failing suite", {}, true, 1, Words("on purpose|  g_ret\n|Which is: 1|[       OK ] Subject.Passes")},
-        {"no bus", {passing}, false, 1, Words("test bus can't be started|--system-bus|![ RUN")},
+        {"no bus", {passing}, false, 1, Words("test bus can't be started|--system-bus|!\nbus: ")},
         {"options",
          {QStringLiteral("--mine"), QStringLiteral("--system-bus"), passing},
          false,
