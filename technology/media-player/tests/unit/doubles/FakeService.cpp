@@ -9,11 +9,13 @@ namespace MPL::Doubles
 FakeService::FakeService(const QString& address, const QString& name)
     : m_ConnectionName(QStringLiteral("fake ") + name)
 {
+    QDBusConnection connection = QDBusConnection::connectToBus(address, m_ConnectionName);
+    const bool registered =
+        connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     m_Thread.start();
     moveToThread(&m_Thread);
-    QDBusConnection connection = QDBusConnection::connectToBus(address, m_ConnectionName);
-    if (!connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath) ||
-        !connection.registerService(name)) {
+    // Only now can a call come in.
+    if (!registered || !connection.registerService(name)) {
         qCritical("The service %s can't be offered: %s", qPrintable(name),
                   qPrintable(connection.lastError().message()));
     }

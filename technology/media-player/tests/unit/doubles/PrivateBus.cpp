@@ -40,13 +40,13 @@ PrivateBus::PrivateBus()
     configuration.write(Configuration(m_Folder.path()));
     configuration.close();
 
-    setProcessChannelMode(QProcess::ForwardedErrorChannel);
     start(QStringLiteral("dbus-daemon"), {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
                                           QStringLiteral("--config-file=") + configuration.fileName()});
     if (waitForReadyRead(START_LIMIT_MS)) {
         m_Address = QString::fromUtf8(readLine().trimmed());
     } else {
-        qCritical("dbus-daemon did not start: %s", qPrintable(errorString()));
+        qCritical("dbus-daemon is not ready: %s %s", qPrintable(errorString()),
+                  readAllStandardError().constData());
     }
 }
 

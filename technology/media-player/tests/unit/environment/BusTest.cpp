@@ -1,0 +1,102 @@
+#include "PrivateBus.h"
+#include "TestBuses.h"
+
+#include <MPL_TestEnvironment.h>
+
+using namespace MPL::Doubles;
+
+namespace
+{
+
+const QString ADDRESS = QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
+const QString NOWHERE = QStringLiteral("unix:path=/nonexistent/bus");
+
+const QString LAUNCHING =
+    QStringLiteral("debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Launching DBus "
+                   "Daemon on MPL Test Port..");
+const QString ATTEMPT =
+    QStringLiteral("debug: Attempting to connect to ' \"unix:path=/var/talvex/media-player/testDbus\" '.");
+const QString FAILED = QStringLiteral("debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"");
+const QString START =
+    QStringLiteral("start /usr/bin/dbus-daemon --config-file /opt/talvex/etc/mpl-dbus.conf");
+
+class TestBus : public BusesTest
+{
+protected:
+    TestBus()
+    {
+        QDBusConnection::disconnectFromBus(QStringLiteral("MPLTestDbus"));
+        PrivateBus::Redirect(ADDRESS, NOWHERE);
+    }
+    ~TestBus() override
+    {
+        PrivateBus::Redirect({}, {});
+        QDBusConnection::disconnectFromBus(QStringLiteral("MPLTestDbus"));
+    }
+};
+
+TEST_F(TestBus, IsNotStartedWhenOneIsAlive)
+{
+    PrivateBus::Redirect(ADDRESS, BusAddress());
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
+    EXPECT_EQ(Text(Notes()),
+              Text({ATTEMPT, "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Test DBus is already "
+                             "active. Returning."}));
+    EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
+    EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
+}
+
+TEST_F(TestBus, IsProbedUntilItAnswers)
+{
+    Starts().onStart = [](const QString&, const QStringList&) {
+        VirtualTime::OnSleep([] {
+            if (VirtualTime::Slept() == 2000) {
+                PrivateBus::Redirect(ADDRESS, BusAddress());
+            }
+        });
+    };
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
+    EXPECT_EQ(Text(Notes()),
+              Text({ATTEMPT, FAILED, LAUNCHING, START, ATTEMPT, FAILED, "sleep 1000 ms", ATTEMPT, FAILED,
+                    "sleep 1000 ms", ATTEMPT,
+                    "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Successfully connected to newly "
+                    "started daemon after  2  seconds."}));
+    EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
+}
+
+TEST_F(TestBus, IsGivenUpAfterThirtyProbes)
+{
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
+    QStringList expected{ATTEMPT, FAILED, LAUNCHING, START};
+    for (int probe = 0; probe < 30; ++probe) {
+        expected << ATTEMPT << FAILED << "sleep 1000 ms";
+    }
+    expected << "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Failed to connect to newly started "
+                "daemon. Considering the start-up process failed.";
+    EXPECT_EQ(Text(Notes()), Text(expected));
+    EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
+}
+
+TEST_F(TestBus, IsGivenUpAtOnceWhenItsDaemonCannotBeStarted)
+{
+    Starts().failing << "/usr/bin/dbus-daemon";
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
+    EXPECT_EQ(Text(Notes()),
+              Text({ATTEMPT, FAILED, LAUNCHING, START,
+                    "critical: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Failed to launch dbus-daemon "
+                    "process."}));
+    EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
+}
+
+TEST_F(TestBus, IsReplacedByTheSystemBusUntilItIsLaunched)
+{
+    EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
+    EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), QDBusConnection::systemBus().name());
+    EXPECT_EQ(Text(Notes()), Text({"debug: MPL_TestEnvironment::GetDbusConnection - No Dbus instance "
+                                   "created. Defaulting to system bus."}));
+    PrivateBus::Redirect(ADDRESS, BusAddress());
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
+    EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
+}
+
+} // namespace

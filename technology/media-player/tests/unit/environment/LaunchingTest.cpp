@@ -1,0 +1,296 @@
+#include "TestBuses.h"
+
+#include <MPL_TestEnvironment.h>
+
+#include <gtest/gtest-spi.h>
+
+using namespace MPL::Doubles;
+
+namespace
+{
+
+const QString MANAGER = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
+const QString MANAGER_OBJECTS = MANAGER + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
+const QString SOURCES = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.");
+const QString TEST_SOURCE = QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
+const QString CONFIG = QStringLiteral("/opt/talvex/etc/mplConfig.json");
+
+const QStringList RESET{"save active source \"\"", "save playback state \"\"",
+                        "debug: MPL_TestEnvironment::ClearMPLState result= true"};
+const QString PREFIX = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaManagerProcess");
+const QString FAILURE = QStringLiteral("critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ");
+const QString START_MME = QStringLiteral("start command /opt/talvex/bin/media_mme");
+const QStringList FINISH{"sleep 2000 ms", PREFIX + " -- finished."};
+const QString DATABASE = QStringLiteral("DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
+const QString START_MANAGER = QStringLiteral("start /opt/talvex/bin/media_manager ");
+
+class Launching : public BusesTest
+{
+protected:
+    Launching()
+    {
+        UseTestBus();
+        World().files[CONFIG] =
+            R"({"config": {"pandora": {"login_config": {"user_name": "u", "password": "p"}}}})";
+    }
+
+    static void SourceIsReady(const QString& name)
+    {
+        World().owned << SOURCES + name;
+        World().objects[SOURCES + name + " com.talvex.DBus.MediaPlayer.MediaSource"] =
+            QStringList{"/" + name};
+    }
+
+    static std::string Started() { return Text(Notes("start")); }
+};
+
+TEST_F(Launching, TheManagerStartsTheMountServiceFirst)
+{
+    World().owned << MANAGER;
+    World().objects[MANAGER_OBJECTS] = QStringList{"/manager"};
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(false, "extra argument"));
+    EXPECT_EQ(Text(Notes()),
+              Text(QStringList{PREFIX} + RESET +
+                   QStringList{PREFIX + " -- Launching MME Process", START_MME,
+                               PREFIX + " -- Launching MediaManager Process on test dbus.",
+                               START_MANAGER + "extra argument " + DATABASE + " --test-dbus",
+                               "debug: MediaManager process launched, waiting for the object to become "
+                               "available on d-bus.",
+                               "debug: MPL_TestEnvironment::WaitForServiceObjects -- Found 1 service objects "
+                               "for \"" +
+                                   MANAGER + "\""} +
+                   FINISH));
+}
+
+TEST_F(Launching, TheManagerIsToldOfNoBusOnTheSystemBus)
+{
+    UseSystemBus();
+    World().processes["media_mme"] = 1;
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
+    EXPECT_EQ(Started(), Text({START_MANAGER + DATABASE}));
+    EXPECT_TRUE(Notes().contains(PREFIX + " -- Launching MediaManager Process on system dbus."));
+    EXPECT_EQ(Text(Notes("critical")), Text({FAILURE + "MediaManager process did not start."}));
+    EXPECT_EQ(VirtualTime::Slept(), 22000);
+
+    ClearNotes();
+    World().owned << MANAGER;
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
+    EXPECT_EQ(Text(Notes("critical")), Text({FAILURE + "MediaManager process did not show up on dbus."}));
+    EXPECT_EQ(Notes().mid(Notes().size() - 2), FINISH);
+}
+
+TEST_F(Launching, TheManagerTwiceStartsNothingButResetsAndPauses)
+{
+    World().processes = {{"media_mme", 1}, {"media_manager", 2}};
+    World().saveSource = false;
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+    EXPECT_EQ(Text(Notes()), Text(QStringList{PREFIX, "DataManager::StartUp", "save active source \"\"",
+                                              "DataManager::ShutDown",
+                                              "debug: MPL_TestEnvironment::ClearMPLState result= false"} +
+                                  FINISH));
+}
+
+TEST_F(Launching, TheManagerEndsAtAProgramThatDoesNotStart)
+{
+    Starts().failing << "/opt/talvex/bin/media_mme"
+                     << "/opt/talvex/bin/media_manager";
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
+    EXPECT_EQ(Text(Notes()), Text(QStringList{PREFIX} + RESET +
+                                  QStringList{PREFIX + " -- Launching MME Process", START_MME,
+                                              FAILURE + "Launch MME Process() failed."} +
+                                  FINISH));
+
+    World().processes["media_mme"] = 1;
+    ClearNotes();
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
+    EXPECT_EQ(Text(Notes("critical")), Text({"critical: LaunchMediaManagerProcess() failed."}));
+    EXPECT_EQ(Notes().mid(Notes().size() - 2), FINISH);
+}
+
+TEST_F(Launching, ASourceWaitsForItsOwnName)
+{
+    SourceIsReady("Spotify");
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_spotify", true, true));
+    EXPECT_EQ(
+        Text(Notes()),
+        Text(QStringList{"debug: MPL_TestEnvironment::LaunchMediaSourceProcess \"media_source_spotify\""} +
+             RESET +
+             QStringList{"debug: LaunchMediaSourceProcess:  \"media_source_spotify\"  on the test dbus.",
+                         "start /opt/talvex/bin/media_source_spotify --verbose --test-dbus"}));
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_disc", false, false));
+    EXPECT_EQ(World().questions.last(), "owned " + SOURCES + "Disc on MPLTestDbus");
+}
+
+TEST_F(Launching, ASourceThatIsUnknownOrDoesNotStartFails)
+{
+    for (const char* name : {"media_source_btmedia", "Media_source_disc", ""}) {
+        EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, name, false, false)) << name;
+    }
+    EXPECT_EQ(Notes().size(), 3);
+
+    ClearNotes();
+    UseSystemBus();
+    Starts().failing << "/opt/talvex/bin/media_source_disc";
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_disc", false, false));
+    EXPECT_EQ(Text(Notes()),
+              Text({"debug: MPL_TestEnvironment::LaunchMediaSourceProcess \"media_source_disc\"",
+                    "debug: LaunchMediaSourceProcess:  \"media_source_disc\"  on the system dbus.",
+                    "start /opt/talvex/bin/media_source_disc",
+                    "critical: LaunchMediaSourceProcess() failed with  media_source_disc",
+                    "critical: Attempted to start:  /opt/talvex/bin/media_source_disc"}));
+}
+
+TEST_F(Launching, ThePandoraSourceGetsItsLogin)
+{
+    SourceIsReady("Pandora");
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_pandora", false, true));
+    EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_pandora unitTest "
+                               "/var/talvex/media-player/mplUnitConfig.json --verbose --test-dbus"}));
+
+    ClearNotes();
+    World().files.clear();
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_pandora", false, true));
+    EXPECT_EQ(Started(), "");
+    EXPECT_EQ(Notes("critical").last(), "critical: MPL_TestEnvironment::LaunchMediaSourceProcess -- Failed "
+                                        "to create login config for Pandora");
+}
+
+TEST_F(Launching, TheTestSourcePassesItsOptions)
+{
+    World().owned << TEST_SOURCE;
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 3, false, true));
+    EXPECT_EQ(
+        Text(Notes()),
+        Text({"debug: MPL_TestEnvironment::LaunchTestMediaSourceProcess -- aActivateDataManager: true "
+              "aCapabilitiesOption: 3 aResetActiveMediaSource: false aCreatePlayQueue: true",
+              "debug: MPL_TestEnvironment::LaunchTestMediaSourceProcess - Using the TEST dbus.",
+              "debug: MPL_TestEnvironment::LaunchTestMediaSourceProcess -- Test source service not running, "
+              "attempt to launch: \"/opt/talvex/test/test_media_source/test_media_source\" "
+              "(\"3\", \"-default_playqueue\", \"--test-dbus\")",
+              "start /opt/talvex/test/test_media_source/test_media_source 3 -default_playqueue --test-dbus",
+              "debug: MediaTestSource process launched, waiting for the object to become available on "
+              "d-bus."}));
+
+    ClearNotes();
+    World().processes["test_media_source"] = 1;
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 0, true, false));
+    EXPECT_EQ(Notes().mid(1), RESET);
+}
+
+TEST_F(Launching, TheTestSourceThatNeverShowsUpFailsTheTestOnly)
+{
+    UseSystemBus();
+    EXPECT_NONFATAL_FAILURE(
+        EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 4294967295U, false, false)),
+        "WaitForServiceRunning( MPL_TEST_MEDIA_SOURCE_SERVICE_NAME )");
+    EXPECT_EQ(Started(), Text({"start /opt/talvex/test/test_media_source/test_media_source 4294967295"}));
+    EXPECT_TRUE(Notes().contains(
+        "debug: MPL_TestEnvironment::LaunchTestMediaSourceProcess - Using the system dbus."));
+
+    Starts().failing << "/opt/talvex/test/test_media_source/test_media_source";
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 0, false, false));
+    EXPECT_EQ(Notes().last(), "critical: LaunchTestMediaSourceProcess() failed.");
+}
+
+TEST_F(Launching, ARemoteSourceIsToldOfTheComputerIfItCanUseOne)
+{
+    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchRemoteMediaSourceProcess -- ");
+    SourceIsReady("Apple");
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, "media_source_apple", "10.0.0.1",
+                                                                    "99", "98", true, true));
+    EXPECT_EQ(
+        Text(Notes()),
+        Text(QStringList{prefix + "Process: \"media_source_apple\" Activate DM: false Server: "
+                                  "\"10.0.0.1\" \"99\" \"98\" Verbose: true Reset active source: true"} +
+             RESET +
+             QStringList{prefix + "Launching \"media_source_apple\"",
+                         "start /opt/talvex/bin/media_source_apple --verbose --remote=10.0.0.1 --port=99 "
+                         "--ddpport=98 --test-dbus",
+                         prefix + "Returning true"}));
+
+    ClearNotes();
+    UseSystemBus();
+    for (const char* name : {"Spotify", "Pandora", "Disc"}) {
+        SourceIsReady(name);
+    }
+    for (const char* name : {"media_source_spotify", "media_source_pandora"}) {
+        EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, name, "10.0.0.1", "99", "98",
+                                                                        false, false));
+    }
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, "media_source_disc", "", "99",
+                                                                    "98", false, false));
+    EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_spotify",
+                               "start /opt/talvex/bin/media_source_pandora",
+                               "start /opt/talvex/bin/media_source_disc"}));
+
+    ClearNotes();
+    Starts().failing << "/opt/talvex/bin/media_source_disc";
+    for (const char* name : {"media_source_btmedia", "media_source_disc"}) {
+        EXPECT_FALSE(
+            MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, name, "", "", "", false, false));
+        EXPECT_EQ(Notes().last(), prefix + "Returning false");
+    }
+    EXPECT_EQ(Notes("start").size(), 1);
+    EXPECT_EQ(Notes("critical").size(), 0);
+}
+
+TEST_F(Launching, AllSourcesWithoutARemoteComputerAreThree)
+{
+    for (const char* name : {"MassStorage", "Pandora", "Spotify"}) {
+        SourceIsReady(name);
+    }
+    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaSourceProcesses --");
+    MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "1", "2", true);
+    EXPECT_EQ(
+        Text(Notes(prefix)),
+        Text({prefix + " \"\" \"1\" \"2\" true",
+              prefix + " Not using the remote computer for apple and disc functionality, don't launch "
+                       "the processes",
+              prefix + " Launching process \"media_source_mass_storage\"  ( \"" + SOURCES + "MassStorage\" )",
+              prefix + " Launching process \"media_source_pandora\"  ( \"" + SOURCES + "Pandora\" )",
+              prefix + " Launching process \"media_source_spotify\"  ( \"" + SOURCES + "Spotify\" )"}));
+    EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_mass_storage --verbose --test-dbus",
+                               "start /opt/talvex/bin/media_source_pandora unitTest "
+                               "/var/talvex/media-player/mplUnitConfig.json --verbose --test-dbus",
+                               "start /opt/talvex/bin/media_source_spotify --verbose --test-dbus"}));
+    // Each launch resets on its own, with the data manager started, though none was asked for.
+    EXPECT_EQ(Notes("DataManager::StartUp").size(), 3);
+    EXPECT_EQ(Notes("debug: MPL_TestEnvironment::LaunchRemoteMediaSourceProcess -- Launching").size(), 1);
+}
+
+TEST_F(Launching, AllSourcesWithARemoteComputerBeginWithTheRemoteOnes)
+{
+    for (const char* name : {"MassStorage", "Apple", "Pandora", "Disc", "Spotify"}) {
+        SourceIsReady(name);
+    }
+    MPL_TestEnvironment::LaunchMediaSourceProcesses(true, true, "ip", "1", "2", false);
+    const QString remote = QStringLiteral(" --remote=ip --port=1 --ddpport=2 --test-dbus");
+    EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_apple" + remote,
+                               "start /opt/talvex/bin/media_source_disc" + remote,
+                               "start /opt/talvex/bin/media_source_mass_storage" + remote,
+                               "start /opt/talvex/bin/media_source_pandora unitTest "
+                               "/var/talvex/media-player/mplUnitConfig.json --test-dbus",
+                               "start /opt/talvex/bin/media_source_spotify --test-dbus"}));
+    EXPECT_EQ(Notes("DataManager::StartUp").size(), 6);
+    EXPECT_TRUE(Notes().contains(
+        "debug: MPL_TestEnvironment::LaunchMediaSourceProcesses -- Using the remote computer for apple and "
+        "disc functionality, include those processes"));
+}
+
+TEST_F(Launching, AllSourcesEndsFatallyAtTheFirstThatIsMissing)
+{
+    EXPECT_FATAL_FAILURE(
+        MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "", "", false),
+        "MPL_TestEnvironment::LaunchRemoteMediaSourceProcess( true, procName, aRemoteIP, aPort, aDdpPort, "
+        "aVerbose, true )");
+    EXPECT_EQ(Notes("start").size(), 1);
+
+    World().owned << SOURCES + "MassStorage";
+    EXPECT_FATAL_FAILURE(MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "", "", false),
+                         "MPL_TestEnvironment::WaitForMediaSourceServiceObjects( serviceName, 1 )");
+    SourceIsReady("MassStorage");
+    EXPECT_FATAL_FAILURE(MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "", "", false),
+                         "MPL_TestEnvironment::LaunchMediaSourceProcess( true, procName, true, aVerbose )");
+}
+
+} // namespace
