@@ -12,11 +12,13 @@ namespace MPL
 
 struct BrowserHierarchy {
     BrowserHierarchy() = default;
+    /// A level of this name and nothing else.
     explicit BrowserHierarchy(const QString& aName) : name(aName) {}
 
     /// Registers the type and its vector for D-Bus, and their names without the namespace.
     static void RegisterMetaType();
 
+    /// The fields in their order on the bus.
     QString name;
     QString label;
     quint32 index = 0xFFFFFFFF;

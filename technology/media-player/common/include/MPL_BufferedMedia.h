@@ -10,6 +10,7 @@ namespace MPL
 
 /// A plain record: default construction leaves the members uninitialised.
 struct BufferedMedia {
+    /// The fields in their order on the bus.
     qint64 start;
     qint64 end;
     quint64 total;

@@ -12,6 +12,7 @@ namespace MPL
 {
 
 struct ServiceObject {
+    /// The object path as text.
     QString GetPathString() const;
 
     /// Registers the type and its list for D-Bus, and their names without the namespace.

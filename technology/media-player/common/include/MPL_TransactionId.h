@@ -47,6 +47,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, TransactionId& id
 class TransactionIdCreator
 {
 public:
+    /// For the client with this D-Bus id.
     explicit TransactionIdCreator(const QString& dbusId);
 
     /// Returns the next id; never fails.

@@ -7,6 +7,7 @@ namespace CinemoUtils
 {
 
 struct DeviceInfo {
+    /// As the media framework reports them; this library only carries them.
     QString deviceId;
     QString deviceType;
     QString deviceName;

@@ -38,6 +38,7 @@ class PlaybackClient : public QObject
 public:
     /// One functionality of the source.
     struct Functionality {
+        /// As the source's text names it.
         QString name;
         /// True only for the exact state text "ENABLED".
         bool enabled = false;
@@ -115,6 +116,7 @@ private Q_SLOTS:
     void SpeedModeChanged(const QString& aSpeed);
 
 protected:
+    /// The thread of the constructor, on which the proxy lives.
     QThread* m_Thread;
     /// The functionalities that the source signalled last.
     QMap<QString, Functionality> m_Functionalities;

@@ -26,6 +26,7 @@ namespace MPL
 
 /// One functionality of a functionalities text.
 struct Functionality {
+    /// As the text names it.
     QString name;
     /// "ENABLED" or "DISABLED", or whatever else the text says; empty when it says nothing.
     QString state;
