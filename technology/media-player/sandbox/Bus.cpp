@@ -55,7 +55,7 @@ bool BusClient::IsConnected() const
     return m_Connection != nullptr && dbus_connection_get_is_connected(Get()) != FALSE;
 }
 
-bool BusClient::WaitForOwner(const std::string& aName, int aLimitMs)
+bool BusClient::WaitForOwner(const std::string& aName, int aLimitMs) const
 {
     const long long end = NowMs() + aLimitMs;
     // Asking only after the rule stands leaves no gap in which the owner could appear unseen.

@@ -22,7 +22,7 @@ public:
     bool IsConnected() const;
 
     /// Blocks until the name has an owner, at most `aLimitMs` milliseconds. False when it has none by then.
-    bool WaitForOwner(const std::string& aName, int aLimitMs);
+    bool WaitForOwner(const std::string& aName, int aLimitMs) const;
 
     DBusConnection* Get() const { return m_Connection.get(); }
 

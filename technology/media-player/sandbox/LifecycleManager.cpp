@@ -40,7 +40,7 @@ bool WriteUnits()
                              "\nExecStart=dbus-daemon --config-file=" + WriteBusConfiguration() +
                              " --address=systemd: --nofork --nopidfile --systemd-activation\n"}};
     for (const auto& [name, text] : units) {
-        if (!WriteTextFile(PRIVATE_UNIT_FOLDER + "/" + name, text)) {
+        if (!WriteTextFile(std::string(PRIVATE_UNIT_FOLDER).append("/").append(name), text)) {
             return false;
         }
     }

@@ -14,7 +14,7 @@ namespace
 {
 
 // Beside this program: first as built, then as installed.
-constexpr std::array<const char*, 2> STACK_FOLDERS = {"../stack", "../lib/mpl-test-support/stack"};
+constexpr std::array<const char*, 2> STACK_FOLDERS = {"../stack", MPL_INSTALLED_STACK};
 
 std::string FindStackFolder()
 {
@@ -69,7 +69,7 @@ Options ParseOptions(const std::vector<std::string>& aArguments)
     Options options;
     size_t index = 0;
     for (; index < aArguments.size() && aArguments[index].compare(0, 1, "-") == 0; ++index) {
-        const std::string argument = aArguments[index];
+        const std::string& argument = aArguments[index];
         std::string value;
         if (argument == "--") {
             ++index;

@@ -20,37 +20,39 @@ namespace
 
 constexpr int CLEANING_LIMIT_MS = 10000;
 
-// The caller's own group in the unified hierarchy, as a folder. Empty when the machine has none mounted.
-std::string OwnGroup()
+// The caller's own group, as the kernel names it in the unified hierarchy: "/user.slice/…".
+std::string OwnGroupName()
 {
-    std::string path;
     std::istringstream groups(ReadTextFile("/proc/self/cgroup"));
     for (std::string line; std::getline(groups, line);) {
         if (line.compare(0, 3, "0::") == 0) {
-            path = line.substr(3);
+            return line.substr(3);
         }
     }
-    // One mount per line: id, parent, device, root, mount point, …, "-", type, …
+    return {};
+}
+
+// The same as a folder. Empty when the machine has no unified hierarchy mounted, or not this part of it.
+std::string OwnGroup()
+{
+    const std::string name = OwnGroupName();
     std::istringstream mounts(ReadTextFile("/proc/self/mountinfo"));
-    std::string folder;
-    for (std::string line; !path.empty() && std::getline(mounts, line);) {
+    for (std::string line; !name.empty() && std::getline(mounts, line);) {
         if (line.find(" - cgroup2 ") == std::string::npos) {
             continue;
         }
+        // id, parent, device, root, mount point, …
         std::istringstream fields(line);
         std::string skipped;
         std::string root;
         std::string point;
         fields >> skipped >> skipped >> skipped >> root >> point;
-        const std::string inside = root == "/" ? path : path.substr(std::min(root.size(), path.size()));
-        if (root == "/" || path.compare(0, root.size(), root) == 0) {
-            folder = fs::path(point + "/" + inside).lexically_normal().string();
+        const fs::path below = fs::path(name).lexically_relative(root);
+        if (!below.empty() && *below.begin() != "..") {
+            return below == "." ? point : (fs::path(point) / below).string();
         }
     }
-    while (folder.size() > 1 && folder.back() == '/') {
-        folder.pop_back();
-    }
-    return folder;
+    return {};
 }
 
 bool MoveIn(const std::string& aFolder)

@@ -50,8 +50,9 @@ void BindStack(Arguments& aArguments, const std::string& aStackFolder)
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(aStackFolder, error)) {
         const std::string name = entry.path().filename().string();
-        Add(aArguments, {"--ro-bind", entry.path().string(),
-                         name == "etc" ? PRIVATE_STACK_ETC : STACK_FOLDER + "/" + name});
+        const fs::path place =
+            name == "etc" ? fs::path(PRIVATE_STACK_ETC) : STACK_FOLDER / entry.path().filename();
+        Add(aArguments, {"--ro-bind", entry.path().string(), place.string()});
     }
 }
 
