@@ -1,0 +1,93 @@
+// When proxies and clients go. What goes twice, too early or never is for the sanitizers to see.
+#include "ClientTest.h"
+
+#include <MPL_PlaybackClient.h>
+#include <MPL_ServiceChecker.h>
+
+using namespace MPL::Doubles;
+
+namespace
+{
+
+class Idle : public MPL::MediaManagerAbstractClient
+{
+public:
+    using MediaManagerAbstractClient::MediaManagerAbstractClient;
+    void RunTest() override {}
+};
+
+class Player : public MPL::PlaybackClient
+{
+public:
+    using PlaybackClient::m_Proxy;
+    using PlaybackClient::PlaybackClient;
+};
+
+using ClientLifetime = ClientTest;
+
+TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
+{
+    enum Moment { BeforeTheThread, WhileItRuns, WhileItEnds, AfterIt };
+    for (int round = 0; round < 200; ++round) {
+        const auto moment = static_cast<Moment>(round % 4);
+        OneTest test;
+        QPointer<QObject> proxy = NewManagerProxy(serviceName, path);
+        auto client = std::make_unique<Idle>(
+            static_cast<ComTalvexDBusMediaPlayerMediaManagerInterface*>(proxy.data()), &test);
+        if (moment == BeforeTheThread) {
+            client.reset();
+            EXPECT_TRUE(proxy.isNull());
+        }
+        test.m_Thread.start();
+        if (moment == WhileItRuns) {
+            // Signals keep arriving while it goes.
+            m_Service.Signal(path, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
+                             QStringLiteral("MediaSourceAdded"), {QString(), QString()});
+            client.reset();
+        }
+        test.QuitTest();
+        if (moment == WhileItEnds) {
+            client.reset();
+        }
+        ASSERT_TRUE(test.m_Thread.wait(limitMs));
+        EXPECT_TRUE(proxy.isNull()) << moment;
+    }
+}
+
+TEST_F(ClientLifetime, PlaybackProxyOutlivesTheClientUntilTheThreadEnds)
+{
+    for (int round = 0; round < 50; ++round) {
+        QThread thread;
+        QPointer<QObject> proxy;
+        {
+            const Player client(serviceName, path, &thread);
+            proxy = client.m_Proxy.data();
+            thread.start();
+        }
+        EXPECT_FALSE(proxy.isNull());
+        thread.quit();
+        ASSERT_TRUE(thread.wait(limitMs));
+        EXPECT_TRUE(proxy.isNull());
+    }
+}
+
+TEST_F(ClientLifetime, AThousandClientsOfEachKindLeaveNothing)
+{
+    OneTest test;
+    QList<QPointer<QObject>> proxies;
+    for (int round = 0; round < 1000; ++round) {
+        auto* proxy = NewManagerProxy(serviceName, path);
+        const Idle idle(proxy, &test);
+        const Player player(serviceName, path, &test.m_Thread);
+        const MPL::ServiceChecker checker(&test.m_Thread, serviceName);
+        proxies << proxy << player.m_Proxy.data();
+    }
+    test.m_Thread.start();
+    test.QuitTest();
+    ASSERT_TRUE(test.m_Thread.wait(limitMs));
+    for (const QPointer<QObject>& proxy : qAsConst(proxies)) {
+        ASSERT_TRUE(proxy.isNull());
+    }
+}
+
+} // namespace
