@@ -1,0 +1,45 @@
+// Services that are slow, silent or ambiguous when a test waits for them.
+#include "StackFaults.h"
+
+#include <MPL_Proxies.h>
+#include <MPL_TestEnvironment.h>
+#include <MPL_Types.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+
+using ManagerProxy = std::unique_ptr<ComTalvexDBusMediaPlayerMediaManagerInterface>;
+
+class WaitingForTheManager : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { MPL::RegisterAllMetaTypes(); }
+    void TearDown() override { EXPECT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess()); }
+};
+
+TEST_F(WaitingForTheManager, SucceedsWhenItOnlyStartsLate)
+{
+    const StackFaults faults("media_manager", R"({"start_delay_ms": 3000})");
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+    EXPECT_TRUE(ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy()));
+}
+
+TEST_F(WaitingForTheManager, FailsWhenItNeverOwnsItsName)
+{
+    const StackFaults faults("media_manager", R"({"never_own_name": true})");
+    EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+    EXPECT_FALSE(ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy()));
+}
+
+TEST_F(WaitingForTheManager, GivesNoProxyWhenItExportsTwoObjects)
+{
+    const StackFaults faults("media_manager", R"({"manager_objects": 2})");
+    EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+    EXPECT_FALSE(ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy()));
+}
+
+} // namespace

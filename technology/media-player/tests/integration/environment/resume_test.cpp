@@ -1,0 +1,71 @@
+// What the media manager remembers between runs, and that a reset makes it forget.
+#include "WaitUntil.h"
+
+#include <MPL_Proxies.h>
+#include <MPL_TestEnvironment.h>
+#include <MPL_TestEnvironmentNames.h>
+#include <MPL_Types.h>
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+#include <memory>
+
+namespace
+{
+
+using ManagerProxy = std::unique_ptr<ComTalvexDBusMediaPlayerMediaManagerInterface>;
+
+/// Starts the manager as the launcher does, but without the launcher's reset.
+ManagerProxy StartManagerWithoutReset()
+{
+    EXPECT_TRUE(
+        QProcess::startDetached("/opt/talvex/bin/media_manager", {"DB=" + kMPLDataManagerDb, "--test-dbus"}));
+    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceRunning(MPL::MPL_MEDIA_MANAGER_SERVICE_NAME));
+    return ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy());
+}
+
+QString ActiveSource(ComTalvexDBusMediaPlayerMediaManagerInterface& manager)
+{
+    auto reply = manager.GetActiveMediaSource();
+    reply.waitForFinished();
+    EXPECT_FALSE(reply.isError()) << qPrintable(reply.error().message());
+    return reply.value().serviceName;
+}
+
+TEST(PersistedState, IsResumedAtTheNextStartUnlessReset)
+{
+    MPL::RegisterAllMetaTypes();
+    ASSERT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+    ASSERT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
+    ManagerProxy manager(MPL_TestEnvironment::CreateMediaManagerProxy());
+    ASSERT_TRUE(manager);
+
+    QList<MPL::ServiceObject> sources;
+    ASSERT_TRUE(WaitUntil([&] {
+        auto reply = manager->GetAvailableMediaSources();
+        reply.waitForFinished();
+        sources = reply.value();
+        return sources.size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
+    }));
+    ASSERT_TRUE(MPL_TestEnvironment::SetActiveMediaSource(sources.at(1), manager.get()));
+
+    ASSERT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
+    manager = StartManagerWithoutReset();
+    ASSERT_TRUE(manager);
+    EXPECT_TRUE(WaitUntil([&] { return ActiveSource(*manager) == MPL_TEST_MEDIA_SOURCE_SERVICE_NAME; }));
+
+    ASSERT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
+    ASSERT_TRUE(MPL_TestEnvironment::ClearMPLState(true));
+    manager = StartManagerWithoutReset();
+    ASSERT_TRUE(manager);
+    ASSERT_TRUE(WaitUntil([&] {
+        auto reply = manager->GetAvailableMediaSources();
+        reply.waitForFinished();
+        return reply.value().size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
+    }));
+    EXPECT_EQ(ActiveSource(*manager), QString());
+}
+
+} // namespace

@@ -1,0 +1,15 @@
+// Faults that a test gives the simulated stack's programs, and their withdrawal at the test's end.
+#pragma once
+
+#include <QString>
+
+/// Makes the program, when it next starts, behave as `faults` (a JSON object) says. Fails the test when the
+/// faults can't be written, which they can only inside a sandbox.
+class StackFaults
+{
+public:
+    StackFaults(const QString& program, const QByteArray& faults);
+    ~StackFaults();
+    StackFaults(const StackFaults&) = delete;
+    StackFaults& operator=(const StackFaults&) = delete;
+};
