@@ -28,7 +28,8 @@ class Job
 public:
     explicit Job(std::chrono::milliseconds bound) : m_Deadline(Clock::now() + bound), m_Bound(bound) {}
 
-    ~Job() { sd_bus_flush_close_unref(m_Bus); }
+    // Every call has had its reply: nothing is left to be sent, and a bus that hangs must not be waited for.
+    ~Job() { sd_bus_close_unref(m_Bus); }
 
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;

@@ -97,7 +97,8 @@ QVector<pid_t> FindProcesses(const QByteArray& name)
     QVector<pid_t> found;
     while (const pids_stack* stack = procps_pids_get(table.get(), PIDS_FETCH_TASKS_ONLY)) {
         const ProcessEntry entry = MakeEntry(stack);
-        if (entry.alive && entry.name == name && entry.pid != getpid()) {
+        // Threads of the kernel have no name.
+        if (entry.alive && !name.isEmpty() && entry.name == name && entry.pid != getpid()) {
             found << entry.pid;
         }
     }

@@ -1,0 +1,28 @@
+/// A service on a bus that handles every call at every path by one function of the test, introspection
+/// included, so that it can lie, be late or say nothing.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QThread>
+
+#include <functional>
+
+class ScriptedService : private QDBusVirtualObject
+{
+public:
+    /// Called on the service's own thread. Without a reply from it, the caller gets none.
+    using Script = std::function<void(const QDBusMessage& call, QDBusConnection& connection)>;
+
+    ScriptedService(const QString& address, const QString& name, Script script);
+    ~ScriptedService() override;
+
+private:
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+    QString m_ConnectionName;
+    Script m_Script;
+    QThread m_Thread;
+};

@@ -1,0 +1,90 @@
+#include "Journal.h"
+#include "LogRecorder.h"
+
+#include <MPL_Utils.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+namespace
+{
+
+using MPL::MplUtils;
+using namespace MPL::Doubles;
+
+// While it lives no file of this program grows beyond the size, as on a disk that is full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t size)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_Before);
+        m_Handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{size, m_Before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_Before);
+        std::signal(SIGXFSZ, m_Handler);
+    }
+
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_Before{};
+    void (*m_Handler)(int) = nullptr;
+};
+
+TEST(Files, AreReadBackAsTheyWereWritten)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("f"));
+    for (const QString& text : {QStringLiteral("first, and longer"), QStringLiteral("ä€\n\"\t"), QString()}) {
+        QString read = QStringLiteral("before");
+        EXPECT_TRUE(MplUtils::WriteFile(path, text));
+        EXPECT_TRUE(MplUtils::ReadFile(path, read));
+        EXPECT_EQ(read, text);
+    }
+}
+
+TEST(Files, ThatCantBeReadLeaveTheTextAlone)
+{
+    const QTemporaryDir folder;
+    // No file, a folder, a file that opens and then fails.
+    for (const QString& path :
+         {folder.filePath(QStringLiteral("none")), folder.path(), QStringLiteral("/proc/self/mem")}) {
+        QString text = QStringLiteral("before");
+        EXPECT_FALSE(MplUtils::ReadFile(path, text)) << qPrintable(path);
+        EXPECT_EQ(text, QStringLiteral("before"));
+    }
+}
+
+TEST(Files, StayWholeWhenTheDiskIsFull)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("f"));
+    ASSERT_TRUE(MplUtils::WriteFile(path, QStringLiteral("old")));
+
+    ClearNotes();
+    const LogRecorder log;
+    {
+        const FullDisk full(4096);
+        EXPECT_FALSE(MplUtils::WriteFile(path, QString(100000, QLatin1Char('n'))));
+    }
+    EXPECT_EQ(Notes(QStringLiteral("critical: MPL::MplUtils::WriteFile -- ") + path).size(), 1);
+    QString read;
+    EXPECT_TRUE(MplUtils::ReadFile(path, read));
+    EXPECT_EQ(read, QStringLiteral("old"));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "a half-written file is left";
+}
+
+} // namespace
