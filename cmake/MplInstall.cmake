@@ -5,7 +5,8 @@
 include(CMakePackageConfigHelpers)
 
 set(MPL_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/MplTestSupport)
-set(MPL_INSTALL_STACKDIR ${CMAKE_INSTALL_LIBDIR}/mpl-test-support/stack)
+# mpl-sandbox looks for it there.
+set(MPL_INSTALL_STACKDIR lib/mpl-test-support/stack)
 
 # The component and export set of a target of the package.
 function(mpl_component target component export)
@@ -42,24 +43,6 @@ function(mpl_install_rpath target folder)
     endif()
 endfunction()
 
-# All executables defined in a folder of this project and below it.
-function(mpl_programs_below folder result)
-    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
-    get_property(subfolders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
-    set(programs)
-    foreach(target IN LISTS targets)
-        get_target_property(type ${target} TYPE)
-        if(type STREQUAL "EXECUTABLE")
-            list(APPEND programs ${target})
-        endif()
-    endforeach()
-    foreach(subfolder IN LISTS subfolders)
-        mpl_programs_below(${subfolder} more)
-        list(APPEND programs ${more})
-    endforeach()
-    set(${result} ${programs} PARENT_SCOPE)
-endfunction()
-
 get_property(libraries GLOBAL PROPERTY MPL_PACKAGE_TARGETS)
 foreach(library IN LISTS libraries)
     mpl_component(${library} component export)
@@ -72,23 +55,19 @@ endforeach()
 
 if(TARGET mpl-sandbox)
     mpl_install_rpath(mpl-sandbox ${CMAKE_INSTALL_BINDIR})
-    set_target_properties(mpl-sandbox PROPERTIES EXPORT_NAME sandbox)
     install(TARGETS mpl-sandbox EXPORT MplTestSupportHostTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
 endif()
 
-if(MPL_BUILD_DESK)
-    mpl_programs_below(${PROJECT_SOURCE_DIR}/technology/media-player/simulated-stack programs)
-    foreach(program IN LISTS programs)
-        get_target_property(folder ${program} RUNTIME_OUTPUT_DIRECTORY)
-        file(RELATIVE_PATH folder ${MPL_STACK_DIR} "${folder}")
-        if(NOT folder MATCHES "^\\.\\.")
-            mpl_install_rpath(${program} ${MPL_INSTALL_STACKDIR}/${folder})
-            install(TARGETS ${program}
-                RUNTIME DESTINATION ${MPL_INSTALL_STACKDIR}/${folder} COMPONENT simulated-stack)
-        endif()
-    endforeach()
-    install(DIRECTORY ${MPL_STACK_DIR}/etc DESTINATION ${MPL_INSTALL_STACKDIR} COMPONENT simulated-stack OPTIONAL)
+get_property(programs GLOBAL PROPERTY MPL_STACK_PROGRAMS)
+foreach(program IN LISTS programs)
+    get_target_property(folder ${program} RUNTIME_OUTPUT_DIRECTORY)
+    file(RELATIVE_PATH folder ${MPL_STACK_DIR} ${folder})
+    mpl_install_rpath(${program} ${MPL_INSTALL_STACKDIR}/${folder})
+    install(TARGETS ${program} RUNTIME DESTINATION ${MPL_INSTALL_STACKDIR}/${folder} COMPONENT simulated-stack)
+endforeach()
+if(programs)
+    install(DIRECTORY ${MPL_STACK_DIR}/etc DESTINATION ${MPL_INSTALL_STACKDIR} COMPONENT simulated-stack)
 endif()
 
 # The CMake package.
