@@ -1,0 +1,165 @@
+// What a program sees in the sandbox, what the machine sees of it, and how its end is reported.
+#include <QDir>
+#include <QFile>
+
+#include <unistd.h>
+
+#include "SandboxRun.h"
+
+namespace MplSandboxTest
+{
+
+TEST_F(SandboxTest, EndsAsItsProgramDoes)
+{
+    const std::pair<const char*, int> ends[] = {{"exit 0", 0},          {"exit 7", 7},
+                                                {"kill -KILL $$", 137}, {"kill -TERM $$", 143},
+                                                {"kill -INT $$", 130},  {"ulimit -c 0; kill -SEGV $$", 139}};
+    for (const auto& [script, status] : ends) {
+        EXPECT_EQ(RunScript(script).status, status) << script;
+    }
+}
+
+TEST_F(SandboxTest, SaysWhatIsWrongAndWhatToDo)
+{
+    QTemporaryDir empty;
+    QTemporaryDir refusing;
+    QFile bubblewrap(refusing.filePath("bwrap"));
+    ASSERT_TRUE(bubblewrap.open(QIODevice::WriteOnly));
+    bubblewrap.write("#!/bin/sh\necho 'bwrap: No permissions to create new namespace' >&2\nexit 1\n");
+    bubblewrap.close();
+    bubblewrap.setPermissions(QFileDevice::Permissions(0x5755));
+
+    struct Wrong {
+        QStringList arguments;
+        int status;
+        const char* message;
+        QString path = {};
+    };
+    const Wrong wrongs[] = {
+        {{}, 2, "no program to run"},
+        {{"--wrong", "--", "true"}, 2, "unknown option --wrong; see mpl-sandbox --help"},
+        {{"--stack"}, 2, "--stack needs the folder"},
+        {{"--stack", "/nonexistent", "--", "true"}, 125, "/nonexistent does not exist: build"},
+        {{"--stack", empty.path(), "--", "true"}, 125, "has no programs (bin/media_manager is missing"},
+        {{"--record-bus", "/nonexistent/bus.pcap", "--", "true"},
+         125,
+         "can't be written to /nonexistent/bus.pcap"},
+        {{"--no-lifecycle-manager", "--", "/no-such-program"},
+         127,
+         "the program /no-such-program was not found"},
+        {{"--no-lifecycle-manager", "--", "/etc/passwd"},
+         126,
+         "the program /etc/passwd can't be run: Permission"},
+        {{"--", "true"}, 125, "install the package bubblewrap", "/nonexistent"},
+        {{"--", "true"}, 125, "(bwrap: No permissions to create new namespace).", refusing.path()},
+    };
+    for (const Wrong& wrong : wrongs) {
+        m_Environment.insert("PATH", wrong.path.isEmpty() ? qEnvironmentVariable("PATH") : wrong.path);
+        const Outcome outcome = Run(wrong.arguments);
+        EXPECT_EQ(outcome.status, wrong.status) << wrong.message;
+        EXPECT_NE(outcome.err.find(wrong.message), std::string::npos) << outcome.err;
+        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    }
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
+
+TEST_F(SandboxTest, ShowsTheStackAndAnEmptyWorldAroundIt)
+{
+    const Outcome outcome = RunScript(QStringLiteral(R"sh(
+        check() { "$@" || { echo "not so: $*"; exit 1; }; }
+        refuse() { if "$@" 2>/dev/null; then echo "allowed: $*"; exit 1; fi; }
+        check test -x /opt/talvex/bin/media_manager
+        refuse touch /opt/talvex/bin/new
+        check test "$(cat /opt/talvex/etc/mplConfig.json)" = '{}'
+        check test "$(find /var/talvex)" = "$(printf '/var/talvex\n/var/talvex/media-player')"
+        refuse test -d /proc/%1
+        check test "$(ls -d /proc/[0-9]* | wc -l)" -lt 10
+        check test "$MPL_SANDBOX$MPL_SANDBOX_LIFECYCLE_MANAGER" = 1none
+        check test "$DBUS_SYSTEM_BUS_ADDRESS" = "$DBUS_SESSION_BUS_ADDRESS"
+        check dbus-send --system --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId
+        check test -w "$TMPDIR" -a -z "$(ls -A "$TMPDIR")"
+        check test "$(pwd)" = '%2')sh")
+                                          .arg(getpid())
+                                          .arg(QDir::currentPath()));
+    EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(SandboxTest, ChangesNothingOfTheMachine)
+{
+    const QString name = "mpl-" + m_Environment.value("MPL_TEST_MARK");
+    const QStringList places = {"/",           "/opt/", "/var/", "/run/", "/dev/shm/", "/opt/talvex/etc/",
+                                "/var/talvex/"};
+    for (const QString& place : places) {
+        const Outcome outcome = RunScript("echo x > " + place + name + " && cat " + place + name);
+        EXPECT_EQ(outcome.out, "x\n") << qPrintable(place) << outcome.err;
+        EXPECT_FALSE(QFile::exists(place + name)) << qPrintable(place);
+    }
+    RunScript("echo broken > /opt/talvex/etc/mplConfig.json");
+    QFile config(StackFile("etc/mplConfig.json"));
+    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
+    EXPECT_EQ(config.readAll(), "{}");
+}
+
+TEST_F(SandboxTest, DoesNotMeetAnother)
+{
+    const QString script = R"(mkdir /var/talvex/media-player/test || exit 1
+        dbus-send --system --print-reply=literal --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId; echo
+        read until_both_are_up)";
+    const auto first = StartScript(script, {"--no-lifecycle-manager"});
+    const auto second = StartScript(script, {"--no-lifecycle-manager"});
+    for (QProcess* process : {first.get(), second.get()}) {
+        process->write("\n");
+    }
+    const Outcome ofFirst = WaitForEnd(*first);
+    const Outcome ofSecond = WaitForEnd(*second);
+    EXPECT_EQ(ofFirst.err + ofSecond.err, "");
+    EXPECT_NE(ofFirst.out, ofSecond.out);
+}
+
+TEST_F(SandboxTest, RecordsItsBusesThroughRestarts)
+{
+    QTemporaryDir folder;
+    m_Environment.insert("RECORD", folder.filePath("bus.pcap"));
+    const Outcome outcome =
+        RunScript(R"(
+        bus=unix:path=/var/talvex/media-player/testDbus
+        for daemon in First Second; do
+            dbus-daemon --config-file=/opt/talvex/etc/mpl-dbus.conf --nofork 2> $TMPDIR/$daemon &
+            until grep -q 'became a monitor' $TMPDIR/$daemon; do :; done
+            dbus-send --bus=$bus --type=signal / com.example.On$daemon
+            until grep -q On$daemon $RECORD; do :; done # a bus that ends may keep what it has not passed on
+            kill $!; wait $!
+        done
+        dbus-send --system --type=signal / com.example.OnSystem)",
+                  {"--no-lifecycle-manager", "--record-bus", folder.filePath("bus.pcap")});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const std::pair<const char*, QList<QByteArray>> records[] = {{"bus.pcap", {"OnFirst", "OnSecond"}},
+                                                                 {"bus.system.pcap", {"OnSystem"}}};
+    for (const auto& [name, words] : records) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        const QByteArray bytes = file.readAll();
+        EXPECT_EQ(bytes.left(4), QByteArray::fromHex("d4c3b2a1")) << name;
+        for (const QByteArray& word : words) {
+            EXPECT_EQ(bytes.count(word), 1) << name << word.constData();
+        }
+    }
+}
+
+// Root runs the sandbox without a user namespace, everybody else with one.
+TEST_F(SandboxTest, ServesAnOrdinaryUser)
+{
+    if (getuid() != 0) {
+        return; // all cases of this program are such a user's
+    }
+    m_Wrapper = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+    const Outcome outcome = RunScript("id -u; cat /opt/talvex/etc/mplConfig.json; exit 5", {});
+    EXPECT_EQ(outcome.status, 5);
+    EXPECT_EQ(outcome.out, "65534\n{}");
+    // Nobody has a control group of its own, so there is no manager, and one line says so.
+    EXPECT_EQ(outcome.err.find("mpl-sandbox: the lifecycle manager is not available ("), 0U) << outcome.err;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
+} // namespace MplSandboxTest

@@ -1,0 +1,55 @@
+// The lifecycle manager in the sandbox. Needs a machine where a systemd user manager can run.
+#include "SandboxRun.h"
+
+namespace MplSandboxTest
+{
+
+class LifecycleManagerTest : public SandboxTest
+{
+protected:
+    void SetUp() override
+    {
+        SandboxTest::SetUp();
+        const Outcome outcome = RunScript("echo $MPL_SANDBOX_LIFECYCLE_MANAGER", {});
+        if (outcome.out == "systemd\n") {
+            return;
+        }
+        if (qEnvironmentVariable("CI") == "true") {
+            FAIL() << outcome.err;
+        }
+        GTEST_SKIP() << outcome.err;
+    }
+};
+
+TEST_F(LifecycleManagerTest, RunsTheUnitsOfTheStackOnly)
+{
+    const Outcome outcome = RunScript(R"(
+        systemctl --user list-unit-files --no-legend --no-pager | cut -d' ' -f1 | sort | tr '\n' ' '
+        systemctl --user start media-manager && ps -o args= -C sleep
+        systemctl --user stop media-manager && ps -o args= -C sleep
+        systemctl --user start no-such-unit)",
+                                      {});
+    EXPECT_EQ(outcome.out, "basic.target dbus.service dbus.socket media-manager.service mpl-sandbox.target "
+                           "shutdown.target sleep 1000\n");
+    EXPECT_NE(outcome.err.find("no-such-unit.service not found"), std::string::npos) << outcome.err;
+}
+
+TEST_F(LifecycleManagerTest, IsOnTheBusBeforeTheProgramStarts)
+{
+    // One after the other and many at once: the name must be there in every one of them.
+    const QString script = "dbus-send --system --print-reply=literal --dest=org.freedesktop.systemd1 "
+                           "/org/freedesktop/systemd1 org.freedesktop.DBus.Peer.Ping && echo up";
+    std::vector<std::unique_ptr<QProcess>> sandboxes;
+    for (int count = 0; count < 8; ++count) {
+        sandboxes.push_back(std::make_unique<QProcess>());
+        Start(*sandboxes.back(), {"--", "sh", "-c", script});
+    }
+    for (const auto& sandbox : sandboxes) {
+        const Outcome outcome = WaitForEnd(*sandbox);
+        EXPECT_EQ(outcome.status, 0) << outcome.err;
+    }
+    EXPECT_TRUE(MarkedProcesses().empty());
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
+
+} // namespace MplSandboxTest

@@ -1,0 +1,145 @@
+#include "SandboxRun.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+#include <QUuid>
+
+#include <csignal>
+
+namespace MplSandboxTest
+{
+
+namespace
+{
+
+constexpr int END_LIMIT_MS = 60000;
+constexpr int GONE_LIMIT_MS = 10000;
+const QString MARK = QStringLiteral("MPL_TEST_MARK");
+
+void WriteFile(const QString& aPath, const QByteArray& aText)
+{
+    QFile file(aPath);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(aPath);
+    file.write(aText);
+}
+
+QByteArray ReadFile(const QString& aPath)
+{
+    QFile file(aPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+SandboxTest::SandboxTest() : m_Environment(QProcessEnvironment::systemEnvironment())
+{
+    m_Environment.insert(MARK, QUuid::createUuid().toString(QUuid::WithoutBraces));
+    m_Environment.insert("MPL_STACK", m_Stack.path());
+}
+
+void SandboxTest::SetUp()
+{
+    const QDir stack(m_Stack.path());
+    ASSERT_TRUE(stack.mkpath("bin") && stack.mkpath("etc/systemd"));
+    const QString manager = StackFile("bin/media_manager");
+    WriteFile(manager, "#!/bin/sh\nexec sleep 1000\n");
+    ASSERT_TRUE(QFile::setPermissions(manager, QFileDevice::Permissions(0x5755)));
+    ASSERT_TRUE(QFile::setPermissions(m_Stack.path(), QFileDevice::Permissions(0x7755)));
+    WriteFile(StackFile("etc/mplConfig.json"), "{}");
+    WriteFile(
+        StackFile("etc/mpl-dbus.conf"),
+        "<busconfig><listen>unix:path=/var/talvex/media-player/testDbus</listen><policy context='default'>"
+        "<allow user='*'/><allow own='*'/><allow send_destination='*'/><allow "
+        "eavesdrop='true'/></policy></busconfig>");
+    WriteFile(StackFile("etc/systemd/media-manager.service"),
+              "[Service]\nExecStart=/opt/talvex/bin/media_manager\n");
+}
+
+void SandboxTest::Start(QProcess& aProcess, const QStringList& aArguments)
+{
+    aProcess.setProcessEnvironment(m_Environment);
+    const QStringList command = m_Wrapper + QStringList{MPL_SANDBOX_PROGRAM} + aArguments;
+    aProcess.start(command.first(), command.mid(1));
+    m_SandboxIds += aProcess.processId();
+}
+
+Outcome SandboxTest::Run(const QStringList& aArguments)
+{
+    QProcess process;
+    Start(process, aArguments);
+    return WaitForEnd(process);
+}
+
+Outcome SandboxTest::RunScript(const QString& aScript, const QStringList& aOptions)
+{
+    return Run(aOptions + QStringList{"--", "sh", "-c", aScript});
+}
+
+std::unique_ptr<QProcess> SandboxTest::StartScript(const QString& aScript, const QStringList& aOptions)
+{
+    auto process = std::make_unique<QProcess>();
+    Start(*process, aOptions + QStringList{"--", "sh", "-c", aScript});
+    QElapsedTimer timer;
+    timer.start();
+    while (!process->canReadLine() && process->state() != QProcess::NotRunning &&
+           timer.elapsed() < END_LIMIT_MS) {
+        process->waitForReadyRead(1000);
+    }
+    EXPECT_TRUE(process->canReadLine()) << process->readAllStandardError().toStdString();
+    return process;
+}
+
+Outcome SandboxTest::WaitForEnd(QProcess& aProcess) const
+{
+    Outcome outcome;
+    if (aProcess.state() != QProcess::NotRunning && !aProcess.waitForFinished(END_LIMIT_MS)) {
+        aProcess.kill();
+        aProcess.waitForFinished();
+    } else {
+        outcome.status = (aProcess.exitStatus() == QProcess::CrashExit ? 128 : 0) + aProcess.exitCode();
+    }
+    outcome.out = aProcess.readAllStandardOutput().toStdString();
+    outcome.err = aProcess.readAllStandardError().toStdString();
+    return outcome;
+}
+
+std::vector<ProcessEntry> SandboxTest::MarkedProcesses() const
+{
+    const QByteArray mark = (MARK + '=' + m_Environment.value(MARK)).toUtf8();
+    std::vector<ProcessEntry> found;
+    for (const QString& name : QDir("/proc").entryList(QDir::Dirs)) {
+        if (name.toInt() > 0 && ReadFile("/proc/" + name + "/environ").contains(mark)) {
+            const QByteArray arguments = ReadFile("/proc/" + name + "/cmdline").replace('\0', ' ');
+            found.push_back({name.toInt(), arguments.toStdString()});
+        }
+    }
+    return found;
+}
+
+bool SandboxTest::WaitForNoProcess() const
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!MarkedProcesses().empty() && timer.elapsed() < GONE_LIMIT_MS) {
+        QThread::msleep(5);
+    }
+    return MarkedProcesses().empty();
+}
+
+QStringList SandboxTest::SandboxGroups() const
+{
+    QStringList groups;
+    QDirIterator folders("/sys/fs/cgroup", {"mpl-sandbox-*"}, QDir::Dirs, QDirIterator::Subdirectories);
+    while (folders.hasNext()) {
+        folders.next();
+        if (m_SandboxIds.contains(folders.fileName().section('-', 2, 2).toLongLong())) {
+            groups += folders.filePath();
+        }
+    }
+    return groups;
+}
+
+} // namespace MplSandboxTest

@@ -1,0 +1,71 @@
+/// Runs mpl-sandbox as a user does, on a small stack made for the test.
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace MplSandboxTest
+{
+
+struct Outcome {
+    int status = -1; ///< -1 when it did not end in time; 128 + N when signal N ended mpl-sandbox itself
+    std::string out;
+    std::string err;
+};
+
+/// A process as /proc shows it.
+struct ProcessEntry {
+    pid_t pid;
+    std::string arguments;
+};
+
+/// Test cases that start sandboxes. Every process of a case carries a mark in its environment, so that what
+/// is left of it can be found.
+class SandboxTest : public testing::Test
+{
+protected:
+    SandboxTest();
+    void SetUp() override;
+
+    /// Runs mpl-sandbox with these arguments to its end.
+    Outcome Run(const QStringList& aArguments);
+
+    /// Runs a shell script in a sandbox.
+    Outcome RunScript(const QString& aScript, const QStringList& aOptions = {"--no-lifecycle-manager"});
+
+    /// Starts a script that prints a line when it is where the test wants it, and waits for that line.
+    std::unique_ptr<QProcess> StartScript(const QString& aScript, const QStringList& aOptions = {});
+
+    Outcome WaitForEnd(QProcess& aProcess) const;
+
+    /// The running processes that carry this case's mark.
+    std::vector<ProcessEntry> MarkedProcesses() const;
+
+    /// Starts mpl-sandbox without waiting for anything.
+    void Start(QProcess& aProcess, const QStringList& aArguments);
+
+    /// Waits until no marked process is left, at most ten seconds; true when so.
+    bool WaitForNoProcess() const;
+
+    /// The control groups that this case's sandboxes have; none once they have ended.
+    QStringList SandboxGroups() const;
+
+    QString StackFile(const QString& aName) const { return m_Stack.filePath(aName); }
+
+    QProcessEnvironment m_Environment;
+    QTemporaryDir m_Stack;
+    QList<qint64> m_SandboxIds;
+    QStringList m_Wrapper; ///< command that runs mpl-sandbox; empty: it is run directly
+};
+
+} // namespace MplSandboxTest
