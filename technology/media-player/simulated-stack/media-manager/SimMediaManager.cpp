@@ -2,7 +2,7 @@
 
 #include "sim_MediaManagerAdaptor.h"
 
-#include <MPL_ServiceNames.h>
+#include <MPL_MediaPlayerLib.h>
 
 #include <algorithm>
 #include <utility>
@@ -11,6 +11,13 @@ namespace sim
 {
 namespace
 {
+
+const QLatin1String kPlaybackControl("com.talvex.DBus.MediaPlayer.PlaybackControl");
+
+QString PlaybackControlPath(const MPL::ServiceObject& source)
+{
+    return source.objectPath.path() + MPL::MPL_OBJECT_PATH_SUFFIX_PLAYBACKCONTROL;
+}
 
 bool IsSame(const MPL::ServiceObject& one, const MPL::ServiceObject& other)
 {
@@ -94,6 +101,7 @@ void MediaManager::AddSource(const MPL::ServiceObject& source)
     // Read anew each time: a test may have cleared what is stored while the manager runs.
     if (m_Active.serviceName.isEmpty() && IsSame(m_Stored.Load(), source)) {
         SetActive(source);
+        ResumePlayback();
     }
 }
 
@@ -122,10 +130,41 @@ void MediaManager::Activate(const MPL::ServiceObject& source)
 
 void MediaManager::SetActive(const MPL::ServiceObject& source)
 {
+    FollowPlayState(m_Active, false);
     m_Active = source;
+    FollowPlayState(m_Active, true);
     Announce([this, source] {
         emit m_Adaptor->ActiveMediaSourceChanged(source.serviceName, source.objectPath.path());
     });
+}
+
+void MediaManager::FollowPlayState(const MPL::ServiceObject& source, bool follow)
+{
+    if (source.serviceName.isEmpty()) {
+        return;
+    }
+    const QString path = PlaybackControlPath(source);
+    const QString signal = QStringLiteral("SignalPlayStateChanged");
+    const char* slot = SLOT(PlayStateChanged(QString));
+    if (follow) {
+        m_Bus.connect(source.serviceName, path, kPlaybackControl, signal, this, slot);
+    } else {
+        m_Bus.disconnect(source.serviceName, path, kPlaybackControl, signal, this, slot);
+    }
+}
+
+void MediaManager::PlayStateChanged(const QString& state)
+{
+    m_Stored.SavePlaybackState(state);
+}
+
+// A source that can't play answers with an error or false, which leaves it as it is.
+void MediaManager::ResumePlayback()
+{
+    if (m_Stored.LoadPlaybackState() == MPL::MPL_PLAY_STATE_PLAYING) {
+        m_Bus.asyncCall(QDBusMessage::createMethodCall(m_Active.serviceName, PlaybackControlPath(m_Active),
+                                                       kPlaybackControl, QStringLiteral("Resume")));
+    }
 }
 
 void MediaManager::AnswerWaiting()

@@ -1,5 +1,6 @@
 /// The simulated media manager: knows the media sources of its bus, makes one of them the active one, and
-/// keeps that one in its database so that it is active again when it appears after the next start.
+/// keeps that one and its playback state in its database, so that it is active, and plays, again when it
+/// appears after the next start.
 #pragma once
 
 #include "SimObject.h"
@@ -38,6 +39,9 @@ public:
     /// Refuses a source that is not available.
     void SetActiveMediaSource(const MPL::ServiceObject& source);
 
+private slots:
+    void PlayStateChanged(const QString& state);
+
 private:
     void AddSource(const MPL::ServiceObject& source);
     void RemoveSource(const MPL::ServiceObject& source);
@@ -45,6 +49,8 @@ private:
     void SetActive(const MPL::ServiceObject& source);
     void Activate(const MPL::ServiceObject& source);
     void AnswerWaiting();
+    void FollowPlayState(const MPL::ServiceObject& source, bool follow);
+    void ResumePlayback();
 
     QDBusConnection m_Bus;
     MediaManagerAdaptor* m_Adaptor;

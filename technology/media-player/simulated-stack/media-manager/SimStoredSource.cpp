@@ -6,8 +6,6 @@
 #include <MPL_Parameters.h>
 #include <MPL_SourceWords.h>
 
-#include <QMap>
-
 namespace sim
 {
 namespace
@@ -36,31 +34,49 @@ StoredSource::StoredSource(const QString& databasePath) : m_DatabasePath(databas
 
 MPL::ServiceObject StoredSource::Load()
 {
-    if (m_DatabasePath.isEmpty()) {
-        return m_InMemory;
-    }
-    QString text;
-    QString error;
-    if (!Open(error) || !m_Store.Load(MPL::STATE_KEY_ACTIVE_SOURCE, text, error)) {
-        Log(QStringLiteral("the active source can't be read: %1").arg(error));
-    }
-    return FromText(text);
+    return FromText(Read(MPL::STATE_KEY_ACTIVE_SOURCE));
+}
+
+QString StoredSource::LoadPlaybackState()
+{
+    return Read(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE);
 }
 
 void StoredSource::Save(const MPL::ServiceObject& source)
 {
-    m_InMemory = source;
-    QString error;
-    if (!m_DatabasePath.isEmpty() &&
-        (!Open(error) || !m_Store.Save(MPL::STATE_KEY_ACTIVE_SOURCE, ToText(source), error))) {
-        Log(QStringLiteral("the active source can't be stored: %1").arg(error));
-    }
+    Write(MPL::STATE_KEY_ACTIVE_SOURCE, ToText(source));
+    Write(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, QString());
 }
 
-// At the first use, to keep the database out of the program's start.
-bool StoredSource::Open(QString& error)
+void StoredSource::SavePlaybackState(const QString& state)
 {
-    return m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error);
+    Write(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, state);
+}
+
+// The database is opened at its first use, to keep it out of the program's start.
+QString StoredSource::Read(const QString& key)
+{
+    if (m_DatabasePath.isEmpty()) {
+        return m_InMemory.value(key);
+    }
+    QString value;
+    QString error;
+    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Load(key, value, error)) {
+        Log(QStringLiteral("%1 can't be read: %2").arg(key, error));
+    }
+    return value;
+}
+
+void StoredSource::Write(const QString& key, const QString& value)
+{
+    if (m_DatabasePath.isEmpty()) {
+        m_InMemory.insert(key, value);
+        return;
+    }
+    QString error;
+    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Save(key, value, error)) {
+        Log(QStringLiteral("%1 can't be stored: %2").arg(key, error));
+    }
 }
 
 } // namespace sim

@@ -1,9 +1,10 @@
-/// The active source as it is kept from one start of the media manager to the next.
+/// The active source and its playback state as they are kept from one start of the media manager to the next.
 #pragma once
 
 #include <MPL_ServiceObject.h>
 #include <MPL_StateStore.h>
 
+#include <QMap>
 #include <QString>
 
 namespace sim
@@ -12,21 +13,28 @@ namespace sim
 class StoredSource
 {
 public:
-    /// With an empty path the source is remembered in memory only.
+    /// With an empty path everything is kept in memory only.
     explicit StoredSource(const QString& databasePath);
 
     /// The empty object when none is stored or the database can't be read, which is logged.
     MPL::ServiceObject Load();
 
-    /// On disk when it returns, so that it survives a SIGKILL. A failure is logged and the old content stays.
+    /// The playback state saved last for the stored source; empty when there is none.
+    QString LoadPlaybackState();
+
+    /// Stores a source whose playback state is not known yet. On disk when it returns, so that it survives a
+    /// SIGKILL. A failure is logged and the old content stays.
     void Save(const MPL::ServiceObject& source);
+    /// The same for a word of MPL_PLAY_STATES.
+    void SavePlaybackState(const QString& state);
 
 private:
-    bool Open(QString& error);
+    QString Read(const QString& key);
+    void Write(const QString& key, const QString& value);
 
     QString m_DatabasePath;
     MPL::StateStore m_Store;
-    MPL::ServiceObject m_InMemory;
+    QMap<QString, QString> m_InMemory;
 };
 
 } // namespace sim

@@ -1,0 +1,127 @@
+#include "StackFixture.h"
+
+#include <MPL_ServiceNames.h>
+#include <MPL_TestEnvironmentNames.h>
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusServiceWatcher>
+#include <QDir>
+#include <QSignalSpy>
+
+namespace
+{
+const QString kFaultsFile = QStringLiteral("/opt/talvex/etc/simulated-stack.json");
+}
+
+const QString StackTest::kManagerService = MPL::MPL_MEDIA_MANAGER_SERVICE_NAME;
+const QString StackTest::kManagerPath = MPL::MPL_MEDIA_MANAGER_OBJECT_PATH;
+
+void StackTest::SetUp()
+{
+    if (!qEnvironmentVariableIsSet("MPL_SANDBOX")) {
+        if (qgetenv("CI") == "true") {
+            FAIL() << "these tests need the sandbox: run them through mpl-sandbox";
+        }
+        GTEST_SKIP() << "these tests need the sandbox: run them through mpl-sandbox";
+    }
+    MPL::RegisterAllMetaTypes();
+    m_Daemon.start(QStringLiteral("/usr/bin/dbus-daemon"),
+                   {QStringLiteral("--config-file=/opt/talvex/etc/mpl-dbus.conf"), QStringLiteral("--nofork"),
+                    QStringLiteral("--print-address")});
+    ASSERT_TRUE(m_Daemon.waitForReadyRead(5000)) << m_Daemon.readAllStandardError().constData();
+    static int s_Count = 0;
+    m_Bus = QDBusConnection::connectToBus(QString::fromUtf8(m_Daemon.readLine().trimmed()),
+                                          QStringLiteral("test %1").arg(++s_Count));
+    ASSERT_TRUE(m_Bus.isConnected());
+}
+
+void StackTest::TearDown()
+{
+    m_Programs.clear(); // QProcess kills what still runs
+    QFile::remove(kFaultsFile);
+    QDBusConnection::disconnectFromBus(m_Bus.name());
+    m_Daemon.kill();
+    m_Daemon.waitForFinished();
+    QDir(MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test")).removeRecursively();
+}
+
+void StackTest::SetFaults(const QByteArray& programs)
+{
+    WriteFaultsFile("{\"programs\": " + programs + "}");
+}
+
+void StackTest::WriteFaultsFile(const QByteArray& content)
+{
+    QFile file(kFaultsFile);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+QProcess& StackTest::Start(const QString& program, const QStringList& arguments)
+{
+    m_Programs.push_back(std::make_unique<QProcess>());
+    QProcess& process = *m_Programs.back();
+    process.start(QDir(QStringLiteral("/opt/talvex/bin")).absoluteFilePath(program), arguments);
+    EXPECT_TRUE(process.waitForStarted());
+    return process;
+}
+
+QProcess& StackTest::StartService(const QString& program, const QString& name, QStringList arguments)
+{
+    QProcess& process = Start(program, arguments << QStringLiteral("--test-dbus"));
+    EXPECT_TRUE(WaitForName(name)) << process.readAllStandardError().constData();
+    return process;
+}
+
+QProcess& StackTest::StartManager(const QStringList& arguments)
+{
+    return StartService(QStringLiteral("media_manager"), kManagerService, arguments);
+}
+
+QProcess& StackTest::StartMassStorage()
+{
+    return StartService(QStringLiteral("media_source_mass_storage"), MPL::MPL_MASS_STORAGE_SERVICE_NAME);
+}
+
+QProcess& StackTest::StartTestSource()
+{
+    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME,
+                        {QStringLiteral("31")});
+}
+
+bool StackTest::WaitForName(const QString& name, int timeoutMs)
+{
+    QDBusServiceWatcher watcher(name, m_Bus, QDBusServiceWatcher::WatchForRegistration);
+    QSignalSpy registered(&watcher, &QDBusServiceWatcher::serviceRegistered);
+    return m_Bus.interface()->isServiceRegistered(name) || registered.wait(timeoutMs);
+}
+
+int StackTest::ExitStatus(QProcess& process)
+{
+    if (process.state() != QProcess::NotRunning && !process.waitForFinished(5000)) {
+        return -2;
+    }
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+int StackTest::Stop(QProcess& process)
+{
+    process.terminate();
+    return ExitStatus(process);
+}
+
+const MPL::ServiceObject& StackTest::MassStorage()
+{
+    static const MPL::ServiceObject source{
+        MPL::MPL_MASS_STORAGE_SERVICE_NAME,
+        QDBusObjectPath(QStringLiteral("/com/talvex/DBus/MediaPlayer/MediaSource/MassStorage/1"))};
+    return source;
+}
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,47 @@
+// A bus and the simulated stack's programs of one test. Everything ends with the test.
+#pragma once
+
+#include <MPL_Types.h>
+
+#include <QDBusConnection>
+#include <QFile>
+#include <QProcess>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+class StackTest : public testing::Test
+{
+protected:
+    static const QString kManagerService;
+    static const QString kManagerPath;
+
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Faults of the programs started from now on: the value of "programs".
+    static void SetFaults(const QByteArray& programs);
+    static void WriteFaultsFile(const QByteArray& content);
+
+    /// Starts a program of /opt/talvex/bin, or at an absolute path.
+    QProcess& Start(const QString& program, const QStringList& arguments);
+    /// The same on the private bus, and waits until it owns the name.
+    QProcess& StartService(const QString& program, const QString& name, QStringList arguments = {});
+    QProcess& StartManager(const QStringList& arguments = {});
+    QProcess& StartMassStorage();
+    QProcess& StartTestSource();
+
+    bool WaitForName(const QString& name, int timeoutMs = 5000);
+    /// The exit status, -1 after a crash, -2 when it does not end within five seconds.
+    static int ExitStatus(QProcess& process);
+    static int Stop(QProcess& process);
+
+    static const MPL::ServiceObject& MassStorage();
+
+    QProcess m_Daemon;
+    QDBusConnection m_Bus{QStringLiteral("not connected")};
+    std::vector<std::unique_ptr<QProcess>> m_Programs;
+};
