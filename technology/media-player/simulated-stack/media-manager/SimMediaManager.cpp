@@ -71,15 +71,14 @@ QList<MPL::ServiceObject> MediaManager::GetAvailableMediaSources()
 void MediaManager::SetActiveMediaSource(const MPL::ServiceObject& source)
 {
     if (Knows(source)) {
-        Activate(source);
+        Activate(source, [] {}); // answered on return
     } else if (m_Finder.IsSettled()) {
         Refuse(NoSuchSource(source));
     } else {
         setDelayedReply(true);
         m_Waiting.emplace_back([this, source, call = message()] {
             if (Knows(source)) {
-                m_Bus.send(call.createReply());
-                Activate(source);
+                Activate(source, [this, &call] { m_Bus.send(call.createReply()); });
             } else {
                 m_Bus.send(call.createErrorReply(kRefused, NoSuchSource(source)));
             }
@@ -101,6 +100,7 @@ void MediaManager::AddSource(const MPL::ServiceObject& source)
     // Read anew each time: a test may have cleared what is stored while the manager runs.
     if (m_Active.serviceName.isEmpty() && IsSame(m_Stored.Load(), source)) {
         SetActive(source);
+        AnnounceActive();
         ResumePlayback();
     }
 }
@@ -116,16 +116,22 @@ void MediaManager::RemoveSource(const MPL::ServiceObject& source)
     // It stays stored: it is resumed when it comes back.
     if (IsSame(m_Active, source)) {
         SetActive(MPL::ServiceObject());
+        AnnounceActive();
     }
 }
 
-void MediaManager::Activate(const MPL::ServiceObject& source)
+// Done before the answer, so that whoever has it may kill the manager or let the source play; signalled
+// after.
+void MediaManager::Activate(const MPL::ServiceObject& source, const std::function<void()>& answer)
 {
     if (IsSame(m_Active, source)) {
+        answer();
         return;
     }
     m_Stored.Save(source);
     SetActive(source);
+    answer();
+    AnnounceActive();
 }
 
 void MediaManager::SetActive(const MPL::ServiceObject& source)
@@ -133,7 +139,11 @@ void MediaManager::SetActive(const MPL::ServiceObject& source)
     FollowPlayState(m_Active, false);
     m_Active = source;
     FollowPlayState(m_Active, true);
-    Announce([this, source] {
+}
+
+void MediaManager::AnnounceActive()
+{
+    Announce([this, source = m_Active] {
         emit m_Adaptor->ActiveMediaSourceChanged(source.serviceName, source.objectPath.path());
     });
 }

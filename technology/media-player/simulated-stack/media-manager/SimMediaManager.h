@@ -47,7 +47,8 @@ private:
     void RemoveSource(const MPL::ServiceObject& source);
     bool Knows(const MPL::ServiceObject& source) const;
     void SetActive(const MPL::ServiceObject& source);
-    void Activate(const MPL::ServiceObject& source);
+    void AnnounceActive();
+    void Activate(const MPL::ServiceObject& source, const std::function<void()>& answer);
     void AnswerWaiting();
     void FollowPlayState(const MPL::ServiceObject& source, bool follow);
     void ResumePlayback();

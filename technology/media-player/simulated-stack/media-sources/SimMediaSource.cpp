@@ -29,10 +29,21 @@ const QLatin1String kPresetName("preset_name");
 const QLatin1String kStateData("state_data");
 const QLatin1String kSecondaryData("secondary_data");
 
+SourceSetup At(const QString& objectPath, SourceSetup media)
+{
+    media.objectPath = objectPath;
+    return media;
+}
+
 } // namespace
 
-MediaSource::MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity)
-    : Object(faults), m_Bus(bus), m_Adaptor(Adapt<MediaSourceAdaptor>(this)), m_Identity(std::move(identity))
+MediaSource::MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity,
+                         SourceSetup media)
+    : Object(faults),
+      m_Bus(bus),
+      m_Adaptor(Adapt<MediaSourceAdaptor>(this)),
+      m_Identity(std::move(identity)),
+      m_Media(faults, bus, At(m_Identity.objectPath, std::move(media)))
 {
     qDBusRegisterMetaType<InterfaceProperties>();
 }
@@ -45,11 +56,6 @@ MediaSource::~MediaSource()
     }
 }
 
-void MediaSource::SetCapabilities(const QMap<QString, QDBusObjectPath>& capabilities)
-{
-    m_Capabilities = capabilities;
-}
-
 bool MediaSource::Export()
 {
     // The media manager tells every source which one it has made active.
@@ -60,7 +66,7 @@ bool MediaSource::Export()
                                                    QDBusServiceWatcher::WatchForUnregistration, this);
     connect(managerWatcher, &QDBusServiceWatcher::serviceUnregistered, this,
             [this] { ActiveSourceChanged(QString(), QString()); });
-    m_Exported = m_Bus.registerObject(m_Identity.objectPath, this);
+    m_Exported = m_Media.Export() && m_Bus.registerObject(m_Identity.objectPath, this);
     if (m_Exported) {
         TellWatchers(true);
     }
@@ -85,8 +91,9 @@ void MediaSource::TellWatchers(bool added)
 
 QDBusObjectPath MediaSource::GetCapability(const QString& name)
 {
-    const auto capability = m_Capabilities.find(name);
-    if (capability != m_Capabilities.end()) {
+    const QMap<QString, QDBusObjectPath> paths = m_Media.Paths();
+    const auto capability = paths.find(name);
+    if (capability != paths.end()) {
         return *capability;
     }
     Refuse(
@@ -120,6 +127,9 @@ void MediaSource::ActiveSourceChanged(const QString& serviceName, const QString&
     const bool active = serviceName == m_Identity.serviceName && objectPath == m_Identity.objectPath;
     if (active != m_Active) {
         m_Active = active;
+        if (!active) {
+            m_Media.Pause();
+        }
         AnnounceStatus();
     }
 }

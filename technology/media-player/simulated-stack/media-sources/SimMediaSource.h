@@ -2,6 +2,7 @@
 #pragma once
 
 #include "SimObject.h"
+#include "SourceCapabilities.h"
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
@@ -29,21 +30,24 @@ class MediaSource : public Object
     Q_OBJECT
 
 public:
-    MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity);
+    /// `media` says what the source plays and offers; its object path is filled in here.
+    MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity,
+                SourceSetup media);
     ~MediaSource() override;
 
     const SourceIdentity& Identity() const { return m_Identity; }
     /// True while the media manager has made it the active source.
     bool IsActive() const { return m_Active; }
 
-    /// What GetCapabilities and GetCapability answer: object paths by capability name.
-    void SetCapabilities(const QMap<QString, QDBusObjectPath>& capabilities);
-
     /// The source works no longer (or, with an empty text, works again).
     void SetError(const QString& errorType);
 
-    /// Exports the object and tells those who watch the service. The source vanishes when it is deleted.
+    /// Exports the object and those of its capabilities, and tells those who watch the service. All of them
+    /// vanish when the source is deleted.
     bool Export();
+
+    /// Loads all of the source's tracks into its play queue; false when there is no track `index`.
+    bool ChangePlayQueue(uint index) { return m_Media.ChangePlayQueue(index); }
 
     /// A new preset is there to be stored.
     void PublishPreset();
@@ -54,7 +58,7 @@ public:
     // The methods of the interface.
     /// Returns 0, or 1 when the data names no "preset_id".
     uint ActivatePreset(const QMap<QString, QString>& preset);
-    QStringList GetCapabilities() const { return m_Capabilities.keys(); }
+    QStringList GetCapabilities() const { return m_Media.Paths().keys(); }
     QDBusObjectPath GetCapability(const QString& name);
     QString GetDeviceBusNumber() const { return m_Identity.busNumber; }
     QString GetDeviceId() const { return m_Identity.deviceId; }
@@ -77,7 +81,7 @@ private:
     QDBusConnection m_Bus;
     MediaSourceAdaptor* m_Adaptor;
     SourceIdentity m_Identity;
-    QMap<QString, QDBusObjectPath> m_Capabilities;
+    SourceCapabilities m_Media;
     QMap<QString, QString> m_Preset;
     uint m_LastPreset = 0;
     QString m_ErrorType;

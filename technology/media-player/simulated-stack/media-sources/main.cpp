@@ -4,13 +4,18 @@
 #include "SimProgram.h"
 #include "SimSourceProgram.h"
 
-#include <MPL_ServiceNames.h>
+#include <MPL_MediaPlayerLib.h>
 #include <MPL_TestEnvironmentNames.h>
 
 #include <memory>
 
 namespace
 {
+
+QString EnvironmentFolder()
+{
+    return MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/");
+}
 
 sim::Options MakeOptions(const sim::SourceProgram& source)
 {
@@ -27,10 +32,28 @@ sim::Options MakeOptions(const sim::SourceProgram& source)
     return options;
 }
 
+// Mass storage plays the files of the environment directory, the others a built-in catalogue.
+sim::SourceSetup MakeMedia(const sim::SourceProgram& source)
+{
+    sim::SourceSetup media;
+    media.capabilities << MPL::MPL_FUNCTIONALITY_BROWSE << MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL
+                       << MPL::MPL_FUNCTIONALITY_MEDIA_INFO << MPL::MPL_FUNCTIONALITY_PLAYQUEUE;
+    if (source.index) {
+        media.capabilities.append(MPL::MPL_FUNCTIONALITY_INDEX);
+    }
+    if (source.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
+        media.mediaFolder = EnvironmentFolder();
+    }
+    if (source.login) {
+        media.stationArt = QStringLiteral("catalogue:/station.png");
+    }
+    return media;
+}
+
 QString DevicePath(const sim::SourceProgram& source, const sim::Options& options)
 {
     if (source.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
-        return MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/");
+        return EnvironmentFolder();
     }
     if (source.serviceName == MPL::MPL_APPLE_SERVICE_NAME) {
         const QString port = options.Get("--ddpport=");
@@ -69,7 +92,8 @@ int main(int argc, char* argv[])
     sim::Program program(argc, argv, options);
     std::unique_ptr<sim::MediaSource> object;
     return program.Run(sim::BusChoice::ByOption, source->serviceName, [&](const QDBusConnection& bus) {
-        object = std::make_unique<sim::MediaSource>(program.Faults(), bus, MakeIdentity(*source, options));
+        object = std::make_unique<sim::MediaSource>(program.Faults(), bus, MakeIdentity(*source, options),
+                                                    MakeMedia(*source));
         if (source->login) {
             const QString given = options.Get("unitTest");
             object->SetError(

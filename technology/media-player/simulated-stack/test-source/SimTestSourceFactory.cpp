@@ -62,11 +62,15 @@ bool TestSourceFactory::Export()
 
 bool TestSourceFactory::AddSource(const QString& name, const QString& deviceId)
 {
+    SourceSetup media;
+    media.capabilities = m_Capabilities;
+    media.defaultPlayQueue = m_DefaultPlayQueue;
     auto source =
         std::make_unique<MediaSource>(Faults(), m_Bus,
                                       SourceIdentity{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, PathOf(deviceId),
                                                      name, QStringLiteral("MassStorage"), deviceId, QString(),
-                                                     QString::number(m_Sources.size() + 1)});
+                                                     QString::number(++m_LastBusNumber)},
+                                      std::move(media));
     const bool exported = source->Export();
     m_Sources.push_back(std::move(source));
     return exported;
@@ -116,8 +120,10 @@ void TestSourceFactory::UpdatePresetSecondaryData(const QString& secondaryData)
 
 void TestSourceFactory::ChangePlayQueue(uint index)
 {
-    Q_UNUSED(index)
-    Addressed();
+    MediaSource* source = Addressed();
+    if (source != nullptr && !source->ChangePlayQueue(index)) {
+        Refuse(QStringLiteral("there is no track %1").arg(index));
+    }
 }
 
 TestSourceFactory::Sources::iterator TestSourceFactory::Find(const QString& deviceId)

@@ -49,6 +49,7 @@ private:
     MediaSourceFactorySimulationAdaptor* m_Adaptor;
     QStringList m_Capabilities;
     bool m_DefaultPlayQueue;
+    uint m_LastBusNumber = 0;
     Sources m_Sources;
 };
 

@@ -2,18 +2,34 @@
 #include "StackFixture.h"
 
 #include <MPL_MMEMountProxy.h>
-#include <MPL_MediaManagerProxy.h>
 #include <MPL_ServiceNames.h>
 #include <MPL_TestEnvironmentNames.h>
 
 #include <QDBusConnectionInterface>
-#include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
-#include <QSignalSpy>
+#include <QTest>
 
-using Manager = ComTalvexDBusMediaPlayerMediaManagerInterface;
+using ProgramsTest = StackTest;
 
-TEST_F(StackTest, WrongCommandLinesAreRefusedWithTheReason)
+namespace
+{
+
+// A call's own callback: a watcher that is late for the reply would report it late.
+class OrderOfArrival : public QObject
+{
+    Q_OBJECT
+
+public:
+    QStringList seen;
+
+public slots:
+    void Reply() { seen << QStringLiteral("reply"); }
+    void Signal() { seen << QStringLiteral("signal"); }
+};
+
+} // namespace
+
+TEST_F(ProgramsTest, WrongCommandLinesAreRefusedWithTheReason)
 {
     struct Case {
         const char* program;
@@ -44,7 +60,7 @@ TEST_F(StackTest, WrongCommandLinesAreRefusedWithTheReason)
     }
 }
 
-TEST_F(StackTest, WrongFaultsFilesAreRefusedWithTheReason)
+TEST_F(ProgramsTest, WrongFaultsFilesAreRefusedWithTheReason)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"{\"programs\"", "byte"},
@@ -62,7 +78,7 @@ TEST_F(StackTest, WrongFaultsFilesAreRefusedWithTheReason)
     }
 }
 
-TEST_F(StackTest, ServicesEndOnSigtermWithASecondOneAndWithTheirBus)
+TEST_F(ProgramsTest, ServicesEndOnSigtermWithASecondOneAndWithTheirBus)
 {
     QProcess& manager = StartManager();
     QProcess& second = Start(QStringLiteral("media_manager"), {QStringLiteral("--test-dbus")});
@@ -76,7 +92,7 @@ TEST_F(StackTest, ServicesEndOnSigtermWithASecondOneAndWithTheirBus)
     EXPECT_EQ(ExitStatus(testSource), 1);
 }
 
-TEST_F(StackTest, FaultsOfTheLifeOfAProgramTakeEffect)
+TEST_F(ProgramsTest, FaultsOfTheLifeOfAProgramTakeEffect)
 {
     SetFaults(R"({"media_manager": {"start_delay_ms": 400, "ignore_sigterm": true},
                   "media_mme": {"never_own_name": true, "crash_after_ms": 300}})");
@@ -89,20 +105,19 @@ TEST_F(StackTest, FaultsOfTheLifeOfAProgramTakeEffect)
     EXPECT_FALSE(m_Bus.interface()->isServiceRegistered(MPL_TEST_MME_MOUNT_SERVICE_NAME));
 
     manager.terminate();
-    Manager proxy(kManagerService, kManagerPath, m_Bus);
-    EXPECT_TRUE(QDBusReply<MPL::ServiceObject>(proxy.GetActiveMediaSource()).isValid());
+    EXPECT_TRUE(QDBusReply<MPL::ServiceObject>(Manager().GetActiveMediaSource()).isValid());
     EXPECT_FALSE(manager.waitForFinished(100));
 }
 
-TEST_F(StackTest, ASecondManagerObjectAnswersToo)
+TEST_F(ProgramsTest, ASecondManagerObjectAnswersToo)
 {
     SetFaults(R"({"media_manager": {"manager_objects": 2}})");
     StartManager();
-    Manager second(kManagerService, kManagerPath + QStringLiteral("2"), m_Bus);
+    ManagerProxy second(kManagerService, kManagerPath + QStringLiteral("2"), m_Bus);
     EXPECT_TRUE(QDBusReply<MPL::ServiceObject>(second.GetActiveMediaSource()).isValid());
 }
 
-TEST_F(StackTest, FaultsOfRepliesReachTheCaller)
+TEST_F(ProgramsTest, FaultsOfRepliesReachTheCaller)
 {
     const std::pair<const char*, QDBusError::ErrorType> cases[] = {
         {"error", QDBusError::Failed},
@@ -114,7 +129,7 @@ TEST_F(StackTest, FaultsOfRepliesReachTheCaller)
             {"com.talvex.DBus.MediaPlayer.MediaManager.GetActiveMediaSource": ")") +
                   fault + "\"}}}");
         QProcess& manager = StartManager();
-        Manager proxy(kManagerService, kManagerPath, m_Bus);
+        ManagerProxy proxy(kManagerService, kManagerPath, m_Bus);
         proxy.setTimeout(500);
         QDBusPendingReply<MPL::ServiceObject> reply = proxy.GetActiveMediaSource();
         reply.waitForFinished();
@@ -123,7 +138,7 @@ TEST_F(StackTest, FaultsOfRepliesReachTheCaller)
     }
 }
 
-TEST_F(StackTest, SignalsFollowTheReplyUnlessTheFaultIsToSignalFirst)
+TEST_F(ProgramsTest, SignalsFollowTheReplyUnlessTheFaultIsToSignalFirst)
 {
     for (const bool signalFirst : {false, true}) {
         SetFaults(signalFirst ? R"({"media_mme": {"replies":
@@ -132,19 +147,17 @@ TEST_F(StackTest, SignalsFollowTheReplyUnlessTheFaultIsToSignalFirst)
         QProcess& mount = StartService(QStringLiteral("media_mme"), MPL_TEST_MME_MOUNT_SERVICE_NAME);
         ComTalvexDBusMediaPlayerMMEMountInterface proxy(
             MPL_TEST_MME_MOUNT_SERVICE_NAME, QStringLiteral("/com/talvex/DBus/MediaPlayer/MMEMount"), m_Bus);
-        QStringList order;
-        QObject::connect(&proxy, &ComTalvexDBusMediaPlayerMMEMountInterface::SignalDeviceMounted,
-                         [&order] { order << QStringLiteral("signal"); });
-        QDBusPendingCallWatcher reply(proxy.MountPath(QStringLiteral("/opt")));
-        QObject::connect(&reply, &QDBusPendingCallWatcher::finished,
-                         [&order] { order << QStringLiteral("reply"); });
-        EXPECT_TRUE(QTest::qWaitFor([&order] { return order.size() == 2; }));
-        EXPECT_EQ(order.value(0), signalFirst ? QStringLiteral("signal") : QStringLiteral("reply"));
+        OrderOfArrival order;
+        QObject::connect(&proxy, &ComTalvexDBusMediaPlayerMMEMountInterface::SignalDeviceMounted, &order,
+                         &OrderOfArrival::Signal);
+        proxy.callWithCallback(QStringLiteral("MountPath"), {QStringLiteral("/opt")}, &order, SLOT(Reply()));
+        EXPECT_TRUE(QTest::qWaitFor([&order] { return order.seen.size() == 2; }));
+        EXPECT_EQ(order.seen.value(0), signalFirst ? QStringLiteral("signal") : QStringLiteral("reply"));
         Stop(mount);
     }
 }
 
-TEST_F(StackTest, TheMountServiceServesBothBusesAndRefusesWhatIsNoFolder)
+TEST_F(ProgramsTest, TheMountServiceServesBothBusesAndRefusesWhatIsNoFolder)
 {
     Start(QStringLiteral("media_mme"), {});
     ASSERT_TRUE(WaitForName(MPL_TEST_MME_MOUNT_SERVICE_NAME));
@@ -166,3 +179,5 @@ TEST_F(StackTest, TheMountServiceServesBothBusesAndRefusesWhatIsNoFolder)
     proxy.Dismount(QStringLiteral("/opt/talvex")).waitForFinished();
     EXPECT_TRUE(QDBusReply<QList<QVariantMap>>(proxy.GetMountedDeviceList()).value().isEmpty());
 }
+
+#include "ProgramsTest.moc"

@@ -5,9 +5,11 @@
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 #include <QDir>
 #include <QSignalSpy>
+#include <QTest>
 
 namespace
 {
@@ -16,6 +18,9 @@ const QString kFaultsFile = QStringLiteral("/opt/talvex/etc/simulated-stack.json
 
 const QString StackTest::kManagerService = MPL::MPL_MEDIA_MANAGER_SERVICE_NAME;
 const QString StackTest::kManagerPath = MPL::MPL_MEDIA_MANAGER_OBJECT_PATH;
+
+const QString StackTest::kDatabaseFile = QStringLiteral("/var/talvex/media-player/test/DataManagerDb.sqlite");
+const QStringList StackTest::kDatabase{QStringLiteral("DB=") + kDatabaseFile};
 
 void StackTest::SetUp()
 {
@@ -38,7 +43,12 @@ void StackTest::SetUp()
 
 void StackTest::TearDown()
 {
-    m_Programs.clear(); // QProcess kills what still runs
+    for (const std::unique_ptr<QProcess>& program : m_Programs) {
+        program->kill();
+        program->waitForFinished();
+    }
+    m_Programs.clear();
+    m_Manager.reset();
     QFile::remove(kFaultsFile);
     QDBusConnection::disconnectFromBus(m_Bus.name());
     m_Daemon.kill();
@@ -84,10 +94,9 @@ QProcess& StackTest::StartMassStorage()
     return StartService(QStringLiteral("media_source_mass_storage"), MPL::MPL_MASS_STORAGE_SERVICE_NAME);
 }
 
-QProcess& StackTest::StartTestSource()
+QProcess& StackTest::StartTestSource(const QStringList& arguments)
 {
-    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME,
-                        {QStringLiteral("31")});
+    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, arguments);
 }
 
 bool StackTest::WaitForName(const QString& name, int timeoutMs)
@@ -117,6 +126,34 @@ const MPL::ServiceObject& StackTest::MassStorage()
         MPL::MPL_MASS_STORAGE_SERVICE_NAME,
         QDBusObjectPath(QStringLiteral("/com/talvex/DBus/MediaPlayer/MediaSource/MassStorage/1"))};
     return source;
+}
+
+ManagerProxy& StackTest::Manager()
+{
+    if (!m_Manager) {
+        m_Manager = std::make_unique<ManagerProxy>(kManagerService, kManagerPath, m_Bus);
+    }
+    return *m_Manager;
+}
+
+QList<MPL::ServiceObject> StackTest::Available()
+{
+    return QDBusReply<QList<MPL::ServiceObject>>(Manager().GetAvailableMediaSources()).value();
+}
+
+QString StackTest::Active()
+{
+    return QDBusReply<MPL::ServiceObject>(Manager().GetActiveMediaSource()).value().GetPathString();
+}
+
+bool StackTest::BecomesActive(const QString& path)
+{
+    return QTest::qWaitFor([&] { return Active() == path; });
+}
+
+bool StackTest::Activate(const MPL::ServiceObject& source)
+{
+    return QDBusReply<void>(Manager().SetActiveMediaSource(source)).isValid();
 }
 
 int main(int argc, char** argv)

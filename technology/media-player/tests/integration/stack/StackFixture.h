@@ -1,6 +1,7 @@
 // A bus and the simulated stack's programs of one test. Everything ends with the test.
 #pragma once
 
+#include <MPL_MediaManagerProxy.h>
 #include <MPL_Types.h>
 
 #include <QDBusConnection>
@@ -13,11 +14,16 @@
 #include <memory>
 #include <vector>
 
+using ManagerProxy = ComTalvexDBusMediaPlayerMediaManagerInterface;
+
 class StackTest : public testing::Test
 {
 protected:
     static const QString kManagerService;
     static const QString kManagerPath;
+    static const QString kDatabaseFile;
+    /// The media manager's arguments that make it keep its state.
+    static const QStringList kDatabase;
 
     void SetUp() override;
     void TearDown() override;
@@ -32,7 +38,7 @@ protected:
     QProcess& StartService(const QString& program, const QString& name, QStringList arguments = {});
     QProcess& StartManager(const QStringList& arguments = {});
     QProcess& StartMassStorage();
-    QProcess& StartTestSource();
+    QProcess& StartTestSource(const QStringList& arguments = {QStringLiteral("31")});
 
     bool WaitForName(const QString& name, int timeoutMs = 5000);
     /// The exit status, -1 after a crash, -2 when it does not end within five seconds.
@@ -41,7 +47,16 @@ protected:
 
     static const MPL::ServiceObject& MassStorage();
 
+    /// The media manager on the private bus, and what tests ask it.
+    ManagerProxy& Manager();
+    QList<MPL::ServiceObject> Available();
+    /// Path of the active source; empty for none.
+    QString Active();
+    bool BecomesActive(const QString& path);
+    bool Activate(const MPL::ServiceObject& source);
+
     QProcess m_Daemon;
     QDBusConnection m_Bus{QStringLiteral("not connected")};
+    std::unique_ptr<ManagerProxy> m_Manager;
     std::vector<std::unique_ptr<QProcess>> m_Programs;
 };
