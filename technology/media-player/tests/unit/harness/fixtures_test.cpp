@@ -42,14 +42,14 @@ bool MPL_TestEnvironment::SlmStopMediaServices()
     return Step(QStringLiteral("SlmStop"), {});
 }
 
-bool MPL_TestEnvironment::SlmLaunchMediaServices(bool activate)
+bool MPL_TestEnvironment::SlmLaunchMediaServices(bool aActivateDataManager)
 {
-    return Step(QStringLiteral("SlmLaunch"), Boolean(activate));
+    return Step(QStringLiteral("SlmLaunch"), Boolean(aActivateDataManager));
 }
 
-bool MPL_TestEnvironment::SterilizeEnvironment(bool activate)
+bool MPL_TestEnvironment::SterilizeEnvironment(bool aActivateDataManager)
 {
-    return Step(QStringLiteral("Sterilize"), Boolean(activate));
+    return Step(QStringLiteral("Sterilize"), Boolean(aActivateDataManager));
 }
 
 bool MPL_TestEnvironment::SetEnvironment(const QString& directory, bool clean)
@@ -62,10 +62,9 @@ bool MPL_TestEnvironment::CleanEnvironment()
     return Step(QStringLiteral("Clean"), {});
 }
 
-bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool activate, char const* extra)
+bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, char const* aExtraArgument)
 {
-    return Step(QStringLiteral("Launch"),
-                Boolean(activate) + (extra == nullptr ? QString() : QStringLiteral(" extra")));
+    return Step(QStringLiteral("Launch"), Boolean(aActivateDataManager) + QLatin1String(aExtraArgument));
 }
 
 namespace
