@@ -60,6 +60,7 @@ void VirtualTime::Reset()
 } // namespace MPL::Doubles
 
 // These take the place of the C library's functions, for Qt's libraries too.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's names are reserved ones.
 extern "C" int nanosleep(const timespec* requested, timespec* /*remaining*/)
 {
     return MPL::Doubles::Sleep(MPL::Doubles::Milliseconds(*requested));
@@ -75,3 +76,4 @@ extern "C" int clock_nanosleep(clockid_t clock, int flags, const timespec* reque
     }
     return MPL::Doubles::Sleep(qMax<qint64>(0, milliseconds));
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -76,13 +76,11 @@ TEST_F(SourceQueries, WaitForTheIndexUntilStatusAndProgressAgree)
     m_Service.Reply("/i", "GetProgress", 99U);
     m_Service.Reply("/i", "GetProgress", 100U);
     EXPECT_TRUE(MPL_TestEnvironment::WaitForIndexFinished("/i"));
-    EXPECT_EQ(
-        Text(Notes()),
-        Text({"debug: MPL_TestEnvironment::WaitForIndexFinished -- Object path = \"/i\"",
-              "debug: MPL_TestEnvironment::WaitForIndexFinished -- IndexerInfo status: \"Indexing\" , "
-              "Progress: 40",
-              "sleep 5000 ms", "debug: IndexerInfo status: \"Indexing Completed\" , Progress: 99 %,  1",
-              "sleep 5000 ms", "debug: IndexerInfo status: \"Indexing Completed\" , Progress: 100 %,  2"}));
+    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::WaitForIndexFinished -- ");
+    const QString poll = QStringLiteral("debug: IndexerInfo status: \"Indexing Completed\" , Progress: ");
+    EXPECT_EQ(Text(Notes()), Text({prefix + "Object path = \"/i\"",
+                                   prefix + "IndexerInfo status: \"Indexing\" , Progress: 40",
+                                   "sleep 5000 ms", poll + "99 %,  1", "sleep 5000 ms", poll + "100 %,  2"}));
     const QString call = QStringLiteral("/i com.talvex.DBus.MediaPlayer.IndexerInfo.");
     EXPECT_EQ(m_Service.Calls().mid(0, 4), (QStringList{call + "GetStatus", call + "GetProgress",
                                                         call + "GetProgress", call + "GetStatus"}));
