@@ -1,0 +1,126 @@
+#include "MediaTest.h"
+
+#include <MPL_MediaPlayerLib.h>
+
+#include <QDBusPendingCallWatcher>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+namespace
+{
+
+using Control = ComTalvexDBusMediaPlayerPlaybackControlInterface;
+using Indexer = ComTalvexDBusMediaPlayerIndexerInfoInterface;
+
+class AnIndexer : public MediaTest
+{
+};
+
+TEST_F(AnIndexer, ReadsEveryFormatAndReportsOnIt)
+{
+    StartSource();
+    PlayAlbum();
+    EXPECT_TRUE(Value(m_Control->Pause()));
+    QSignalSpy results(m_Queue.get(), &ComTalvexDBusMediaPlayerPlayQueueInterface::SignalResults);
+    EXPECT_TRUE(Value(m_Queue->RequestTrackInfo(0, 4)));
+    ASSERT_TRUE(Wait([&] { return !results.isEmpty(); }));
+    for (const MPL::ResultDictionary& track : results[0][0].value<QList<MPL::ResultDictionary>>()) {
+        const std::string file = track.value(MPL::MPL_TRACK_INFO_KEY_FILE_NAME).toString().toStdString();
+        EXPECT_EQ(QStringLiteral("Wave"), track.value(MPL::MPL_TRACK_INFO_KEY_ARTIST_NAME).toString())
+            << file;
+        EXPECT_EQ(QStringLiteral("Ambient"), track.value(MPL::MPL_TRACK_INFO_KEY_GENRE_NAME).toString())
+            << file;
+        EXPECT_EQ(QStringLiteral("wave"), track.value(MPL::MPL_TRACK_INFO_KEY_FOLDER_NAME).toString())
+            << file;
+        // A frame more or less of the compressed formats.
+        EXPECT_NEAR(500, track.value(MPL::MPL_TRACK_INFO_KEY_TRACK_LENGTH).toInt(), 200) << file;
+    }
+
+    QFile(Folder() + QStringLiteral("no audio.txt")).open(QIODevice::WriteOnly);
+    QFile bad(Folder() + QStringLiteral("bad.mp3"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly) && bad.write("not a sound") > 0);
+    bad.close();
+    QSignalSpy progress(m_Indexer.get(), &Indexer::SignalProgressChanged);
+    QSignalSpy status(m_Indexer.get(), &Indexer::SignalStatusChanged);
+    QSignalSpy events(m_Control.get(), &Control::SignalEvent);
+    EXPECT_TRUE(Value(m_Indexer->Reindex()));
+    ASSERT_TRUE(Wait([&] { return status.count() == 2; }));
+    EXPECT_EQ(MPL::MPL_INDEX_STATUS_INDEXING_COMPLETED, status[1][0].toString());
+    QList<uint> steps;
+    for (const QVariantList& arguments : progress) {
+        steps.append(arguments.value(0).toUInt());
+    }
+    EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
+    EXPECT_EQ(0U, steps.value(0));
+    EXPECT_EQ(100U, steps.last());
+    EXPECT_GT(steps.size(), 3);
+    ASSERT_EQ(1, events.count());
+    EXPECT_TRUE(events[0][0].toString().contains(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT));
+    EXPECT_TRUE(events[0][0].toString().contains(QLatin1String("bad.mp3")));
+}
+
+TEST_F(AnIndexer, HasNothingToDoWithoutAFolder)
+{
+    StartSource();
+    ASSERT_TRUE(QDir(Folder()).removeRecursively());
+    EXPECT_FALSE(Value(m_Indexer->Reindex()));
+    ASSERT_TRUE(QDir().mkpath(Folder()));
+    EXPECT_TRUE(Value(m_Indexer->Reindex()));
+    Value(m_Browser->Start());
+    ASSERT_TRUE(Wait([this] { return Value(m_Indexer->GetProgress()) == 100; }));
+    EXPECT_FALSE(Value(m_Browser->PlayAll()));
+}
+
+class AFault : public MediaTest
+{
+protected:
+    // Whether the signal of a call was there when its reply came.
+    bool SignalComesFirst()
+    {
+        QStringList order;
+        QObject context; // the connections end with it
+        QObject::connect(m_Control.get(), &Control::SignalShuffleModeChanged, &context,
+                         [&order] { order.append(QStringLiteral("signal")); });
+        QDBusPendingCallWatcher watcher(m_Control->SetShuffleMode(MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON));
+        QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &context,
+                         [&order] { order.append(QStringLiteral("reply")); });
+        EXPECT_TRUE(Wait([&order] { return order.size() == 2; }));
+        return order.value(0) == QLatin1String("signal");
+    }
+};
+
+TEST_F(AFault, ConcernsOnlyTheMethodThatItNames)
+{
+    StartSource({{QStringLiteral("Browser.Start"), QStringLiteral("error")},
+                 {QStringLiteral("PlayQueue.GetNumberOfTracks"), QStringLiteral("wrong_signature")},
+                 {QStringLiteral("MediaInfo.GetCurrentPlayTime"), QStringLiteral("never")},
+                 {QStringLiteral("PlaybackControl.Pause"), QStringLiteral("die")}});
+    QDBusPendingReply<uint> start = m_Browser->Start();
+    start.waitForFinished();
+    EXPECT_TRUE(start.isError());
+    QDBusPendingReply<uint> tracks = m_Queue->GetNumberOfTracks();
+    tracks.waitForFinished();
+    EXPECT_EQ(QDBusError::InvalidSignature, tracks.error().type());
+    m_Info->setTimeout(200);
+    QDBusPendingReply<uint> time = m_Info->GetCurrentPlayTime();
+    time.waitForFinished();
+    EXPECT_EQ(QDBusError::NoReply, time.error().type());
+
+    EXPECT_EQ(MPL::MPL_PLAY_STATE_STOPPED, Value(m_Control->GetPlayState()));
+    EXPECT_FALSE(SignalComesFirst());
+    QDBusPendingReply<bool> pause = m_Control->Pause();
+    pause.waitForFinished();
+    EXPECT_EQ(QDBusError::NoReply, pause.error().type());
+    EXPECT_TRUE(m_Process.waitForFinished());
+    EXPECT_EQ(QProcess::CrashExit, m_Process.exitStatus());
+}
+
+TEST_F(AFault, CanLetTheSignalComeFirst)
+{
+    StartSource({{QStringLiteral("PlaybackControl.SetShuffleMode"), QStringLiteral("signal_first")}});
+    EXPECT_TRUE(SignalComesFirst());
+}
+
+} // namespace

@@ -1,0 +1,15 @@
+#include <MPL_Types.h>
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDBusMetaType>
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    MPL::RegisterAllMetaTypes();
+    qDBusRegisterMetaType<QList<qulonglong>>();
+    return RUN_ALL_TESTS();
+}
