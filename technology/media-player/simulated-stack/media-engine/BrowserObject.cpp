@@ -87,7 +87,7 @@ QString BrowserObject::GetFunctionalities() const
 QString BrowserObject::DoBack()
 {
     const bool searching = m_Session.IsSearching();
-    const QString error = m_Session.Back();
+    QString error = m_Session.Back();
     const bool cleared = searching && !m_Session.IsSearching();
     AnnounceStep(error, MPL::MPL_BROWSE_STATUS_BROWSE_BACK,
                  cleared ? MPL::MPL_SEARCH_STATE_SEARCH_CLEARED : QString());
@@ -100,7 +100,7 @@ QString BrowserObject::DoBack()
 QString BrowserObject::DoCancel()
 {
     const bool searching = m_Session.IsSearching();
-    const QString error = m_Session.Cancel();
+    QString error = m_Session.Cancel();
     AnnounceStep(error, MPL::MPL_BROWSE_STATUS_BROWSE_CANCELLED,
                  searching ? MPL::MPL_SEARCH_STATE_SEARCH_CANCELLED : QString());
     UpdateFunctionalities();
@@ -110,7 +110,7 @@ QString BrowserObject::DoCancel()
 QString BrowserObject::DoPlayAll()
 {
     Tracks tracks;
-    const QString error = m_Session.AllTracks(tracks);
+    QString error = m_Session.AllTracks(tracks);
     if (error.isEmpty()) {
         Play(tracks, 0);
     }
@@ -126,7 +126,7 @@ QString BrowserObject::DoSelect(uint aIndex)
 
 QString BrowserObject::DoSearch(const SearchQuery& aQuery, const QString& aSort)
 {
-    const QString error = m_Session.Search(aQuery, aSort);
+    QString error = m_Session.Search(aQuery, aSort);
     AnnounceStep(error, MPL::MPL_BROWSE_STATUS_BROWSE_NEXT, MPL::MPL_SEARCH_STATE_SEARCH_DONE);
     if (error.isEmpty()) {
         AnnounceLevel();

@@ -36,7 +36,7 @@ QString FolderOf(const QFileInfo& aFile, const QString& aRoot)
 QString ArtBeside(const QFileInfo& aFile)
 {
     for (const char* name : {"cover.jpg", "cover.png", "folder.jpg"}) {
-        const QString path = aFile.absoluteDir().filePath(QLatin1String(name));
+        QString path = aFile.absoluteDir().filePath(QLatin1String(name));
         if (QFileInfo::exists(path)) {
             return path;
         }
