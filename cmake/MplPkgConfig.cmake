@@ -16,6 +16,7 @@ mpl_pkg_config(mpl-test-support development "Test support for the media-player s
 mpl_pkg_config(mpl-test-main development "A ready main for test programs of the media-player service stack"
     "mpl-test-support" "" "-lMplTestMain")
 if(TARGET MplPlatformHost)
-    mpl_pkg_config(mpl-platform-host host "The stack's platform interfaces on an ordinary Linux machine; name it last"
-        "Qt5Core Qt5DBus gtest" "Qt5Sql libproc2" "-lMplPlatformHost")
+    mpl_pkg_config(mpl-platform-host host "The stack's platform interfaces on an ordinary Linux machine"
+        "Qt5Core Qt5DBus gtest" "Qt5Sql libproc2 libsystemd"
+        "-Wl,--undefined=mplPlatformHost -lMplPlatformHost -lMplVocabulary")
 endif()
