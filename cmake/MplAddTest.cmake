@@ -3,13 +3,18 @@
 #   mpl_add_test(<target> [SHARDS n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
 #                [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
 #
-#   SHARDS           run the program this many times, each time with its share of the cases (default 1)
+#   SHARDS           run the program this many times, each time with its share of the cases (default 1). CTest asks
+#                    the program for its cases and runs no more shards than there are
 #   NO_SANDBOX       run the program as it is: for tests that start no service
 #   TIMEOUT          seconds that one shard may take (default 300)
 #   LABELS           CTest labels
 #   SANDBOX_OPTIONS  options for mpl-sandbox, for example --stack <dir>
 #   ENVIRONMENT      environment variables of the program
 #   ARGS             arguments of the program
+#
+# The tests are called <target>, or <target>.<i> with i from 1 on when there are shards. Each leaves a JUnit report in
+# <build folder>/test-reports/<test>.xml, also when it crashes or is killed: then the report has the cases that ran
+# and names the one that was running.
 #
 # When cross-compiling, the programs run under CMAKE_CROSSCOMPILING_EMULATOR; those that need a sandbox only if
 # MPL_NATIVE_BUILD names a build of this project for the machine itself.
@@ -19,33 +24,99 @@ function(mpl_add_test target)
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "mpl_add_test(${target}): unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
     endif()
-    if(NOT arg_SHARDS)
-        set(arg_SHARDS 1)
+    foreach(number SHARDS:1 TIMEOUT:300)
+        string(REGEX MATCH "(.*):(.*)" number ${number})
+        if(NOT DEFINED arg_${CMAKE_MATCH_1})
+            set(arg_${CMAKE_MATCH_1} ${CMAKE_MATCH_2})
+        elseif(NOT arg_${CMAKE_MATCH_1} MATCHES "^[1-9][0-9]*$")
+            message(FATAL_ERROR "mpl_add_test(${target}): ${CMAKE_MATCH_1} must be a whole number above 0")
+        endif()
+    endforeach()
+
+    set(program ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}>)
+    list(APPEND program ${arg_ARGS})
+    set(command ${program})
+    if(NOT arg_NO_SANDBOX)
+        mpl_find_desk_program(sandbox prefix)
+        if(NOT prefix)
+            if(CMAKE_CROSSCOMPILING)
+                return()
+            endif()
+            message(FATAL_ERROR "mpl_add_test(${target}): there is no mpl-sandbox; install the host package, build "
+                "with MPL_BUILD_DESK, or give NO_SANDBOX")
+        endif()
+        set(command ${prefix} ${arg_SANDBOX_OPTIONS} -- ${command})
     endif()
-    if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 300)
-    endif()
-    if(arg_NO_SANDBOX)
-        set(command ${target} ${arg_ARGS})
-    elseif(NOT CMAKE_CROSSCOMPILING)
-        set(command $<TARGET_FILE:Mpl::sandbox> ${arg_SANDBOX_OPTIONS} -- $<TARGET_FILE:${target}> ${arg_ARGS})
-    elseif(MPL_NATIVE_BUILD AND CMAKE_CROSSCOMPILING_EMULATOR)
-        # Only the program is emulated: the sandbox and the stack in it are this machine's own.
-        set(command ${MPL_NATIVE_BUILD}/bin/mpl-sandbox --stack ${MPL_NATIVE_BUILD}/stack ${arg_SANDBOX_OPTIONS} --
-            ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
-    else()
+    mpl_find_desk_program(junit recorder)
+
+    set(reports ${CMAKE_BINARY_DIR}/test-reports)
+    file(MAKE_DIRECTORY ${reports})
+    if(arg_SHARDS GREATER 1)
+        mpl_add_shards()
         return()
     endif()
+    set(report ${reports}/${target}.xml)
+    if(recorder)
+        add_test(NAME ${target} COMMAND ${recorder} ${report} -- ${command})
+    else()
+        add_test(NAME ${target} COMMAND ${command})
+        list(APPEND arg_ENVIRONMENT GTEST_OUTPUT=xml:${report})
+    endif()
+    set_tests_properties(${target} PROPERTIES
+        TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${arg_ENVIRONMENT}")
+endfunction()
 
-    foreach(shard RANGE 1 ${arg_SHARDS})
-        set(name ${target})
-        if(arg_SHARDS GREATER 1)
-            set(name ${target}.${shard}of${arg_SHARDS})
-        endif()
-        math(EXPR index "${shard} - 1")
-        set(environment GTEST_TOTAL_SHARDS=${arg_SHARDS} GTEST_SHARD_INDEX=${index} ${arg_ENVIRONMENT})
-        add_test(NAME ${name} COMMAND ${command})
-        set_tests_properties(${name} PROPERTIES
-            TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${environment}")
+# The part of mpl_add_test for several shards, on its variables. Only the built program knows how many cases there
+# are, so CTest registers the shards when it reads its tests, from a script written here: a shard without a case
+# would be a sandbox for nothing.
+macro(mpl_add_shards)
+    foreach(list program command recorder)
+        set(words "")
+        foreach(word IN LISTS ${list})
+            string(APPEND words " [==[${word}]==]")
+        endforeach()
+        set(${list} "${words}")
     endforeach()
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.shards.cmake)
+    file(GENERATE OUTPUT ${script} CONTENT "\
+set(shards ${arg_SHARDS})
+execute_process(COMMAND ${program} --gtest_list_tests
+    OUTPUT_VARIABLE list RESULT_VARIABLE status ERROR_QUIET TIMEOUT 30)
+string(REGEX REPLACE \"[];[]\" \"\" list \"\${list}\")
+string(REGEX MATCHALL \"\\n  [^\\n]+\" cases \"\${list}\")
+list(LENGTH cases count)
+if(status EQUAL 0 AND count GREATER 0 AND count LESS shards)
+    set(shards \${count})
+endif()
+foreach(shard RANGE 1 \${shards})
+    math(EXPR index \"\${shard} - 1\")
+    set(environment [==[${arg_ENVIRONMENT}]==] GTEST_TOTAL_SHARDS=\${shards} GTEST_SHARD_INDEX=\${index})
+    set(report \"${reports}/${target}.\${shard}.xml\")
+    set(recorder${recorder})
+    if(recorder)
+        add_test(\"${target}.\${shard}\" \${recorder} \"\${report}\" --${command})
+    else()
+        add_test(\"${target}.\${shard}\"${command})
+        list(APPEND environment \"GTEST_OUTPUT=xml:\${report}\")
+    endif()
+    set_tests_properties(\"${target}.\${shard}\" PROPERTIES
+        TIMEOUT ${arg_TIMEOUT} LABELS [==[${arg_LABELS}]==] ENVIRONMENT \"\${environment}\")
+endforeach()
+")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${script})
+endmacro()
+
+# Sets `result` to the command that runs mpl-<name> on this machine; empty when there is none.
+function(mpl_find_desk_program name result)
+    set(command "")
+    if(NOT CMAKE_CROSSCOMPILING AND TARGET Mpl::${name})
+        set(command $<TARGET_FILE:Mpl::${name}>)
+    elseif(CMAKE_CROSSCOMPILING AND MPL_NATIVE_BUILD AND CMAKE_CROSSCOMPILING_EMULATOR)
+        # Only the program is emulated: the sandbox and the stack in it are this machine's own.
+        set(command ${MPL_NATIVE_BUILD}/bin/mpl-${name})
+        if(name STREQUAL "sandbox")
+            list(APPEND command --stack ${MPL_NATIVE_BUILD}/stack)
+        endif()
+    endif()
+    set(${result} "${command}" PARENT_SCOPE)
 endfunction()

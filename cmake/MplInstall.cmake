@@ -10,7 +10,7 @@ set(MPL_INSTALL_STACKDIR lib/mpl-test-support/stack)
 
 # The component and export set of a target of the package.
 function(mpl_component target component export)
-    if(target MATCHES "^(MplPlatformHost|mpl-sandbox)$")
+    if(target MATCHES "^(MplPlatformHost|mpl-sandbox|mpl-junit)$")
         set(${component} host PARENT_SCOPE)
         set(${export} MplTestSupportHostTargets PARENT_SCOPE)
     else()
@@ -54,9 +54,11 @@ foreach(library IN LISTS libraries)
 endforeach()
 
 if(TARGET mpl-sandbox)
-    mpl_install_rpath(mpl-sandbox ${CMAKE_INSTALL_BINDIR})
-    install(TARGETS mpl-sandbox EXPORT MplTestSupportHostTargets
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
+    foreach(program mpl-sandbox mpl-junit)
+        mpl_install_rpath(${program} ${CMAKE_INSTALL_BINDIR})
+        install(TARGETS ${program} EXPORT MplTestSupportHostTargets
+            RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
+    endforeach()
 endif()
 
 get_property(programs GLOBAL PROPERTY MPL_STACK_PROGRAMS)

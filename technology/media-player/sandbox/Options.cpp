@@ -14,7 +14,7 @@ namespace
 {
 
 // Beside this program: first as built, then as installed.
-constexpr std::array<const char*, 2> STACK_FOLDERS = {"../stack", MPL_INSTALLED_STACK};
+constexpr std::array<const char*, 2> STACK_FOLDERS = {"../stack", "../lib/mpl-test-support/stack"};
 
 std::string FindStackFolder()
 {

@@ -1,0 +1,86 @@
+#include "GoogletestLog.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace MplReport
+{
+
+namespace
+{
+
+const std::string RUN_MARK = "[ RUN      ] ";
+const std::pair<const char*, CaseResult> RESULT_MARKS[] = {{"[       OK ] ", CaseResult::Passed},
+                                                           {"[  FAILED  ] ", CaseResult::Failed},
+                                                           {"[  SKIPPED ] ", CaseResult::Skipped}};
+
+// googletest colours its marks when it is told to.
+std::string WithoutColours(const std::string& aLine)
+{
+    std::string plain;
+    for (size_t index = 0; index < aLine.size(); ++index) {
+        if (aLine.compare(index, 2, "\033[") == 0) {
+            const size_t end = aLine.find_first_of("mK", index);
+            index = end == std::string::npos ? aLine.size() : end;
+        } else {
+            plain += aLine[index];
+        }
+    }
+    return plain;
+}
+
+} // namespace
+
+bool GoogletestLog::Take(std::string_view aPiece)
+{
+    bool hasChanged = false;
+    m_Rest += aPiece;
+    size_t begin = 0;
+    for (size_t end = m_Rest.find('\n'); end != std::string::npos; end = m_Rest.find('\n', begin)) {
+        hasChanged = TakeLine(WithoutColours(m_Rest.substr(begin, end - begin))) || hasChanged;
+        begin = end + 1;
+    }
+    m_Rest.erase(0, begin);
+    return hasChanged;
+}
+
+bool GoogletestLog::TakeLine(const std::string& aLine)
+{
+    if (m_Report.IsCaseRunning()) {
+        if (TakeResult(aLine)) {
+            return true;
+        }
+        m_Report.AddOutput(aLine + "\n");
+        return false;
+    }
+    const size_t mark = aLine.find(RUN_MARK);
+    if (mark == std::string::npos) {
+        return false;
+    }
+    m_Report.BeginCase(aLine.substr(mark + RUN_MARK.size()));
+    return true;
+}
+
+// "[  FAILED  ] Suite.Case, where GetParam() = 3 (12 ms)"
+bool GoogletestLog::TakeResult(const std::string& aLine)
+{
+    for (const auto& [mark, result] : RESULT_MARKS) {
+        const std::string beginning = mark + m_Report.RunningCase();
+        const size_t begin = aLine.rfind(beginning);
+        const size_t time = aLine.rfind(" (");
+        if (begin == std::string::npos || time == std::string::npos || time < begin + beginning.size() ||
+            aLine.compare(aLine.size() - 4, 4, " ms)") != 0) {
+            continue;
+        }
+        const char after = aLine[begin + beginning.size()];
+        if (after != ' ' && after != ',') {
+            continue; // another case whose name begins with this one's
+        }
+        m_Report.AddOutput(aLine.substr(0, begin));
+        m_Report.EndCase(result, std::strtoll(aLine.c_str() + time + 2, nullptr, 10));
+        return true;
+    }
+    return false;
+}
+
+} // namespace MplReport

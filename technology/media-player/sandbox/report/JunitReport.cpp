@@ -1,0 +1,171 @@
+#include "JunitReport.h"
+
+#include <cstdio>
+#include <utility>
+
+#include <unistd.h>
+
+#include "../Posix.h"
+
+namespace MplReport
+{
+
+namespace
+{
+
+constexpr size_t LONGEST_OUTPUT = 65536;
+
+// The length of the valid UTF-8 sequence at `aIndex`, 0 when there is none.
+size_t SequenceLength(const std::string& aText, size_t aIndex)
+{
+    const auto first = static_cast<unsigned char>(aText[aIndex]);
+    const size_t length = first < 0x80   ? 1
+                          : first < 0xc2 ? 0
+                          : first < 0xe0 ? 2
+                          : first < 0xf0 ? 3
+                          : first < 0xf5 ? 4
+                                         : 0;
+    for (size_t next = 1; next < length; ++next) {
+        if (aIndex + next >= aText.size() ||
+            (static_cast<unsigned char>(aText[aIndex + next]) & 0xc0) != 0x80) {
+            return 0;
+        }
+    }
+    return length;
+}
+
+// Programs print anything, XML holds text only: what is none becomes a question mark.
+std::string Escaped(const std::string& aText)
+{
+    std::string escaped;
+    for (size_t index = 0; index < aText.size();) {
+        const size_t length = SequenceLength(aText, index);
+        const char character = aText[index];
+        if (length > 1) {
+            escaped.append(aText, index, length);
+        } else if (character == '&') {
+            escaped += "&amp;";
+        } else if (character == '<') {
+            escaped += "&lt;";
+        } else if (character == '>') {
+            escaped += "&gt;";
+        } else if (character == '"') {
+            escaped += "&quot;";
+        } else if (length == 0 || (character < ' ' && character != '\n' && character != '\t') ||
+                   character == 0x7f) {
+            escaped += '?';
+        } else {
+            escaped += character;
+        }
+        index += length == 0 ? 1 : length;
+    }
+    return escaped;
+}
+
+std::string Seconds(long long aMilliseconds)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%lld.%03lld", aMilliseconds / 1000, aMilliseconds % 1000);
+    return text;
+}
+
+std::string Element(const char* aName, const std::string& aMessage, const std::string& aText)
+{
+    return std::string("<") + aName + " message=\"" + Escaped(aMessage) + "\">" + Escaped(aText) + "</" +
+           aName + ">";
+}
+
+// What googletest says first about a failure, without what the program printed before: "file.cpp:12: Failure"
+// and the two lines after it.
+std::string Headline(const std::string& aOutput)
+{
+    const size_t mark = aOutput.find(": Failure\n");
+    if (mark == std::string::npos) {
+        return "failed";
+    }
+    const size_t begin = aOutput.rfind('\n', mark) + 1;
+    size_t end = mark;
+    for (int line = 0; line < 3 && end != std::string::npos; ++line) {
+        end = aOutput.find('\n', end + 1);
+    }
+    return aOutput.substr(begin, end - begin);
+}
+
+} // namespace
+
+JunitReport::JunitReport(std::string aSuite, std::string aFile)
+    : m_Suite(std::move(aSuite)), m_File(std::move(aFile))
+{
+}
+
+void JunitReport::BeginCase(const std::string& aFullName)
+{
+    m_Running = aFullName;
+    m_Output.clear();
+}
+
+void JunitReport::AddOutput(const std::string& aText)
+{
+    m_Output += aText;
+    if (m_Output.size() > 2 * LONGEST_OUTPUT) {
+        m_Output.erase(0, m_Output.size() - LONGEST_OUTPUT);
+    }
+}
+
+void JunitReport::EndCase(CaseResult aResult, long long aMilliseconds)
+{
+    std::string body;
+    if (aResult == CaseResult::Failed) {
+        ++m_Failures;
+        body = Element("failure", Headline(m_Output), m_Output);
+    } else if (aResult == CaseResult::Skipped) {
+        ++m_Skipped;
+        body = Element("skipped", m_Output, {});
+    }
+    Add(std::exchange(m_Running, {}), aMilliseconds, body);
+}
+
+void JunitReport::Finish(const std::string& aHow, bool isGood)
+{
+    if (IsCaseRunning()) {
+        ++m_Errors;
+        Add(std::exchange(m_Running, {}), 0,
+            Element("error", "The program ended while this case was running: " + aHow, m_Output));
+    } else if (!isGood && m_Failures == 0) {
+        ++m_Errors;
+        Add(m_Suite + ".(outside any case)", 0, Element("error", "The program ended with " + aHow, {}));
+    }
+}
+
+// "Suite.Case", where typed and parameterised suites have slashes on either side of the dot.
+void JunitReport::Add(const std::string& aFullName, long long aMilliseconds, const std::string& aBody)
+{
+    const size_t dot = aFullName.find('.');
+    const std::string name = dot == std::string::npos ? aFullName : aFullName.substr(dot + 1);
+    ++m_Count;
+    m_Milliseconds += aMilliseconds;
+    m_Cases += "    <testcase classname=\"" + Escaped(aFullName.substr(0, dot)) + "\" name=\"" +
+               Escaped(name) + "\" time=\"" + Seconds(aMilliseconds) + "\">" + aBody + "</testcase>\n";
+}
+
+std::string JunitReport::Text() const
+{
+    const std::string counts = " tests=\"" + std::to_string(m_Count) + "\" failures=\"" +
+                               std::to_string(m_Failures) + "\" errors=\"" + std::to_string(m_Errors) +
+                               "\" skipped=\"" + std::to_string(m_Skipped) + "\" time=\"" +
+                               Seconds(m_Milliseconds) + "\">\n";
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" + counts + "  <testsuite name=\"" +
+           Escaped(m_Suite) + "\"" + counts + m_Cases + "  </testsuite>\n</testsuites>\n";
+}
+
+bool JunitReport::Save() const
+{
+    JunitReport whole = *this;
+    if (IsCaseRunning()) {
+        whole.Finish("nothing was reported after its begin, so the run was cut off", false);
+    }
+    const std::string next = m_File + ".new";
+    return MplSandbox::WriteTextFile(next, whole.Text()) && rename(next.c_str(), m_File.c_str()) == 0;
+}
+
+} // namespace MplReport

@@ -1,0 +1,131 @@
+// mpl-junit: runs a googletest program, alone or in a sandbox, and keeps a JUnit report of it that survives
+// crashes.
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include "../Posix.h"
+#include "GoogletestLog.h"
+
+using namespace MplSandbox;
+using namespace MplReport;
+
+namespace
+{
+
+constexpr const char* HELP = R"(Usage: mpl-junit FILE -- program [arguments…]
+
+Runs a googletest program, or mpl-sandbox with one, and keeps its results in FILE as a JUnit report. The report is
+there and whole at every moment: when the program crashes or everything is killed, it holds the cases that ran before
+and names the one that was running. Output and exit status are the program's (128 + N when signal N ended it);
+2 when the command line is wrong, 125 when FILE can't be written, 126 or 127 when the program can't be run.
+)";
+
+// Where both streams end in the same place, both go through the same pipe, so that their order stays.
+bool AreSameFile(int aOne, int aOther)
+{
+    struct stat one = {};
+    struct stat other = {};
+    return fstat(aOne, &one) == 0 && fstat(aOther, &other) == 0 && one.st_dev == other.st_dev &&
+           one.st_ino == other.st_ino;
+}
+
+Spawned Start(const std::vector<std::string>& aCommand, int aOutput)
+{
+    const pid_t self = getpid();
+    const bool wasIgnored = std::signal(SIGINT, SIG_IGN) == SIG_IGN;
+    return Spawn(aCommand, [&] {
+        DieWithParent(self);
+        if (!wasIgnored) {
+            std::signal(SIGINT, SIG_DFL);
+        }
+        if (AreSameFile(STDOUT_FILENO, STDERR_FILENO)) {
+            dup2(aOutput, STDERR_FILENO);
+        }
+        dup2(aOutput, STDOUT_FILENO);
+    });
+}
+
+// Hands on what is there to read and reports it. False when there is nothing.
+bool PassOn(int aOutput, GoogletestLog& aLog, const JunitReport& aReport)
+{
+    char buffer[16384];
+    const ssize_t count = read(aOutput, buffer, sizeof buffer);
+    if (count <= 0) {
+        return count < 0 && errno == EINTR;
+    }
+    const std::string_view piece(buffer, static_cast<size_t>(count));
+    if (aLog.Take(piece)) {
+        aReport.Save();
+    }
+    WriteAll(STDOUT_FILENO, piece);
+    return true;
+}
+
+// Until the program ends, not until the pipe does: services that the program left running may hold that.
+int FollowToItsEnd(pid_t aProgram, int aOutput, GoogletestLog& aLog, const JunitReport& aReport)
+{
+    const UniqueFd program(static_cast<int>(syscall(SYS_pidfd_open, aProgram, 0)));
+    fcntl(aOutput, F_SETFL, O_NONBLOCK);
+    pollfd events[] = {{aOutput, POLLIN, 0}, {program.Get(), POLLIN, 0}};
+    while (events[1].revents == 0) {
+        poll(events, 2, -1);
+        if (events[0].revents != 0 && !PassOn(aOutput, aLog, aReport)) {
+            events[0].fd = -1;
+        }
+    }
+    while (PassOn(aOutput, aLog, aReport)) {
+    }
+    return WaitForEnd(aProgram);
+}
+
+int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
+{
+    JunitReport report(std::filesystem::path(aFile).stem().string(), aFile);
+    if (!report.Save()) {
+        Say(WithErrno("the report can't be written to " + aFile, errno));
+        return EXIT_NO_SANDBOX;
+    }
+    Pipe output = MakePipe();
+    const Spawned program = Start(aCommand, output.write.Get());
+    output.write.Close();
+    if (program.pid < 0) {
+        const std::string problem =
+            WithErrno("the program " + aCommand.front() + " can't be run", program.error);
+        Say(problem);
+        report.Finish(problem, false);
+        report.Save();
+        return program.error == ENOENT ? EXIT_NOT_FOUND : EXIT_CANNOT_RUN;
+    }
+    GoogletestLog log(report);
+    const int status = FollowToItsEnd(program.pid, output.read.Get(), log, report);
+    report.Finish(status > 128 ? "signal " + std::to_string(status - 128)
+                               : "exit status " + std::to_string(status),
+                  status == 0);
+    report.Save();
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.size() == 1 && arguments.front() == "--help") {
+        std::fputs(HELP, stdout);
+        return 0;
+    }
+    if (arguments.size() < 3 || arguments[1] != "--") {
+        Say("usage: mpl-junit FILE -- program [arguments…]; see mpl-junit --help");
+        return EXIT_BAD_USAGE;
+    }
+    return Run(arguments.front(), {arguments.begin() + 2, arguments.end()});
+}
