@@ -66,12 +66,14 @@ public:
     static QDBusConnection& GetDbusConnection();
 
     /// Probes the private bus. Returns true when a connection to its address could be opened; it then stays
-    /// registered under "MPLTestDbus". A failed probe leaves no connection behind. Does not wait.
+    /// registered under "MPLTestDbus". A failed probe leaves no connection behind. Does not wait, except for
+    /// a daemon that accepts the connection and then says nothing: that blocks the probe as long as it lasts.
     static bool IsMplTestDbusDaemonAlive();
 
     /// Starts the private bus daemon unless one is alive already, and makes it the shared connection.
     /// Returns false, with the connection unchanged, when the daemon can't be started or does not answer 30
-    /// probes. Blocks up to 30 seconds. The daemon outlives the test program.
+    /// probes. Blocks up to 30 seconds (see above for a daemon that hangs). The daemon outlives the test
+    /// program.
     static bool LaunchMPLTestDbusDaemon();
 
     /// @}

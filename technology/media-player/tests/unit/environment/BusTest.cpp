@@ -11,9 +11,8 @@ namespace
 const QString ADDRESS = QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
 const QString NOWHERE = QStringLiteral("unix:path=/nonexistent/bus");
 
-const QString LAUNCHING =
-    QStringLiteral("debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Launching DBus "
-                   "Daemon on MPL Test Port..");
+const QString PREFIX = QStringLiteral("MPL_TestEnvironment::LaunchMPLTestDbusDaemon - ");
+const QString LAUNCHING = "debug: " + PREFIX + "Launching DBus Daemon on MPL Test Port..";
 const QString ATTEMPT =
     QStringLiteral("debug: Attempting to connect to ' \"unix:path=/var/talvex/media-player/testDbus\" '.");
 const QString FAILED = QStringLiteral("debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"");
@@ -39,9 +38,7 @@ TEST_F(TestBus, IsNotStartedWhenOneIsAlive)
 {
     PrivateBus::Redirect(ADDRESS, BusAddress());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()),
-              Text({ATTEMPT, "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Test DBus is already "
-                             "active. Returning."}));
+    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, "debug: " + PREFIX + "Test DBus is already active. Returning."}));
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
     EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
 }
@@ -56,11 +53,10 @@ TEST_F(TestBus, IsProbedUntilItAnswers)
         });
     };
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()),
-              Text({ATTEMPT, FAILED, LAUNCHING, START, ATTEMPT, FAILED, "sleep 1000 ms", ATTEMPT, FAILED,
-                    "sleep 1000 ms", ATTEMPT,
-                    "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Successfully connected to newly "
-                    "started daemon after  2  seconds."}));
+    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, FAILED, LAUNCHING, START, ATTEMPT, FAILED, "sleep 1000 ms",
+                                   ATTEMPT, FAILED, "sleep 1000 ms", ATTEMPT,
+                                   "debug: " + PREFIX +
+                                       "Successfully connected to newly started daemon after  2  seconds."}));
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
 }
 
@@ -71,8 +67,8 @@ TEST_F(TestBus, IsGivenUpAfterThirtyProbes)
     for (int probe = 0; probe < 30; ++probe) {
         expected << ATTEMPT << FAILED << "sleep 1000 ms";
     }
-    expected << "debug: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Failed to connect to newly started "
-                "daemon. Considering the start-up process failed.";
+    expected << "debug: " + PREFIX +
+                    "Failed to connect to newly started daemon. Considering the start-up process failed.";
     EXPECT_EQ(Text(Notes()), Text(expected));
     EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
 }
@@ -81,10 +77,8 @@ TEST_F(TestBus, IsGivenUpAtOnceWhenItsDaemonCannotBeStarted)
 {
     Starts().failing << "/usr/bin/dbus-daemon";
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()),
-              Text({ATTEMPT, FAILED, LAUNCHING, START,
-                    "critical: MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Failed to launch dbus-daemon "
-                    "process."}));
+    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, FAILED, LAUNCHING, START,
+                                   "critical: " + PREFIX + "Failed to launch dbus-daemon process."}));
     EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
 }
 

@@ -31,7 +31,7 @@ protected:
         World().owned.clear();
         VirtualTime::Reset();
         VirtualTime::OnSleep([pause] {
-            if (VirtualTime::Slept() == pause * 2000) {
+            if (VirtualTime::Slept() == pause * qint64(2000)) {
                 World().owned << SOURCE;
             }
         });
