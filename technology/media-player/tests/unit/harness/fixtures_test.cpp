@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <future>
-#include <memory>
 #include <thread>
 
 using namespace MPL::Doubles;
@@ -75,9 +74,7 @@ namespace
 
 QStringList Lines(const char* text)
 {
-    QStringList lines = QString::fromLatin1(text).split(QLatin1Char('\n'));
-    lines.removeAll(QString());
-    return lines;
+    return QString::fromLatin1(text).split(QLatin1Char('\n'));
 }
 
 class OneTest : public MPL::TestFixture
@@ -101,53 +98,45 @@ protected:
     ~FixtureTest() override { MPL::TestFixture::s_GaugelySetUpCase = false; }
 };
 
+// The lines behind the letters of a test's expectation.
+QStringList Script(const char* letters)
+{
+    const QMap<char, const char*> lines{
+        {'C', "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase"},
+        {'K', "KillHmi()"},
+        {'s', "debug: TestFixture::SetUp -- Do Gaugely SetUp"},
+        {'t', "debug: TestFixture::TearDown -- Do Gaugely Teardown"},
+        {'T', "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase"},
+        {'1', "critical: Gaugely::Std::PerfTestBase::SetUpTestCase has not been called"},
+        {'2', "critical: Gaugely::Std::PerfTestBase::TearDown has not been called"},
+        {'3', "critical: Previous test case not torn down correctly"}};
+    QStringList script;
+    for (; *letters != 0; ++letters) {
+        script << QLatin1String(lines.value(*letters));
+    }
+    return script;
+}
+
 TEST_F(FixtureTest, TestsAndTestCasesAreBookedAndMisuseIsReported)
 {
+    // Set-up and tear-down of the test case (C, T) and of the test (s, t), then what is logged until its end.
     const struct {
         const char* steps;
         const char* log;
-    } cases[] = {
-        {"CstT", "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\nKillHmi()\n"
-                 "debug: TestFixture::SetUp -- Do Gaugely SetUp\n"
-                 "debug: TestFixture::TearDown -- Do Gaugely Teardown\n"
-                 "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase"},
-        {"st", "debug: TestFixture::SetUp -- Do Gaugely SetUp\n"
-               "critical: Gaugely::Std::PerfTestBase::SetUpTestCase has not been called\n"
-               "debug: TestFixture::TearDown -- Do Gaugely Teardown"},
-        {"Cs", "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\nKillHmi()\n"
-               "debug: TestFixture::SetUp -- Do Gaugely SetUp\n"
-               "critical: Gaugely::Std::PerfTestBase::TearDown has not been called"},
-        {"CsTt", "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\nKillHmi()\n"
-                 "debug: TestFixture::SetUp -- Do Gaugely SetUp\n"
-                 "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase\n"
-                 "debug: TestFixture::TearDown -- Do Gaugely Teardown\n"
-                 "critical: Gaugely::Std::PerfTestBase::TearDown has not been called"},
-        {"CCT", "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\nKillHmi()\n"
-                "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\n"
-                "critical: Previous test case not torn down correctly\nKillHmi()\n"
-                "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase"},
-    };
+    } cases[] = {{"CstT", "CKstT"}, {"st", "s1t"}, {"Cs", "CKs2"}, {"CsTt", "CKsTt2"}, {"CCT", "CKC3KT"}};
     for (const auto& testCase : cases) {
         MPL::TestFixture::s_GaugelySetUpCase = false;
         ClearNotes();
-        auto test = std::make_unique<OneTest>();
-        for (const char step : std::string(testCase.steps)) {
-            switch (step) {
-            case 'C':
-                OneTest::SetUpTestCase();
-                break;
-            case 'T':
-                OneTest::TearDownTestCase();
-                break;
-            case 's':
-                test->SetUp();
-                break;
-            default:
-                test->TearDown();
+        {
+            OneTest test;
+            for (const char* step = testCase.steps; *step != 0; ++step) {
+                *step == 'C'   ? OneTest::SetUpTestCase()
+                : *step == 'T' ? OneTest::TearDownTestCase()
+                : *step == 's' ? test.SetUp()
+                               : test.TearDown();
             }
         }
-        test.reset();
-        EXPECT_EQ(Text(Notes()), Text(Lines(testCase.log))) << testCase.steps;
+        EXPECT_EQ(Text(Notes()), Text(Script(testCase.log))) << testCase.steps;
     }
 }
 
@@ -160,65 +149,48 @@ TEST_F(FixtureTest, DisplayProcessesThatStayFailTheTestCase)
     EXPECT_TRUE(MPL::TestFixture::s_GaugelySetUpCase);
 }
 
-const char* const setUpSteps =
-    "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase\n"
-    "KillHmi()\n"
-    "debug: MediaSourceTestFixture::SetUpTestCase -- Register metatypes, use SLM to stop media services, "
-    "SterilizeEnvironment, and SetEnvironment\n"
-    "registered true\n"
-    "SlmStop()\n"
-    "Sterilize(true)\n%1"
-    "Set(/var/talvex/media-player/test/ true)\n%2"
-    "Launch(true)";
-
 TEST_F(FixtureTest, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
 {
+    const QString prefix = QStringLiteral("debug: MediaSourceTestFixture::SetUpTestCase -");
+    QStringList steps = Script("CK");
+    steps << prefix + QStringLiteral("- Register metatypes, use SLM to stop media services, "
+                                     "SterilizeEnvironment, and SetEnvironment")
+          << Lines("registered true\nSlmStop()\nSterilize(true)\nSet(/var/talvex/media-player/test/ true)\n"
+                   "Launch(true)");
     MPL::MediaSourceTestFixture::SetUpTestCase();
-    EXPECT_EQ(Text(Notes()),
-              Text(Lines(qPrintable(QString::fromLatin1(setUpSteps).arg(QString(), QString())))));
+    EXPECT_EQ(Text(Notes()), Text(steps));
     MPL::TestFixture::s_GaugelySetUpCase = false;
 
     ClearNotes();
     failing = Lines("SlmStop\nSterilize\nSet\nLaunch");
     EXPECT_FATAL_FAILURE(MPL::MediaSourceTestFixture::SetUpTestCase(),
                          "Value of: MPL_TestEnvironment::LaunchMediaManagerProcess( true )\n  Actual: false");
-    EXPECT_EQ(
-        Text(Notes()),
-        Text(Lines(qPrintable(
-            QString::fromLatin1(setUpSteps)
-                .arg(QStringLiteral(
-                         "debug: MediaSourceTestFixture::SetUpTestCase - Error calling "
-                         "TestEnvironment::SterilizeEnvironment. Attempting to continue anyways.\n"),
-                     QStringLiteral(
-                         "debug: MediaSourceTestFixture::SetUpTestCase - Failure setting environment to  "
-                         "\"/var/talvex/media-player/test/\"\n"))))));
+    steps.insert(
+        7, prefix + QStringLiteral(" Failure setting environment to  \"/var/talvex/media-player/test/\""));
+    steps.insert(6, prefix +
+                        QStringLiteral(" Error calling TestEnvironment::SterilizeEnvironment. Attempting to "
+                                       "continue anyways."));
+    EXPECT_EQ(Text(Notes()), Text(steps));
 }
-
-const char* const tearDownSteps =
-    "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase\n"
-    "debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, CleanEnvironment, and launch "
-    "media services using SLM\n"
-    "Sterilize(true)\n%1"
-    "Clean()\n%2"
-    "SlmLaunch(true)\n%3";
 
 TEST_F(FixtureTest, MediaSourceTearDownMakesEveryStepWhateverFails)
 {
+    QStringList steps = Script("T");
+    steps << QStringLiteral("debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, "
+                            "CleanEnvironment, and launch media services using SLM")
+          << Lines("Sterilize(true)\nClean()\nSlmLaunch(true)");
     MPL::MediaSourceTestFixture::TearDownTestCase();
-    EXPECT_EQ(
-        Text(Notes()),
-        Text(Lines(qPrintable(QString::fromLatin1(tearDownSteps).arg(QString(), QString(), QString())))));
+    EXPECT_EQ(Text(Notes()), Text(steps));
 
     ClearNotes();
     failing = Lines("Sterilize\nClean\nSlmLaunch");
     MPL::MediaSourceTestFixture::TearDownTestCase();
     const QString line =
-        QStringLiteral("critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.\n");
-    EXPECT_EQ(Text(Notes()),
-              Text(Lines(qPrintable(QString::fromLatin1(tearDownSteps)
-                                        .arg(line.arg(QStringLiteral("SterilizeEnvironment")),
-                                             line.arg(QStringLiteral("CleanEnvironment")),
-                                             line.arg(QStringLiteral("SlmLaunchMediaServices")))))));
+        QStringLiteral("critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.");
+    steps.insert(5, line.arg(QStringLiteral("SlmLaunchMediaServices")));
+    steps.insert(4, line.arg(QStringLiteral("CleanEnvironment")));
+    steps.insert(3, line.arg(QStringLiteral("SterilizeEnvironment")));
+    EXPECT_EQ(Text(Notes()), Text(steps));
 }
 
 TEST_F(FixtureTest, WakeUpReleasesOnlyWhoWaitsAlready)
