@@ -115,6 +115,16 @@ TEST_F(AFault, ConcernsOnlyTheMethodThatItNames)
     EXPECT_EQ(QDBusError::NoReply, pause.error().type());
     EXPECT_TRUE(m_Process.waitForFinished());
     EXPECT_EQ(QProcess::CrashExit, m_Process.exitStatus());
+
+    // A proxy outlives its service: without it calls fail, with the next one all works again.
+    const std::unique_ptr<Control> proxy = std::move(m_Control);
+    QDBusPendingReply<QString> state = proxy->GetPlayState();
+    state.waitForFinished();
+    EXPECT_EQ(QDBusError::ServiceUnknown, state.error().type());
+    StartSource();
+    QSignalSpy changed(proxy.get(), &Control::SignalShuffleModeChanged);
+    EXPECT_TRUE(Value(proxy->SetShuffleMode(MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON)));
+    EXPECT_TRUE(Wait([&] { return changed.count() == 1; }));
 }
 
 TEST_F(AFault, CanLetTheSignalComeFirst)

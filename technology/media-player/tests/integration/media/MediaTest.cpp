@@ -100,11 +100,14 @@ void MediaTest::TearDown()
     if (m_Process.state() != QProcess::NotRunning) {
         m_Process.terminate();
         EXPECT_TRUE(m_Process.waitForFinished(kPatienceMs)) << "the source does not end";
+        EXPECT_EQ(QProcess::NormalExit, m_Process.exitStatus());
+        EXPECT_EQ(0, m_Process.exitCode()); // what a sanitizer finds in the source shows here
     }
 }
 
 void MediaTest::StartSource(const QMap<QString, QString>& aFaults)
 {
+    m_Faults.reset(); // takes the old faults away before the new ones are written
     m_Faults = std::make_unique<StackFaults>(MPL::MPL_MASS_STORAGE_PROCESS_NAME, ReplyFaults(aFaults));
     m_Process.setProcessChannelMode(QProcess::ForwardedChannels);
     m_Process.start(QStringLiteral("/opt/talvex/bin/") + MPL::MPL_MASS_STORAGE_PROCESS_NAME, QStringList());
