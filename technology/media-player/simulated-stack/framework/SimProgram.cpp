@@ -128,30 +128,30 @@ bool Program::Connect(BusChoice choice)
         return true;
     }
     const bool both = choice == BusChoice::WhateverRuns;
+    QStringList failures;
     if (both || m_TestBus) {
-        const QDBusConnection testBus =
-            QDBusConnection::connectToBus(TestBusAddress(), QStringLiteral("the test bus"));
-        if (!TakeIn(testBus, TestBusAddress()) && !both) {
-            return false;
-        }
+        TakeIn(QDBusConnection::connectToBus(TestBusAddress(), QStringLiteral("the test bus")),
+               TestBusAddress(), failures);
     }
     if (both || !m_TestBus) {
-        TakeIn(QDBusConnection::systemBus(), QStringLiteral("the system bus"));
+        TakeIn(QDBusConnection::systemBus(), QStringLiteral("the system bus"), failures);
+    }
+    if (m_Buses.isEmpty()) {
+        Log(QStringLiteral("can't connect to ") + failures.join(QStringLiteral(", nor to ")));
     }
     return !m_Buses.isEmpty();
 }
 
-bool Program::TakeIn(const QDBusConnection& bus, const QString& address)
+void Program::TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures)
 {
     if (!bus.isConnected()) {
-        Log(QStringLiteral("can't connect to %1: %2").arg(address, bus.lastError().message()));
-        return false;
+        failures.append(QStringLiteral("%1 (%2)").arg(address, bus.lastError().message()));
+        return;
     }
     m_Buses.append(bus);
     m_Buses.last().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                            QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                            SLOT(BusLost()));
-    return true;
 }
 
 bool Program::OwnName(QDBusConnection& bus, const QString& serviceName)

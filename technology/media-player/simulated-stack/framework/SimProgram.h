@@ -61,7 +61,7 @@ private:
     void ArmCrash() const;
     bool Start(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects);
     bool Connect(BusChoice choice);
-    bool TakeIn(const QDBusConnection& bus, const QString& address);
+    void TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures);
     bool OwnName(QDBusConnection& bus, const QString& serviceName);
 
     QCoreApplication m_Application;

@@ -88,8 +88,12 @@ TEST_F(ProgramsTest, ServicesEndOnSigtermWithASecondOneAndWithTheirBus)
     QProcess& source = StartMassStorage();
     QProcess& testSource = StartTestSource();
     m_Daemon.terminate();
+    m_Daemon.waitForFinished();
     EXPECT_EQ(ExitStatus(source), 1);
     EXPECT_EQ(ExitStatus(testSource), 1);
+    QProcess& late = Start(QStringLiteral("recognition-server"), {QStringLiteral("--test-dbus")});
+    EXPECT_EQ(ExitStatus(late), 1);
+    EXPECT_TRUE(late.readAllStandardError().contains("can't connect to unix:path=/var/talvex"));
 }
 
 TEST_F(ProgramsTest, FaultsOfTheLifeOfAProgramTakeEffect)
