@@ -65,14 +65,16 @@ bool BusClient::WaitForOwner(const std::string& aName, int aLimitMs) const
             .c_str(),
         nullptr);
     bool isOwned = dbus_bus_name_has_owner(Get(), aName.c_str(), nullptr) != FALSE;
-    while (!isOwned && IsConnected()) {
-        const long long left = end - NowMs();
-        if (left <= 0 || dbus_connection_read_write(Get(), static_cast<int>(left)) == FALSE) {
-            break;
-        }
+    while (!isOwned) {
+        // What came in behind the answer to a call waits in the queue; it must be looked at before more is
+        // awaited.
         while (DBusMessage* message = dbus_connection_pop_message(Get())) {
             isOwned = isOwned || IsOwnerOf(aName, message);
             dbus_message_unref(message);
+        }
+        const long long left = end - NowMs();
+        if (isOwned || left <= 0 || dbus_connection_read_write(Get(), static_cast<int>(left)) == FALSE) {
+            break;
         }
     }
     return isOwned;

@@ -100,7 +100,8 @@ bool BecomeMonitor(BusClient& aBus)
 // Writes what passes on the bus until it ends (true) or the recording does (false).
 bool Record(BusClient& aBus, int aFile)
 {
-    while (dbus_connection_read_write(aBus.Get(), -1) != FALSE) {
+    // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
+    do {
         while (DBusMessage* message = dbus_connection_pop_message(aBus.Get())) {
             const bool isEnd = dbus_message_is_signal(message, END_INTERFACE, END_SIGNAL) != FALSE;
             // libdbus makes this one itself when the bus hangs up; it was never sent.
@@ -112,7 +113,7 @@ bool Record(BusClient& aBus, int aFile)
                 return false;
             }
         }
-    }
+    } while (dbus_connection_read_write(aBus.Get(), -1) != FALSE);
     return true;
 }
 
