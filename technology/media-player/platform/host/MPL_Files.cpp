@@ -26,7 +26,9 @@ bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
     // Writes beside the file and renames, so whoever reads sees the old content or the new, whatever happens.
     QSaveFile file(aPath);
     const QByteArray content = aText.toUtf8();
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) {
+    // Flushed by hand: a disk that has no room for the last of the text goes unnoticed in commit().
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush() &&
+        file.commit()) {
         return true;
     }
     qCritical().noquote() << "MPL::MplUtils::WriteFile --" << aPath

@@ -1,3 +1,4 @@
+#include "FullDisk.h"
 #include "Journal.h"
 #include "LogRecorder.h"
 #include "MPL_DataManager.h"
@@ -9,15 +10,11 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <thread>
 
 namespace
@@ -25,50 +22,6 @@ namespace
 
 using namespace MPL;
 using namespace MPL::Doubles;
-
-// Another process that holds SQLite's lock on the file: the bytes from 2^30 on.
-class OtherProcessWithLock
-{
-public:
-    explicit OtherProcessWithLock(const QString& path)
-    {
-        const int fd = open(path.toLocal8Bit().constData(), O_RDWR | O_CLOEXEC);
-        int ready[2];
-        EXPECT_EQ(pipe(ready), 0);
-        m_Pid = fork();
-        if (m_Pid == 0) {
-            flock lock{};
-            lock.l_type = F_WRLCK;
-            lock.l_start = 0x40000000;
-            lock.l_len = 512;
-            const char locked = fcntl(fd, F_SETLK, &lock) == 0 ? 1 : 0;
-            (void)!write(ready[1], &locked, 1);
-            // Ends with the test program too, which holds the other end.
-            close(ready[1]);
-            alarm(20);
-            pause();
-            _exit(0);
-        }
-        char locked = 0;
-        EXPECT_EQ(read(ready[0], &locked, 1), 1);
-        EXPECT_EQ(locked, 1);
-        for (const int used : {fd, ready[0], ready[1]}) {
-            close(used);
-        }
-    }
-
-    ~OtherProcessWithLock()
-    {
-        kill(m_Pid, SIGKILL);
-        waitpid(m_Pid, nullptr, 0);
-    }
-
-    OtherProcessWithLock(const OtherProcessWithLock&) = delete;
-    OtherProcessWithLock& operator=(const OtherProcessWithLock&) = delete;
-
-private:
-    pid_t m_Pid = -1;
-};
 
 class PersistedState : public testing::Test
 {
@@ -157,12 +110,34 @@ TEST_F(PersistedState, IsNotOfferedByAFileThatCantHoldIt)
     EXPECT_EQ(file.readAll(), content);
 }
 
+TEST_F(PersistedState, IsKeptWhenTheDiskIsFull)
+{
+    EXPECT_EQ(StartUpDataManager(m_Path), 0);
+    EXPECT_TRUE(m_Wrapper.SaveActiveSource(QStringLiteral("old")));
+    {
+        const FullDisk full(0);
+        EXPECT_FALSE(m_Wrapper.SaveActiveSource(QStringLiteral("new")));
+        EXPECT_NE(StartUpDataManager(m_Path), 0);
+    }
+    EXPECT_EQ(Notes(QStringLiteral("critical: ")).size(), 2) << Text(Notes());
+    EXPECT_EQ(Stored(), QStringLiteral("old"));
+}
+
 TEST_F(PersistedState, IsKeptWhileAnotherProgramHasItLocked)
 {
     EXPECT_EQ(StartUpDataManager(m_Path), 0);
     EXPECT_TRUE(m_Wrapper.SaveActiveSource(QStringLiteral("old")));
     {
-        const OtherProcessWithLock other(m_Path);
+        QProcess other; // ends when its input does
+        other.start(QStringLiteral("python3"),
+                    {QStringLiteral("-c"),
+                     QStringLiteral("import sqlite3, sys\n"
+                                    "store = sqlite3.connect(sys.argv[1], isolation_level=None)\n"
+                                    "store.execute('BEGIN EXCLUSIVE')\n"
+                                    "print('locked', flush=True)\n"
+                                    "sys.stdin.read()"),
+                     m_Path});
+        ASSERT_TRUE(other.waitForReadyRead(10000)) << qPrintable(other.errorString());
         QElapsedTimer timer;
         timer.start();
         EXPECT_FALSE(m_Wrapper.SaveActiveSource(QStringLiteral("new")));
@@ -172,6 +147,8 @@ TEST_F(PersistedState, IsKeptWhileAnotherProgramHasItLocked)
         EXPECT_EQ(Text(Notes()),
                   Text({QStringLiteral("critical: MPL::DataManagerWrapper::SaveActiveSource -- ") + why,
                         QStringLiteral("critical: DataManager::StartUp -- ") + why}));
+        other.closeWriteChannel();
+        EXPECT_TRUE(other.waitForFinished(10000));
     }
     EXPECT_EQ(Stored(), QStringLiteral("old"));
     EXPECT_EQ(StartUpDataManager(m_Path), 0);
