@@ -1,7 +1,7 @@
 #include "ScriptedService.h"
 
 ScriptedService::ScriptedService(const QString& address, const QString& name, Script script)
-    : m_ConnectionName(QStringLiteral("scripted ") + name), m_Script(std::move(script))
+    : m_Name(name), m_ConnectionName(QStringLiteral("scripted ") + name), m_Script(std::move(script))
 {
     QDBusConnection connection = QDBusConnection::connectToBus(address, m_ConnectionName);
     connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
@@ -15,7 +15,10 @@ ScriptedService::ScriptedService(const QString& address, const QString& name, Sc
 
 ScriptedService::~ScriptedService()
 {
-    QDBusConnection(m_ConnectionName).unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    QDBusConnection connection(m_ConnectionName);
+    // A round trip, so that the bus has seen the service go before the next one takes the name.
+    connection.unregisterService(m_Name);
+    connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
     QDBusConnection::disconnectFromBus(m_ConnectionName);
     m_Thread.quit();
     m_Thread.wait();

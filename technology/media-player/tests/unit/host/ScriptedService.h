@@ -22,6 +22,7 @@ private:
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
+    QString m_Name;
     QString m_ConnectionName;
     Script m_Script;
     QThread m_Thread;
