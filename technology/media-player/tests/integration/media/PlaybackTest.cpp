@@ -80,6 +80,17 @@ TEST_F(APlayer, PlaysTheQueueToItsEnd)
 
     EXPECT_TRUE(Value(m_Control->Resume())); // from the beginning again
     EXPECT_EQ(0U, Value(m_Queue->GetCurrentTrackIndex()));
+
+    EXPECT_TRUE(Value(m_Control->Pause()));
+    EXPECT_TRUE(Value(m_Control->SetShuffleMode(MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON)));
+    EXPECT_TRUE(Value(m_Control->SetSpeedMode(MPL::MPL_PLAYBACK_SPEED_SPEED_4X)));
+    Forget(indexes);
+    finished.clear();
+    PlayAlbum();
+    ASSERT_TRUE(Wait([&] { return !finished.isEmpty(); }));
+    QList<uint> shuffled = Numbers(indexes);
+    std::sort(shuffled.begin(), shuffled.end());
+    EXPECT_EQ((QList<uint>{0, 1, 2, 3}), shuffled) << "the first track must not leave any out";
 }
 
 TEST_F(APlayer, RepeatsAndShuffles)
