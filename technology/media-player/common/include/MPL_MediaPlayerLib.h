@@ -10,9 +10,10 @@
 /// state and an event type).
 #pragma once
 
-// clang-format off: the order of the words' groups
-#include <MPL_BrowseWords.h>
+// In the order of the words' groups.
+// clang-format off
 #include <MPL_PlaybackWords.h>
-#include <MPL_ServiceNames.h>
 #include <MPL_SourceWords.h>
+#include <MPL_BrowseWords.h>
+#include <MPL_ServiceNames.h>
 // clang-format on
