@@ -14,7 +14,7 @@
 #
 # The tests are called <target>, or <target>.<i> with i from 1 on when there are shards. Each leaves a JUnit report in
 # <build folder>/test-reports/<test>.xml, also when it crashes or is killed: then the report has the cases that ran
-# and names the one that was running.
+# and an error, in the case that was running or outside any.
 #
 # When cross-compiling, the programs run under CMAKE_CROSSCOMPILING_EMULATOR; those that need a sandbox only if
 # MPL_NATIVE_BUILD names a build of this project for the machine itself.

@@ -10,6 +10,7 @@ namespace
 {
 
 const std::string RUN_MARK = "[ RUN      ] ";
+const std::string COUNT_MARK = "[==========] ";
 const std::pair<const char*, CaseResult> RESULT_MARKS[] = {{"[       OK ] ", CaseResult::Passed},
                                                            {"[  FAILED  ] ", CaseResult::Failed},
                                                            {"[  SKIPPED ] ", CaseResult::Skipped}};
@@ -27,6 +28,13 @@ std::string WithoutColours(const std::string& aLine)
         }
     }
     return plain;
+}
+
+// "[==========] 7 tests from 2 test suites ran. (12 ms total)"; the other such line says "Running 7 tests".
+bool ClosesCases(const std::string& aLine)
+{
+    const size_t mark = aLine.find(COUNT_MARK);
+    return mark != std::string::npos && aLine.find(" ran.", mark) != std::string::npos;
 }
 
 } // namespace
@@ -52,6 +60,9 @@ bool GoogletestLog::TakeLine(const std::string& aLine)
         }
         m_Report.AddOutput(aLine + "\n");
         return false;
+    }
+    if (ClosesCases(aLine)) {
+        m_Report.CloseCases();
     }
     const size_t mark = aLine.find(RUN_MARK);
     if (mark == std::string::npos) {

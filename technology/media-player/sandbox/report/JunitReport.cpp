@@ -102,6 +102,7 @@ void JunitReport::BeginCase(const std::string& aFullName)
 {
     m_Running = aFullName;
     m_Output.clear();
+    m_AreCasesClosed = false; // --gtest_repeat begins again
 }
 
 void JunitReport::AddOutput(const std::string& aText)
@@ -125,15 +126,24 @@ void JunitReport::EndCase(CaseResult aResult, long long aMilliseconds)
     Add(std::exchange(m_Running, {}), aMilliseconds, body);
 }
 
-void JunitReport::Finish(const std::string& aHow, bool isGood)
+void JunitReport::Finish(const std::string& aHow, int aStatus)
 {
+    m_IsFinished = true;
+    const bool isExplained = m_AreCasesClosed && (aStatus == 0 || (aStatus == 1 && m_Failures > 0));
+    if (IsCaseRunning() || !isExplained) {
+        AddError("The program ended while this case was running: " + aHow,
+                 "The program ended with " + aHow +
+                     (m_AreCasesClosed ? "" : " before googletest closed its cases"));
+    }
+}
+
+void JunitReport::AddError(const std::string& aInCase, const std::string& aOutside)
+{
+    ++m_Errors;
     if (IsCaseRunning()) {
-        ++m_Errors;
-        Add(std::exchange(m_Running, {}), 0,
-            Element("error", "The program ended while this case was running: " + aHow, m_Output));
-    } else if (!isGood && m_Failures == 0) {
-        ++m_Errors;
-        Add(m_Suite + ".(outside any case)", 0, Element("error", "The program ended with " + aHow, {}));
+        Add(std::exchange(m_Running, {}), 0, Element("error", aInCase, m_Output));
+    } else {
+        Add(m_Suite + ".(outside any case)", 0, Element("error", aOutside, {}));
     }
 }
 
@@ -161,8 +171,9 @@ std::string JunitReport::Text() const
 bool JunitReport::Save() const
 {
     JunitReport whole = *this;
-    if (IsCaseRunning()) {
-        whole.Finish("nothing was reported after its begin, so the run was cut off", false);
+    if (!m_IsFinished) {
+        whole.AddError("The run was cut off in this case: nothing was reported after its begin",
+                       "The run was cut off outside any case: nothing was reported after what stands here");
     }
     const std::string next = m_File + ".new";
     return MplSandbox::WriteTextFile(next, whole.Text()) && rename(next.c_str(), m_File.c_str()) == 0;

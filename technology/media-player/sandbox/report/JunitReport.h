@@ -8,8 +8,9 @@ namespace MplReport
 
 enum class CaseResult { Passed, Failed, Skipped };
 
-/// Each change is put on disk with Save. While a case runs, the file on disk already says that the run was
-/// cut off in it: that is what stands there when nobody is left to write anything else.
+/// Each change is put on disk with Save. Until the run is finished, the file on disk already says that it was
+/// cut off, in the running case or outside any: that is what stands there when nobody is left to write
+/// anything else.
 class JunitReport
 {
 public:
@@ -20,10 +21,13 @@ public:
     void AddOutput(const std::string& aText);
     void EndCase(CaseResult aResult, long long aMilliseconds);
 
-    /// The program has ended. `aHow` says how ("exit status 3"); `isGood` when that is how a good run ends. A
-    /// case that still ran gets an error that says so; so does the run itself when it ended badly and no case
-    /// has failed.
-    void Finish(const std::string& aHow, bool isGood);
+    /// googletest has told the result of all cases.
+    void CloseCases() { m_AreCasesClosed = true; }
+
+    /// The program has ended with `aStatus` (above 128: a signal); `aHow` says it in words. A case that still
+    /// ran gets an error that says so. So does the run itself when the cases were not closed or do not
+    /// explain the status.
+    void Finish(const std::string& aHow, int aStatus);
 
     bool IsCaseRunning() const { return !m_Running.empty(); }
     const std::string& RunningCase() const { return m_Running; }
@@ -33,6 +37,7 @@ public:
 
 private:
     void Add(const std::string& aFullName, long long aMilliseconds, const std::string& aBody);
+    void AddError(const std::string& aInCase, const std::string& aOutside);
     std::string Text() const;
 
     std::string m_Suite;
@@ -40,6 +45,8 @@ private:
     std::string m_Cases; ///< the finished ones, as XML
     std::string m_Running;
     std::string m_Output; ///< of the running case, its last part when it is long
+    bool m_AreCasesClosed = false;
+    bool m_IsFinished = false;
     int m_Count = 0;
     int m_Failures = 0;
     int m_Errors = 0;

@@ -25,7 +25,8 @@ constexpr const char* HELP = R"(Usage: mpl-junit FILE -- program [arguments…]
 
 Runs a googletest program, or mpl-sandbox with one, and keeps its results in FILE as a JUnit report. The report is
 there and whole at every moment: when the program crashes or everything is killed, it holds the cases that ran before
-and names the one that was running. Output and exit status are the program's (128 + N when signal N ended it);
+and an error, in the case that was running or outside any. A program that ends before googletest's closing lines gets
+an error too, whatever its exit status. Output and exit status are the program's (128 + N when signal N ended it);
 2 when the command line is wrong, 125 when FILE can't be written, 126 or 127 when the program can't be run.
 )";
 
@@ -101,15 +102,16 @@ int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
         const std::string problem =
             WithErrno("the program " + aCommand.front() + " can't be run", program.error);
         Say(problem);
-        report.Finish(problem, false);
+        const int status = program.error == ENOENT ? EXIT_NOT_FOUND : EXIT_CANNOT_RUN;
+        report.Finish(problem, status);
         report.Save();
-        return program.error == ENOENT ? EXIT_NOT_FOUND : EXIT_CANNOT_RUN;
+        return status;
     }
     GoogletestLog log(report);
     const int status = FollowToItsEnd(program.pid, output.read.Get(), log, report);
     report.Finish(status > 128 ? "signal " + std::to_string(status - 128)
                                : "exit status " + std::to_string(status),
-                  status == 0);
+                  status);
     report.Save();
     return status;
 }

@@ -71,6 +71,8 @@ TEST_F(ReportTest, TellsHowEachCaseEnded)
                 Contains(cases[2], "no part of the machine"));
     EXPECT_EQ(cases[3], "Subject.PrintsAnything");
     EXPECT_TRUE(Contains(cases[4], "Each/Typed.FailsToo/0 failure")) << cases[4];
+    EXPECT_EQ(RunSubject(Command("Subject.Passes")).status, 0);
+    EXPECT_EQ(Cases(), std::vector<std::string>{"Subject.Passes"});
 }
 
 TEST_F(ReportTest, NamesTheCaseThatCrashed)
@@ -81,13 +83,26 @@ TEST_F(ReportTest, NamesTheCaseThatCrashed)
                            "Subject.Crashes error The program ended while this case was running: signal 6"}));
 }
 
+TEST_F(ReportTest, TellsOfACrashAfterAFailedCase)
+{
+    EXPECT_EQ(RunSubject(Command("Subject.Fails:Closing.*")).status, 128 + SIGABRT);
+    const std::vector<std::string> cases = Cases();
+    ASSERT_EQ(cases.size(), 3U);
+    EXPECT_EQ(cases[1], "Closing.Crashes");
+    EXPECT_TRUE(Contains(cases[2], "error The program ended with signal 6 before")) << cases[2];
+}
+
 TEST_F(ReportTest, TellsOfAProgramThatRanNoCase)
 {
     EXPECT_EQ(RunSubject({m_Report, "--", "/nonexistent/program"}).status, 127);
     ASSERT_EQ(Cases().size(), 1U);
     EXPECT_TRUE(Contains(Cases().front(), "can't be run: No such file")) << Cases().front();
-    EXPECT_EQ(RunSubject({m_Report, "--", "sh", "-c", "exit 125"}).status, 125);
-    EXPECT_TRUE(Contains(Cases().front(), "error The program ended with exit status 125")) << Cases().front();
+    for (const int status : {0, 125}) {
+        const QString number = QString::number(status);
+        EXPECT_EQ(RunSubject({m_Report, "--", "sh", "-c", "exit " + number}).status, status);
+        const std::string error = "error The program ended with exit status " + number.toStdString();
+        EXPECT_TRUE(Contains(Cases().front(), error.c_str())) << Cases().front();
+    }
     const Outcome outcome = RunSubject({"/nonexistent/report.xml", "--", "true"});
     EXPECT_EQ(outcome.status, 125);
     EXPECT_TRUE(Contains(outcome.err, "can't be written to /nonexistent/report.xml")) << outcome.err;
@@ -95,22 +110,27 @@ TEST_F(ReportTest, TellsOfAProgramThatRanNoCase)
 
 TEST_F(ReportTest, OutlivesTheKillOfEverything)
 {
-    QProcess process;
-    process.setProcessEnvironment(m_Environment);
-    QStringList command = Command("Subject.Passes:*Hangs");
-    command.insert(2, "--");
-    command.insert(2, MPL_SANDBOX_PROGRAM);
-    process.start(MPL_JUNIT_PROGRAM, command);
-    QByteArray out;
-    while (!out.contains("hanging") && process.waitForReadyRead(30000)) {
-        out += process.readAllStandardOutput();
+    const std::pair<const char*, const char*> ends[] = {
+        {"Subject.Passes:Subject.Hangs", "Subject.Hangs error The run was cut off in this case"},
+        {"Subject.Passes:Opening.Hangs", "report.(outside any case) error The run was cut off"}};
+    for (const auto& [filter, error] : ends) {
+        QProcess process;
+        process.setProcessEnvironment(m_Environment);
+        QStringList command = Command(filter);
+        command.insert(2, "--");
+        command.insert(2, MPL_SANDBOX_PROGRAM);
+        process.start(MPL_JUNIT_PROGRAM, command);
+        QByteArray out;
+        while (!out.contains("hanging") && process.waitForReadyRead(30000)) {
+            out += process.readAllStandardOutput();
+        }
+        process.kill();
+        EXPECT_EQ(WaitForEnd(process).status, 128 + SIGKILL);
+        EXPECT_TRUE(WaitForNoProcess()) << MarkedProcesses().front().arguments;
+        const std::vector<std::string> cases = Cases();
+        ASSERT_EQ(cases.size(), 2U);
+        EXPECT_EQ(cases[1].find(error), 0U) << cases[1];
     }
-    process.kill();
-    EXPECT_EQ(WaitForEnd(process).status, 128 + SIGKILL);
-    EXPECT_TRUE(WaitForNoProcess()) << MarkedProcesses().front().arguments;
-    const std::vector<std::string> cases = Cases();
-    ASSERT_EQ(cases.size(), 2U);
-    EXPECT_TRUE(Contains(cases[1], "Subject.Hangs error ") && Contains(cases[1], "was cut off")) << cases[1];
 }
 
 } // namespace MplSandboxTest

@@ -38,6 +38,27 @@ TEST(Subject, Hangs)
     pause();
 }
 
+class Opening : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        std::puts("hanging");
+        std::fflush(stdout);
+        pause();
+    }
+};
+
+TEST_F(Opening, Hangs) {}
+
+class Closing : public testing::Test
+{
+protected:
+    static void TearDownTestSuite() { std::abort(); }
+};
+
+TEST_F(Closing, Crashes) {}
+
 class Typed : public testing::TestWithParam<const char*>
 {
 };
