@@ -162,7 +162,7 @@ TEST_F(BrowseAndPlay, PlaysAnAlbumFoundByBrowsing)
     ASSERT_EQ(songs.size(), 3);
     EXPECT_EQ(songs.at(2).value(MPL::MPL_RESULT_KEY_SONG).toString(), "Tone 3");
 
-    // Play it and follow: the first track ends by itself, the next one is skipped.
+    // Play it and follow: skip to the next track.
     const MPL::TransactionId playAll = ids.Create();
     browser->RequestPlayAll(playAll);
     AnswerTo(playAll, playing);

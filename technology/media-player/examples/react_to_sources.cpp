@@ -30,11 +30,9 @@ struct Seen {
 class SourceWatcher : public MPL::MediaManagerAbstractClient
 {
 public:
-    SourceWatcher(MPL::TestFixture* fixture, QThread* thread, Seen& seen)
-        : MediaManagerAbstractClient(MPL_TestEnvironment::CreateMediaManagerProxy(), fixture),
-          m_Fixture(fixture),
-          m_Thread(thread),
-          m_Seen(seen)
+    SourceWatcher(ComTalvexDBusMediaPlayerMediaManagerInterface* manager, MPL::TestFixture* fixture,
+                  Seen& seen)
+        : MediaManagerAbstractClient(manager, fixture), m_Seen(seen)
     {
     }
 
@@ -62,8 +60,6 @@ public:
     }
 
 private:
-    MPL::TestFixture* m_Fixture;
-    QThread* m_Thread;
     Seen& m_Seen;
     std::unique_ptr<ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface> m_Simulator;
 };
@@ -94,7 +90,9 @@ TEST_F(ReactToSources, SeesADeviceComeAndGo)
     ASSERT_TRUE(AllSourcesListed());
 
     Seen seen;
-    auto* client = new SourceWatcher(this, &m_Thread, seen);
+    auto* manager = MPL_TestEnvironment::CreateMediaManagerProxy();
+    ASSERT_NE(manager, nullptr); // a client without a proxy never runs, and the wait would not end
+    auto* client = new SourceWatcher(manager, this, seen);
     client->moveToThread(&m_Thread);
     m_Thread.start();
     Wait();

@@ -10,33 +10,34 @@
 #include <MPL_TestEnvironmentNames.h>
 
 #include <QCoreApplication>
+#include <QSemaphore>
 
 #include <memory>
 
 namespace
 {
 
+constexpr int TIME_MS = 10000;
+
 /// Asks the media manager for its active source once its thread starts, and ends the test.
 class ActiveSourceReader : public MPL::MediaManagerAbstractClient
 {
 public:
-    ActiveSourceReader(MPL::TestFixture* fixture, bool& ran)
-        : MediaManagerAbstractClient(MPL_TestEnvironment::CreateMediaManagerProxy(), fixture),
-          m_Fixture(fixture),
-          m_Ran(ran)
+    ActiveSourceReader(ComTalvexDBusMediaPlayerMediaManagerInterface* manager, MPL::TestFixture* fixture,
+                       QSemaphore& done)
+        : MediaManagerAbstractClient(manager, fixture), m_Done(done)
     {
     }
 
     void RunTest() override
     {
         EXPECT_EQ(GetActiveMediaSource().serviceName, QString()) << "the state was reset before the launch";
-        m_Ran = true;
         m_Fixture->QuitTest();
+        m_Done.release();
     }
 
 private:
-    MPL::TestFixture* m_Fixture;
-    bool& m_Ran;
+    QSemaphore& m_Done;
 };
 
 class StartWhenServiceAppears : public MPL::MediaSourceTestFixture
@@ -62,15 +63,18 @@ protected:
 
 TEST_F(StartWhenServiceAppears, RunsTheClientOnceTheServiceIsThere)
 {
-    bool ran = false;
-    auto* client = new ActiveSourceReader(this, ran);
+    QSemaphore done;
+    auto* manager = MPL_TestEnvironment::CreateMediaManagerProxy();
+    ASSERT_NE(manager, nullptr); // a client without a proxy never runs, and the thread would not end
+    auto* client = new ActiveSourceReader(manager, this, done);
     client->moveToThread(&m_Thread);
     auto checker = WatchFor(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME);
     EXPECT_FALSE(m_Thread.isRunning());
 
     ASSERT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
+    // The client may have ended before this thread gets here, so a Wait() for it could come too late.
+    ASSERT_TRUE(done.tryAcquire(1, TIME_MS)) << "the client did not run within " << TIME_MS << " ms";
     m_Thread.wait();
-    EXPECT_TRUE(ran);
     Release(std::move(checker));
 }
 

@@ -13,7 +13,7 @@ namespace MPL
 struct BrowserHierarchy {
     BrowserHierarchy() = default;
     /// A level of this name and nothing else.
-    explicit BrowserHierarchy(const QString& aName) : name(aName) {}
+    BrowserHierarchy(const QString& aName) : name(aName) {}
 
     /// Registers the type and its vector for D-Bus, and their names without the namespace.
     static void RegisterMetaType();

@@ -48,7 +48,7 @@ class TransactionIdCreator
 {
 public:
     /// For the client with this D-Bus id.
-    explicit TransactionIdCreator(const QString& dbusId);
+    TransactionIdCreator(const QString& dbusId);
 
     /// Returns the next id; never fails.
     TransactionId Create();

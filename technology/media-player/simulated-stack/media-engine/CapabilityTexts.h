@@ -5,6 +5,9 @@
 #include <QStringList>
 #include <QVector>
 
+#include <algorithm>
+#include <iterator>
+
 namespace sim
 {
 
@@ -24,7 +27,9 @@ QString EventText(const QString& aType, const QString& aEvent, const QString& aT
 template <class Words>
 QStringList OptionsOf(const Words& aWords)
 {
-    return QStringList(QVector<QString>(aWords.begin(), aWords.end()).toList());
+    QStringList options;
+    std::copy(aWords.begin(), aWords.end(), std::back_inserter(options));
+    return options;
 }
 
 } // namespace sim

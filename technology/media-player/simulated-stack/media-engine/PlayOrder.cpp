@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace sim
 {
@@ -13,7 +14,7 @@ void PlayOrder::Reset(uint aCount, bool aShuffle, uint aFirst)
     m_Order.resize(static_cast<int>(aCount));
     std::iota(m_Order.begin(), m_Order.end(), 0U);
     if (aShuffle && aFirst < aCount) {
-        m_Order.swapItemsAt(0, static_cast<int>(aFirst));
+        std::swap(m_Order[0], m_Order[static_cast<int>(aFirst)]);
         std::shuffle(m_Order.begin() + 1, m_Order.end(), *QRandomGenerator::global());
     }
 }

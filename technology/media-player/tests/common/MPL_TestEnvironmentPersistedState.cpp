@@ -6,6 +6,19 @@
 
 #include <QDebug>
 
+namespace
+{
+
+// The wrapper is gone again before the library behind it is shut down.
+bool SaveNothing()
+{
+    MPL::DataManagerWrapper dataManager;
+    const QString none = QLatin1String("");
+    return dataManager.SaveActiveSource(none) && dataManager.SaveActiveSourcePlaybackState(none);
+}
+
+} // namespace
+
 bool MPL_TestEnvironment::ClearMPLState(bool aActivateDataManager)
 {
     if (aActivateDataManager) {
@@ -14,9 +27,7 @@ bool MPL_TestEnvironment::ClearMPLState(bool aActivateDataManager)
             qDebug() << "DataManager::StartUp failed" << error;
         }
     }
-    MPL::DataManagerWrapper dataManager;
-    const QString none = QLatin1String("");
-    const bool result = dataManager.SaveActiveSource(none) && dataManager.SaveActiveSourcePlaybackState(none);
+    const bool result = SaveNothing();
     if (aActivateDataManager) {
         DataManager::ShutDown();
     }

@@ -61,7 +61,8 @@ public:
     virtual void RunTest() = 0;
 
 public Q_SLOTS:
-    /// Connected by Init(): pass the manager's signals and the ends of the thread's life on to the hooks.
+    /// Connected by the constructor: pass the manager's signals and the ends of the thread's life on to the
+    /// hooks.
     void HandleActiveMediaSourceChanged(const QString& aServiceName, const QString& aObjectPath);
     void HandleMediaSourceAdded(const QString& aServiceName, const QString& aObjectPath);
     void HandleMediaSourceRemoved(const QString& aServiceName, const QString& aObjectPath);

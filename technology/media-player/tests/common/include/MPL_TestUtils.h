@@ -10,8 +10,8 @@
 ///     {"available_functionalities": {"PLAYBACK-REPEAT":
 ///         {"functionality_state": "ENABLED", "options": ["REPEAT_MODE_OFF", "REPEAT_MODE_ONE"]}}}
 ///
-/// Other members at any level are ignored, and member names are compared without regard to case. A member
-/// that is not of the type shown counts as absent; an element of "options" that is no text counts as empty.
+/// Other members at any level are ignored, and member names are compared without regard to case. A state that
+/// is no text counts as absent; an element of "options" that is no text counts as empty.
 #pragma once
 
 #include <QDBusPendingReply>

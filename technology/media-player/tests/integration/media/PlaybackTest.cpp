@@ -124,7 +124,11 @@ TEST_F(APlayer, TakesOnlyTheWordsOfEachMode)
         const char* changed;
         QStringList words;
     };
-    const auto list = [](const auto& aWords) { return QStringList(aWords.begin(), aWords.end()); };
+    const auto list = [](const auto& aWords) {
+        QStringList words;
+        std::copy(aWords.begin(), aWords.end(), std::back_inserter(words));
+        return words;
+    };
     for (const Mode& mode : {Mode{"SetRepeatMode", "GetRepeatMode", SIGNAL(SignalRepeatModeChanged(QString)),
                                   list(MPL::MPL_REPEAT_MODES)},
                              Mode{"SetShuffleMode", "GetShuffleMode",

@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QSet>
 #include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace
 {
@@ -14,7 +17,9 @@ namespace
 template <std::size_t N>
 QStringList ListOf(const std::array<QString, N>& words)
 {
-    return QStringList(QList<QString>::fromVector(QVector<QString>(words.begin(), words.end())));
+    QStringList list;
+    std::copy(words.begin(), words.end(), std::back_inserter(list));
+    return list;
 }
 
 /// One line per group: no word is missing, doubled or out of place.
@@ -39,8 +44,7 @@ template <std::size_t N>
 void ExpectDistinct(const std::array<QString, N>& words)
 {
     const QStringList list = ListOf(words);
-    EXPECT_EQ(QSet<QString>(list.begin(), list.end()).size(), static_cast<int>(N))
-        << qPrintable(list.join(' '));
+    EXPECT_EQ(std::set<QString>(list.begin(), list.end()).size(), N) << qPrintable(list.join(' '));
     EXPECT_FALSE(list.contains(QString()));
 }
 
