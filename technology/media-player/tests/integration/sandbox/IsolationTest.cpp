@@ -101,20 +101,34 @@ TEST_F(SandboxTest, ChangesNothingOfTheMachine)
     EXPECT_EQ(config.readAll(), "{}");
 }
 
+// Neither sandboxes of one user nor those of two users.
 TEST_F(SandboxTest, DoesNotMeetAnother)
 {
-    const QString script = R"(mkdir /var/talvex/media-player/test || exit 1
+    const QString script = R"(mkdir /var/talvex/media-player/test /dev/shm/mpl-test || exit 1
+        user=$(id -u); echo $user
+        sleep 100$user & until grep -q sleep /proc/$!/comm; do :; done
         dbus-send --system --print-reply=literal --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId; echo
-        read until_both_are_up)";
-    const auto first = StartScript(script, {"--no-lifecycle-manager"});
-    const auto second = StartScript(script, {"--no-lifecycle-manager"});
-    for (QProcess* process : {first.get(), second.get()}) {
-        process->write("\n");
+        read until_both_are_up
+        for process in /proc/[0-9]*; do tr '\0' ' ' < $process/cmdline; echo; done | grep '^sleep 100')";
+    for (const bool isOfTwoUsers : {false, true}) {
+        const auto first = StartScript(script, {"--no-lifecycle-manager"});
+        if (isOfTwoUsers && getuid() == 0) {
+            BecomeOrdinaryUser();
+        }
+        const auto second = StartScript(script, {"--no-lifecycle-manager"});
+        for (QProcess* process : {first.get(), second.get()}) {
+            process->write("\n");
+        }
+        const Outcome ofFirst = WaitForEnd(*first);
+        const Outcome ofSecond = WaitForEnd(*second);
+        EXPECT_EQ(ofFirst.err + ofSecond.err, "");
+        EXPECT_NE(ofFirst.out, ofSecond.out);
+        for (const std::string& out : {ofFirst.out, ofSecond.out}) {
+            const std::string user = out.substr(0, out.find('\n'));
+            EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 3) << out;
+            EXPECT_NE(out.find("\nsleep 100" + user + " \n"), std::string::npos) << out;
+        }
     }
-    const Outcome ofFirst = WaitForEnd(*first);
-    const Outcome ofSecond = WaitForEnd(*second);
-    EXPECT_EQ(ofFirst.err + ofSecond.err, "");
-    EXPECT_NE(ofFirst.out, ofSecond.out);
 }
 
 TEST_F(SandboxTest, RecordsItsBusesThroughRestarts)
@@ -153,7 +167,7 @@ TEST_F(SandboxTest, ServesAnOrdinaryUser)
     if (getuid() != 0) {
         return; // all cases of this program are such a user's
     }
-    m_Wrapper = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+    BecomeOrdinaryUser();
     const Outcome outcome = RunScript("id -u; cat /opt/talvex/etc/mplConfig.json; exit 5", {});
     EXPECT_EQ(outcome.status, 5);
     EXPECT_EQ(outcome.out, "65534\n{}");

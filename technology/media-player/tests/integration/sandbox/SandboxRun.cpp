@@ -9,6 +9,8 @@
 
 #include <csignal>
 
+#include <sys/stat.h>
+
 namespace MplSandboxTest
 {
 
@@ -42,6 +44,7 @@ SandboxTest::SandboxTest() : m_Environment(QProcessEnvironment::systemEnvironmen
 
 void SandboxTest::SetUp()
 {
+    umask(022); // every user reads the stack
     const QDir stack(m_Stack.path());
     ASSERT_TRUE(stack.mkpath("bin") && stack.mkpath("etc/systemd"));
     const QString manager = StackFile("bin/media_manager");
@@ -61,9 +64,20 @@ void SandboxTest::SetUp()
 void SandboxTest::Start(QProcess& aProcess, const QStringList& aArguments)
 {
     aProcess.setProcessEnvironment(m_Environment);
-    const QStringList command = m_Wrapper + QStringList{MPL_SANDBOX_PROGRAM} + aArguments;
+    aProcess.setWorkingDirectory(m_WorkingFolder);
+    const QStringList command = m_Command + aArguments;
     aProcess.start(command.first(), command.mid(1));
     m_SandboxIds += aProcess.processId();
+}
+
+void SandboxTest::BecomeOrdinaryUser()
+{
+    const QString program = m_OpenFolder.filePath("mpl-sandbox");
+    ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, program));
+    ASSERT_TRUE(QFile::setPermissions(program, QFileDevice::Permissions(0x5755)));
+    ASSERT_TRUE(QFile::setPermissions(m_OpenFolder.path(), QFileDevice::Permissions(0x7755)));
+    m_Command = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", program};
+    m_WorkingFolder = m_OpenFolder.path();
 }
 
 Outcome SandboxTest::Run(const QStringList& aArguments)

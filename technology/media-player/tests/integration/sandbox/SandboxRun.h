@@ -60,12 +60,18 @@ protected:
     /// The control groups that this case's sandboxes have; none once they have ended.
     QStringList SandboxGroups() const;
 
+    /// What starts from now on runs as the user nobody, for whom root's folders may be closed: it runs a copy
+    /// of mpl-sandbox in a folder that everybody can read. Only root can do this.
+    void BecomeOrdinaryUser();
+
     QString StackFile(const QString& aName) const { return m_Stack.filePath(aName); }
 
     QProcessEnvironment m_Environment;
-    QTemporaryDir m_Stack;
+    QTemporaryDir m_Stack{"/tmp/mpl-stack-XXXXXX"}; // $TMPDIR may be closed for others
+    QTemporaryDir m_OpenFolder{"/tmp/mpl-open-XXXXXX"};
     QList<qint64> m_SandboxIds;
-    QStringList m_Wrapper; ///< command that runs mpl-sandbox; empty: it is run directly
+    QStringList m_Command{MPL_SANDBOX_PROGRAM};
+    QString m_WorkingFolder; ///< of what is started; empty: the test's own
 };
 
 } // namespace MplSandboxTest
