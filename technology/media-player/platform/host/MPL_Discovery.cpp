@@ -87,8 +87,9 @@ private:
             m_Service, path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
             QStringLiteral("Introspect"));
         call.setAutoStartService(false);
-        const qint64 left = m_Limits.time.count() - m_Timer.elapsed();
-        return m_Connection.asyncCall(call, static_cast<int>(std::max<qint64>(left, 1)));
+        const qint64 left = std::max<qint64>(m_Limits.time.count() - m_Timer.elapsed(), 0);
+        // Qt's timers may be a twentieth early; a call must not end before the walk's own time is up.
+        return m_Connection.asyncCall(call, static_cast<int>(left + left / 16 + 1));
     }
 
     void Note(const QString& path, const QDBusPendingReply<QString>& reply, QStringList& next)

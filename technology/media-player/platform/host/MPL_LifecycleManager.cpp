@@ -1,6 +1,7 @@
 #include "MPL_LifecycleManager.h"
 
 #include <QDebug>
+#include <QMap>
 #include <QString>
 
 #include <systemd/sd-bus.h>
@@ -15,21 +16,24 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
-using std::chrono::microseconds;
 
 constexpr const char* kManager = "org.freedesktop.systemd1";
 constexpr const char* kManagerPath = "/org/freedesktop/systemd1";
 constexpr const char* kManagerInterface = "org.freedesktop.systemd1.Manager";
 
-// One job of the manager, on a bus connection of its own: signals for it wait in the connection's queue
-// while a reply is read, so none is missed, however early it comes.
+// One job of the manager, on a bus connection of its own. Every step sends a message and handles what comes
+// in until the answer is there: sd-bus's own blocking calls fail when a signal reaches the thread meanwhile.
 class Job
 {
 public:
     explicit Job(std::chrono::milliseconds bound) : m_Deadline(Clock::now() + bound), m_Bound(bound) {}
 
     // Every call has had its reply: nothing is left to be sent, and a bus that hangs must not be waited for.
-    ~Job() { sd_bus_close_unref(m_Bus); }
+    ~Job()
+    {
+        sd_bus_message_unref(m_Reply);
+        sd_bus_close_unref(m_Bus);
+    }
 
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
@@ -37,10 +41,9 @@ public:
     // Returns an empty text on success, otherwise what went wrong.
     QString Run(ServiceJob job, const QByteArray& service)
     {
-        const QByteArray unit = service + ".service";
         QString problem = Listen();
         if (problem.isEmpty()) {
-            problem = Enqueue(job, unit);
+            problem = Enqueue(job, service + ".service");
         }
         if (problem.isEmpty() && !m_Path.isEmpty()) {
             problem = Wait();
@@ -55,35 +58,33 @@ private:
         if (opened < 0) {
             return Unreachable(opened);
         }
-        // Left to itself a call on a new connection waits 90 seconds for a bus that doesn't greet.
-        QString problem = Process([this] { return sd_bus_is_ready(m_Bus) > 0; });
+        QString problem =
+            Process([this] { return sd_bus_is_ready(m_Bus) > 0; }, "the system bus has not answered");
         if (!problem.isEmpty()) {
             return problem;
         }
-        sd_bus_set_method_call_timeout(m_Bus, Remaining());
-        const int matched = sd_bus_match_signal(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface,
-                                                "JobRemoved", &Job::HandleJobRemoved, this);
+        const int matched =
+            sd_bus_match_signal_async(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface, "JobRemoved",
+                                      &Job::HandleJobRemoved, nullptr, this);
         // The manager sends its signals only while somebody has asked for them.
-        return matched < 0 ? Unreachable(matched) : Call("Subscribe", nullptr, nullptr);
+        return matched < 0 ? Unreachable(matched) : Call("Subscribe", nullptr);
     }
 
     QString Enqueue(ServiceJob job, const QByteArray& unit)
     {
         const bool stop = job == ServiceJob::Stop;
-        sd_bus_error error = SD_BUS_ERROR_NULL;
-        QString problem = Call(stop ? "StopUnit" : "StartUnit", unit.constData(), &error);
-        const bool unknown = sd_bus_error_has_name(&error, "org.freedesktop.systemd1.NoSuchUnit") > 0;
-        sd_bus_error_free(&error);
+        QString problem = Call(stop ? "StopUnit" : "StartUnit", unit.constData());
         // What the manager doesn't know doesn't run.
+        const bool unknown = m_Reply != nullptr && sd_bus_message_is_method_error(
+                                                       m_Reply, "org.freedesktop.systemd1.NoSuchUnit") > 0;
         return stop && unknown ? QString() : problem;
     }
 
     // Calls a method of the manager; with a unit it is one that answers with the path of the job.
-    QString Call(const char* method, const char* unit, sd_bus_error* kept)
+    QString Call(const char* method, const char* unit)
     {
+        m_Reply = sd_bus_message_unref(m_Reply);
         sd_bus_message* call = nullptr;
-        sd_bus_message* reply = nullptr;
-        sd_bus_error error = SD_BUS_ERROR_NULL;
         int result =
             sd_bus_message_new_method_call(m_Bus, &call, kManager, kManagerPath, kManagerInterface, method);
         if (result >= 0 && unit != nullptr) {
@@ -91,60 +92,57 @@ private:
         }
         if (result >= 0) {
             sd_bus_message_set_auto_start(call, 0);
-            result = sd_bus_call(m_Bus, call, Remaining(), &error, &reply);
+            result = sd_bus_call_async(m_Bus, nullptr, call, &Job::HandleReply, this, UINT64_MAX);
         }
-        const char* path = nullptr;
-        if (result >= 0 && unit != nullptr) {
-            result = sd_bus_message_read(reply, "o", &path);
-            m_Path = path;
-        }
-        QString problem = result < 0 ? Explain(error, result) : QString();
-        if (kept != nullptr) {
-            sd_bus_error_copy(kept, &error);
-        }
-        sd_bus_error_free(&error);
         sd_bus_message_unref(call);
-        sd_bus_message_unref(reply);
-        return problem;
+        if (result < 0) {
+            return Unreachable(result);
+        }
+        QString problem = Process([this] { return m_Reply != nullptr; }, "systemd has not answered");
+        return problem.isEmpty() ? ReadReply(unit != nullptr) : problem;
     }
 
-    QString Explain(const sd_bus_error& error, int result) const
+    QString ReadReply(bool withJob)
     {
-        if (sd_bus_error_has_name(&error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
-            sd_bus_error_has_name(&error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) {
-            return QStringLiteral("no systemd on the system bus: run where it is the lifecycle manager");
+        if (const sd_bus_error* error = sd_bus_message_get_error(m_Reply)) {
+            if (sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
+                sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) {
+                return QStringLiteral("no systemd on the system bus: run where it is the lifecycle manager");
+            }
+            return QStringLiteral("systemd refused: %1")
+                .arg(QString::fromUtf8(error->message != nullptr ? error->message : error->name));
         }
-        if (result == -ETIMEDOUT) {
-            return QStringLiteral("systemd has not answered in %1 ms").arg(m_Bound.count());
+        const char* path = nullptr;
+        if (withJob && sd_bus_message_read(m_Reply, "o", &path) < 0) {
+            return QStringLiteral("systemd's answer names no job");
         }
-        const char* text = error.message != nullptr ? error.message : strerror(-result);
-        return QStringLiteral("systemd refused: %1").arg(QString::fromUtf8(text));
+        m_Path = path;
+        return {};
     }
 
     QString Wait()
     {
-        QString problem = Process([this] { return !m_Result.isEmpty(); });
-        if (!problem.isEmpty() || m_Result == "done") {
+        QString problem = Process([this] { return m_Ended.contains(m_Path); }, "the job was not done");
+        const QByteArray result = m_Ended.value(m_Path);
+        if (!problem.isEmpty() || result == "done") {
             return problem;
         }
-        return QStringLiteral("systemd ended the job with the result \"%1\"")
-            .arg(QString::fromUtf8(m_Result));
+        return QStringLiteral("systemd ended the job with the result \"%1\"").arg(QString::fromUtf8(result));
     }
 
-    // Handles what comes over the bus until `done` says so.
+    // Handles what comes over the bus until `done` says so; `otherwise` is what to say when it never does.
     template <typename Done>
-    QString Process(Done done)
+    QString Process(Done done, const char* otherwise)
     {
         while (!done()) {
             int result = sd_bus_process(m_Bus, nullptr);
             if (result == 0) {
-                if (Clock::now() >= m_Deadline) {
-                    return QStringLiteral("%1 in %2 ms")
-                        .arg(QLatin1String(m_Path.isEmpty() ? "the system bus has not answered"
-                                                            : "the job was not done"))
-                        .arg(m_Bound.count());
+                const auto left =
+                    std::chrono::duration_cast<std::chrono::microseconds>(m_Deadline - Clock::now()).count();
+                if (left <= 0) {
+                    return QStringLiteral("%1 in %2 ms").arg(QLatin1String(otherwise)).arg(m_Bound.count());
                 }
-                result = sd_bus_wait(m_Bus, Remaining());
+                result = sd_bus_wait(m_Bus, static_cast<std::uint64_t>(left));
             }
             if (result < 0 && result != -EINTR) {
                 return Unreachable(result);
@@ -159,22 +157,20 @@ private:
             .arg(QString::fromLocal8Bit(strerror(-error)));
     }
 
-    // In microseconds, as sd-bus counts; never 0, which it takes for its own default.
-    std::uint64_t Remaining() const
+    static int HandleReply(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
     {
-        const auto left = std::chrono::duration_cast<microseconds>(m_Deadline - Clock::now()).count();
-        return left > 0 ? static_cast<std::uint64_t>(left) : 1;
+        static_cast<Job*>(job)->m_Reply = sd_bus_message_ref(message);
+        return 0;
     }
 
     static int HandleJobRemoved(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
     {
-        auto* self = static_cast<Job*>(job);
         std::uint32_t id = 0;
         const char* path = nullptr;
         const char* unit = nullptr;
         const char* result = nullptr;
-        if (sd_bus_message_read(message, "uoss", &id, &path, &unit, &result) >= 0 && self->m_Path == path) {
-            self->m_Result = result;
+        if (sd_bus_message_read(message, "uoss", &id, &path, &unit, &result) >= 0) {
+            static_cast<Job*>(job)->m_Ended.insert(path, result);
         }
         return 0;
     }
@@ -182,8 +178,10 @@ private:
     sd_bus* m_Bus = nullptr;
     Clock::time_point m_Deadline;
     std::chrono::milliseconds m_Bound;
-    QByteArray m_Path;   // the job's object path
-    QByteArray m_Result; // how the manager says it ended
+    sd_bus_message* m_Reply = nullptr; // to the last call
+    QByteArray m_Path;                 // the job's object path
+    // How the manager says that jobs ended: one may end before the reply that names it is here.
+    QMap<QByteArray, QByteArray> m_Ended;
 };
 
 } // namespace

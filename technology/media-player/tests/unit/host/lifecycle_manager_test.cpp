@@ -17,6 +17,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <memory>
 
 namespace
@@ -103,6 +104,33 @@ TEST_F(LifecycleManager, IsWaitedForUntilTheJobIsDone)
     EXPECT_TRUE(MPL_ProcessInfo::SlmStopService("media-manager"));
     EXPECT_EQ(Text(Notes()),
               "StartUnit media-manager.service replace\nStopUnit media-manager.service replace");
+}
+
+TEST_F(LifecycleManager, IsWaitedForThroughSignalsOfOtherKinds)
+{
+    // Such as the end of a child, which Qt handles on whatever thread it reaches.
+    struct sigaction handler {
+    };
+    struct sigaction before {
+    };
+    handler.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &handler, &before);
+    const pthread_t waiting = pthread_self();
+    Offer([waiting](const QDBusMessage& call, QDBusConnection& connection) {
+        const auto interrupt = [waiting] {
+            for (int i = 0; i < 50; ++i) {
+                pthread_kill(waiting, SIGUSR1);
+                sched_yield();
+            }
+        };
+        interrupt();
+        Accept(call, connection);
+        interrupt();
+        End(connection, 2, QStringLiteral("done"));
+    });
+    EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager")) << Text(Notes());
+    m_Manager.reset();
+    sigaction(SIGUSR1, &before, nullptr);
 }
 
 TEST_F(LifecycleManager, ThatDoesntDoTheJobIsReportedInOneLine)

@@ -83,7 +83,11 @@ protected:
     static int EndOf(pid_t pid)
     {
         siginfo_t info{};
-        EXPECT_EQ(waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT), 0);
+        int result = -1;
+        do {
+            result = waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT);
+        } while (result != 0 && errno == EINTR);
+        EXPECT_EQ(result, 0);
         return info.si_code == CLD_KILLED ? info.si_status : 0;
     }
 
