@@ -16,7 +16,10 @@ mpl_pkg_config(mpl-test-support development "Test support for the media-player s
 mpl_pkg_config(mpl-test-main development "A ready main for test programs of the media-player service stack"
     "mpl-test-support" "" "-lMplTestMain")
 if(TARGET MplPlatformHost)
+    get_target_property(options MplPlatformHost INTERFACE_LINK_OPTIONS)
+    list(TRANSFORM options REPLACE "^LINKER:" "-Wl,")
+    list(JOIN options " " options)
     mpl_pkg_config(mpl-platform-host host "The stack's platform interfaces on an ordinary Linux machine"
         "Qt5Core Qt5DBus gtest" "Qt5Sql libproc2 libsystemd"
-        "-Wl,--undefined=mplPlatformHost -lMplPlatformHost -lMplVocabulary")
+        "${options} -lMplPlatformHost -lMplVocabulary")
 endif()
