@@ -3,8 +3,7 @@
 #   mpl_add_test(<target> [SHARDS n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
 #                [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
 #
-#   SHARDS           run the program this many times, each time with its share of the cases (default 1). CTest asks
-#                    the program for its cases and runs no more shards than there are
+#   SHARDS           run the program this many times, each time with its share of the cases (default 1)
 #   NO_SANDBOX       run the program as it is: for tests that start no service
 #   TIMEOUT          seconds that one shard may take (default 300)
 #   LABELS           CTest labels
@@ -33,9 +32,7 @@ function(mpl_add_test target)
         endif()
     endforeach()
 
-    set(program ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}>)
-    list(APPEND program ${arg_ARGS})
-    set(command ${program})
+    set(command ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
     if(NOT arg_NO_SANDBOX)
         mpl_find_desk_program(sandbox prefix)
         if(NOT prefix)
@@ -51,60 +48,25 @@ function(mpl_add_test target)
 
     set(reports ${CMAKE_BINARY_DIR}/test-reports)
     file(MAKE_DIRECTORY ${reports})
-    if(arg_SHARDS GREATER 1)
-        mpl_add_shards()
-        return()
-    endif()
-    set(report ${reports}/${target}.xml)
-    if(recorder)
-        add_test(NAME ${target} COMMAND ${recorder} ${report} -- ${command})
-    else()
-        add_test(NAME ${target} COMMAND ${command})
-        list(APPEND arg_ENVIRONMENT GTEST_OUTPUT=xml:${report})
-    endif()
-    set_tests_properties(${target} PROPERTIES
-        TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${arg_ENVIRONMENT}")
-endfunction()
-
-# The part of mpl_add_test for several shards, on its variables. Only the built program knows how many cases there
-# are, so CTest registers the shards when it reads its tests, from a script written here: a shard without a case
-# would be a sandbox for nothing.
-macro(mpl_add_shards)
-    foreach(list program command recorder)
-        set(words "")
-        foreach(word IN LISTS ${list})
-            string(APPEND words " [==[${word}]==]")
-        endforeach()
-        set(${list} "${words}")
+    foreach(shard RANGE 1 ${arg_SHARDS})
+        set(name ${target})
+        set(environment ${arg_ENVIRONMENT})
+        if(arg_SHARDS GREATER 1)
+            string(APPEND name .${shard})
+            math(EXPR index "${shard} - 1")
+            list(APPEND environment GTEST_TOTAL_SHARDS=${arg_SHARDS} GTEST_SHARD_INDEX=${index})
+        endif()
+        set(report ${reports}/${name}.xml)
+        if(recorder)
+            add_test(NAME ${name} COMMAND ${recorder} ${report} -- ${command})
+        else()
+            add_test(NAME ${name} COMMAND ${command})
+            list(APPEND environment GTEST_OUTPUT=xml:${report})
+        endif()
+        set_tests_properties(${name} PROPERTIES
+            TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${environment}")
     endforeach()
-    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.shards.cmake)
-    file(GENERATE OUTPUT ${script} CONTENT "\
-set(shards ${arg_SHARDS})
-execute_process(COMMAND ${program} --gtest_list_tests
-    OUTPUT_VARIABLE list RESULT_VARIABLE status ERROR_QUIET TIMEOUT 30)
-string(REGEX REPLACE \"[];[]\" \"\" list \"\${list}\")
-string(REGEX MATCHALL \"\\n  [^\\n]+\" cases \"\${list}\")
-list(LENGTH cases count)
-if(status EQUAL 0 AND count GREATER 0 AND count LESS shards)
-    set(shards \${count})
-endif()
-foreach(shard RANGE 1 \${shards})
-    math(EXPR index \"\${shard} - 1\")
-    set(environment [==[${arg_ENVIRONMENT}]==] GTEST_TOTAL_SHARDS=\${shards} GTEST_SHARD_INDEX=\${index})
-    set(report \"${reports}/${target}.\${shard}.xml\")
-    set(recorder${recorder})
-    if(recorder)
-        add_test(\"${target}.\${shard}\" \${recorder} \"\${report}\" --${command})
-    else()
-        add_test(\"${target}.\${shard}\"${command})
-        list(APPEND environment \"GTEST_OUTPUT=xml:\${report}\")
-    endif()
-    set_tests_properties(\"${target}.\${shard}\" PROPERTIES
-        TIMEOUT ${arg_TIMEOUT} LABELS [==[${arg_LABELS}]==] ENVIRONMENT \"\${environment}\")
-endforeach()
-")
-    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${script})
-endmacro()
+endfunction()
 
 # Sets `result` to the command that runs mpl-<name> on this machine; empty when there is none.
 function(mpl_find_desk_program name result)

@@ -12,7 +12,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     ${PROJECT_BINARY_DIR}/technology/media-player/common
     ${PROJECT_BINARY_DIR}/technology/media-player/dbus
     ${PROJECT_BINARY_DIR}/technology/media-player/tests/common
-    ${PROJECT_BINARY_DIR}/technology/media-player/platform/host)
+    ${PROJECT_BINARY_DIR}/technology/media-player/desk/host)
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmpl-test-support-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

@@ -5,9 +5,9 @@ if(NOT DOXYGEN_FOUND)
 endif()
 
 set(reference_input ${PROJECT_SOURCE_DIR}/docs)
-get_property(libraries GLOBAL PROPERTY MPL_PACKAGE_TARGETS)
+get_property(libraries GLOBAL PROPERTY MPL_LIBRARIES)
 foreach(library IN LISTS libraries)
-    get_target_property(headers ${library} MPL_HEADERS)
+    get_target_property(headers ${library} HEADER_SET)
     list(APPEND reference_input ${headers})
 endforeach()
 # The generated proxies are described by the interface descriptions and by the header that gathers them.

@@ -1,6 +1,6 @@
 // The ready `main` of test programs: the suite runs on a worker thread, the event loop on this one, and the
 // exit code says whether the suite ran and passed.
-#include "TestMainOptions.h"
+#include "Options.h"
 
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestHandler.h>

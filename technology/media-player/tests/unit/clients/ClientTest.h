@@ -1,9 +1,9 @@
 // Base of the client tests: a bus of the test suite's own as shared connection, and a service on it.
 #pragma once
 
-#include <DoublesTest.h>
-#include <FakeService.h>
-#include <PrivateBus.h>
+#include "DoublesTest.h"
+#include "FakeService.h"
+#include "PrivateBus.h"
 
 #include <MPL_MediaManagerAbstractClient.h>
 #include <MPL_TestEnvironment.h>

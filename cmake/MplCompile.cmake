@@ -1,0 +1,27 @@
+# How this project's own code is compiled. Set for its folders, so nothing here reaches the users of the package.
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_VERIFY_INTERFACE_HEADER_SETS ${PROJECT_IS_TOP_LEVEL})
+# Shared libraries of the package find each other where they lie.
+set(CMAKE_INSTALL_RPATH $ORIGIN)
+
+find_program(MPL_CCACHE ccache)
+if(MPL_CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${MPL_CCACHE})
+endif()
+
+add_compile_options(
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused -Wformat=2 -Werror)
+# The library is written to the API of Qt 5.12, so what later versions deprecate is no news.
+add_compile_definitions(
+    QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER QT_DEPRECATED_WARNINGS_SINCE=0x050C00)
+
+if(MPL_SANITIZE)
+    add_compile_options(-fsanitize=${MPL_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${MPL_SANITIZE})
+endif()

@@ -1,0 +1,83 @@
+#include "DataManagerStore.h"
+
+#include "StateStore.h"
+
+#include <DataManager.h>
+#include <MPL_DataManagerWrapper.h>
+#include <MPL_TestEnvironmentNames.h>
+
+#include <QDebug>
+#include <QMutex>
+#include <QMutexLocker>
+
+namespace
+{
+
+// One store per program, as the data manager has no handle: threads take turns.
+struct State {
+    QMutex mutex;
+    MPL::StateStore store;
+    bool startFailed = false;
+};
+
+State& TheState()
+{
+    static State s_State;
+    return s_State;
+}
+
+bool Save(const char* operation, const QString& key, const QString& value)
+{
+    State& state = TheState();
+    const QMutexLocker lock(&state.mutex);
+    // The failed start has said why; saying it again with every save would only hide it.
+    if (state.startFailed) {
+        return false;
+    }
+    QString error = QStringLiteral("call DataManager::StartUp first");
+    if (state.store.IsOpen() && state.store.Save(key, value, error)) {
+        return true;
+    }
+    qCritical().noquote() << operation << "--" << error;
+    return false;
+}
+
+} // namespace
+
+int MPL::StartUpDataManager(const QString& path)
+{
+    State& state = TheState();
+    const QMutexLocker lock(&state.mutex);
+    QString error;
+    state.startFailed = !state.store.Open(path, error);
+    if (state.startFailed) {
+        qCritical().noquote() << "DataManager::StartUp --" << error;
+        return 1;
+    }
+    return 0;
+}
+
+int DataManager::StartUp()
+{
+    return MPL::StartUpDataManager(MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/") +
+                                   QStringLiteral("DataManagerDb.sqlite"));
+}
+
+void DataManager::ShutDown()
+{
+    State& state = TheState();
+    const QMutexLocker lock(&state.mutex);
+    state.store.Close();
+    state.startFailed = false;
+}
+
+bool MPL::DataManagerWrapper::SaveActiveSource(const QString& aSource)
+{
+    return Save("MPL::DataManagerWrapper::SaveActiveSource", STATE_KEY_ACTIVE_SOURCE, aSource);
+}
+
+bool MPL::DataManagerWrapper::SaveActiveSourcePlaybackState(const QString& aState)
+{
+    return Save("MPL::DataManagerWrapper::SaveActiveSourcePlaybackState",
+                STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, aState);
+}

@@ -1,0 +1,45 @@
+#include "IntrospectionText.h"
+
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+
+namespace MPL
+{
+
+namespace
+{
+
+// One element of an object path, or several: an object may name its grandchildren without the level between.
+bool IsChildName(const QString& name)
+{
+    static const QRegularExpression s_ChildName(QStringLiteral("\\A[A-Za-z0-9_]+(/[A-Za-z0-9_]+)*\\z"));
+    return s_ChildName.match(name).hasMatch();
+}
+
+} // namespace
+
+bool ReadIntrospection(const QString& text, Introspection& introspection)
+{
+    Introspection read;
+    QXmlStreamReader xml(text);
+    if (!xml.readNextStartElement() || xml.name() != QLatin1String("node")) {
+        return false;
+    }
+    while (xml.readNextStartElement()) {
+        const QString name = xml.attributes().value(QLatin1String("name")).toString();
+        if (xml.name() == QLatin1String("interface")) {
+            read.interfaces << name;
+        } else if (xml.name() == QLatin1String("node") && IsChildName(name)) {
+            read.children << name;
+        }
+        // The children's own content is asked of the children.
+        xml.skipCurrentElement();
+    }
+    if (xml.hasError()) {
+        return false;
+    }
+    introspection = read;
+    return true;
+}
+
+} // namespace MPL

@@ -1,0 +1,202 @@
+#include "LifecycleManager.h"
+
+#include <QDebug>
+#include <QMap>
+#include <QString>
+
+#include <systemd/sd-bus.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace MPL
+{
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* kManager = "org.freedesktop.systemd1";
+constexpr const char* kManagerPath = "/org/freedesktop/systemd1";
+constexpr const char* kManagerInterface = "org.freedesktop.systemd1.Manager";
+
+// One job of the manager, on a bus connection of its own. Every step sends a message and handles what comes
+// in until the answer is there: sd-bus's own blocking calls fail when a signal reaches the thread meanwhile.
+class Job
+{
+public:
+    explicit Job(std::chrono::milliseconds bound) : m_Deadline(Clock::now() + bound), m_Bound(bound) {}
+
+    // Every call has had its reply: nothing is left to be sent, and a bus that hangs must not be waited for.
+    ~Job()
+    {
+        sd_bus_message_unref(m_Reply);
+        sd_bus_close_unref(m_Bus);
+    }
+
+    Job(const Job&) = delete;
+    Job& operator=(const Job&) = delete;
+
+    // Returns an empty text on success, otherwise what went wrong.
+    QString Run(ServiceJob job, const QByteArray& service)
+    {
+        QString problem = Listen();
+        if (problem.isEmpty()) {
+            problem = Enqueue(job, service + ".service");
+        }
+        if (problem.isEmpty() && !m_Path.isEmpty()) {
+            problem = Wait();
+        }
+        return problem;
+    }
+
+private:
+    QString Listen()
+    {
+        const int opened = sd_bus_open_system(&m_Bus);
+        if (opened < 0) {
+            return Unreachable(opened);
+        }
+        QString problem =
+            Process([this] { return sd_bus_is_ready(m_Bus) > 0; }, "the system bus has not answered");
+        if (!problem.isEmpty()) {
+            return problem;
+        }
+        const int matched =
+            sd_bus_match_signal_async(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface, "JobRemoved",
+                                      &Job::HandleJobRemoved, nullptr, this);
+        // The manager sends its signals only while somebody has asked for them.
+        return matched < 0 ? Unreachable(matched) : Call("Subscribe", nullptr);
+    }
+
+    QString Enqueue(ServiceJob job, const QByteArray& unit)
+    {
+        const bool stop = job == ServiceJob::Stop;
+        QString problem = Call(stop ? "StopUnit" : "StartUnit", unit.constData());
+        // What the manager doesn't know doesn't run.
+        const bool unknown = m_Reply != nullptr && sd_bus_message_is_method_error(
+                                                       m_Reply, "org.freedesktop.systemd1.NoSuchUnit") > 0;
+        return stop && unknown ? QString() : problem;
+    }
+
+    // Calls a method of the manager; with a unit it is one that answers with the path of the job.
+    QString Call(const char* method, const char* unit)
+    {
+        m_Reply = sd_bus_message_unref(m_Reply);
+        sd_bus_message* call = nullptr;
+        int result =
+            sd_bus_message_new_method_call(m_Bus, &call, kManager, kManagerPath, kManagerInterface, method);
+        if (result >= 0 && unit != nullptr) {
+            result = sd_bus_message_append(call, "ss", unit, "replace");
+        }
+        if (result >= 0) {
+            sd_bus_message_set_auto_start(call, 0);
+            result = sd_bus_call_async(m_Bus, nullptr, call, &Job::HandleReply, this, UINT64_MAX);
+        }
+        sd_bus_message_unref(call);
+        if (result < 0) {
+            return Unreachable(result);
+        }
+        QString problem = Process([this] { return m_Reply != nullptr; }, "systemd has not answered");
+        return problem.isEmpty() ? ReadReply(unit != nullptr) : problem;
+    }
+
+    QString ReadReply(bool withJob)
+    {
+        if (const sd_bus_error* error = sd_bus_message_get_error(m_Reply)) {
+            if (sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
+                sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) {
+                return QStringLiteral("no systemd on the system bus: run where it is the lifecycle manager");
+            }
+            return QStringLiteral("systemd refused: %1")
+                .arg(QString::fromUtf8(error->message != nullptr ? error->message : error->name));
+        }
+        const char* path = nullptr;
+        if (withJob && sd_bus_message_read(m_Reply, "o", &path) < 0) {
+            return QStringLiteral("systemd's answer names no job");
+        }
+        m_Path = path;
+        return {};
+    }
+
+    QString Wait()
+    {
+        QString problem = Process([this] { return m_Ended.contains(m_Path); }, "the job was not done");
+        const QByteArray result = m_Ended.value(m_Path);
+        if (!problem.isEmpty() || result == "done") {
+            return problem;
+        }
+        return QStringLiteral("systemd ended the job with the result \"%1\"").arg(QString::fromUtf8(result));
+    }
+
+    // Handles what comes over the bus until `done` says so; `otherwise` is what to say when it never does.
+    template <typename Done>
+    QString Process(Done done, const char* otherwise)
+    {
+        while (!done()) {
+            int result = sd_bus_process(m_Bus, nullptr);
+            if (result == 0) {
+                const auto left =
+                    std::chrono::duration_cast<std::chrono::microseconds>(m_Deadline - Clock::now()).count();
+                if (left <= 0) {
+                    return QStringLiteral("%1 in %2 ms").arg(QLatin1String(otherwise)).arg(m_Bound.count());
+                }
+                result = sd_bus_wait(m_Bus, static_cast<std::uint64_t>(left));
+            }
+            if (result < 0 && result != -EINTR) {
+                return Unreachable(result);
+            }
+        }
+        return {};
+    }
+
+    static QString Unreachable(int error)
+    {
+        return QStringLiteral("the system bus can't be reached: %1")
+            .arg(QString::fromLocal8Bit(strerror(-error)));
+    }
+
+    static int HandleReply(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
+    {
+        static_cast<Job*>(job)->m_Reply = sd_bus_message_ref(message);
+        return 0;
+    }
+
+    static int HandleJobRemoved(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
+    {
+        std::uint32_t id = 0;
+        const char* path = nullptr;
+        const char* unit = nullptr;
+        const char* result = nullptr;
+        if (sd_bus_message_read(message, "uoss", &id, &path, &unit, &result) >= 0) {
+            static_cast<Job*>(job)->m_Ended.insert(path, result);
+        }
+        return 0;
+    }
+
+    sd_bus* m_Bus = nullptr;
+    Clock::time_point m_Deadline;
+    std::chrono::milliseconds m_Bound;
+    sd_bus_message* m_Reply = nullptr; // to the last call
+    QByteArray m_Path;                 // the job's object path
+    // How the manager says that jobs ended: one may end before the reply that names it is here.
+    QMap<QByteArray, QByteArray> m_Ended;
+};
+
+} // namespace
+
+bool RunServiceJob(ServiceJob job, const QByteArray& service, std::chrono::milliseconds bound)
+{
+    const QString problem = Job(bound).Run(job, service);
+    if (problem.isEmpty()) {
+        return true;
+    }
+    const bool stop = job == ServiceJob::Stop;
+    qCritical().noquote() << "MPL_ProcessInfo::" % QLatin1String(stop ? "SlmStopService" : "SlmStartService")
+                          << "-- can't" << (stop ? "stop" : "start") << service.constData() << "--"
+                          << problem;
+    return false;
+}
+
+} // namespace MPL

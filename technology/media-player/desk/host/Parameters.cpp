@@ -1,0 +1,41 @@
+#include <MPL_Parameters.h>
+
+#include "ParameterText.h"
+
+#include <QStringList>
+#include <QUrl>
+#include <QUrlQuery>
+
+namespace MPL
+{
+
+bool GetParameters(const QString& text, QMap<QString, QString>& parameters)
+{
+    QUrlQuery query;
+    query.setQueryDelimiters(QLatin1Char('='), QLatin1Char(';'));
+    query.setQuery(text);
+    bool found = false;
+    for (const auto& [key, value] : query.queryItems(QUrl::FullyDecoded)) {
+        // Words without a "=" have a null value: they are no pair, and no more is one without a key.
+        if (!key.isEmpty() && !value.isNull()) {
+            parameters.insert(key, value);
+            found = true;
+        }
+    }
+    return found;
+}
+
+QString MakeParameters(const QVector<QPair<QString, QString>>& parameters)
+{
+    // Paths and sentences stay readable: none of these characters means anything in a parameter text.
+    const QByteArray readable = QByteArrayLiteral(" /:,()@");
+    QStringList pairs;
+    for (const auto& [key, value] : parameters) {
+        const QByteArray pair =
+            QUrl::toPercentEncoding(key, readable) + '=' + QUrl::toPercentEncoding(value, readable);
+        pairs << QString::fromLatin1(pair);
+    }
+    return pairs.join(QLatin1Char(';'));
+}
+
+} // namespace MPL

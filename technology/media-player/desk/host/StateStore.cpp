@@ -1,0 +1,165 @@
+#include "StateStore.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <atomic>
+
+namespace MPL
+{
+
+namespace
+{
+
+const QString kNotOpen = QStringLiteral("the state store is not open: open it before use");
+
+// What SQLite calls SQLITE_BUSY and SQLITE_NOTADB.
+constexpr int kSqliteBusy = 5;
+constexpr int kSqliteNotADatabase = 26;
+
+// A connection belongs to the thread that made it, so each operation makes its own, under a name of its own.
+class Connection
+{
+public:
+    explicit Connection(const QString& path) : m_Path(path) {}
+
+    ~Connection()
+    {
+        if (!m_Database.isValid()) {
+            return;
+        }
+        const QString name = m_Database.connectionName();
+        m_Database = QSqlDatabase();
+        QSqlDatabase::removeDatabase(name);
+    }
+
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    bool Open(QString& error)
+    {
+        return DriverPresent(error) && MakeFolder(error) && OpenFile(error) &&
+               Run(QStringLiteral(
+                       "CREATE TABLE IF NOT EXISTS state (key TEXT PRIMARY KEY, value TEXT NOT NULL)"),
+                   {}, error);
+    }
+
+    // Runs one statement; a value it yields first goes to `value`.
+    bool Run(const QString& statement, const QVariantList& arguments, QString& error,
+             QString* value = nullptr)
+    {
+        QSqlQuery query(m_Database);
+        bool ok = query.prepare(statement);
+        for (const QVariant& argument : arguments) {
+            query.addBindValue(argument);
+        }
+        ok = ok && query.exec();
+        if (!ok) {
+            error = Explain(query.lastError());
+        } else if (value != nullptr) {
+            *value = query.next() ? query.value(0).toString() : QString();
+        }
+        return ok;
+    }
+
+private:
+    static bool DriverPresent(QString& error)
+    {
+        if (QCoreApplication::instance() == nullptr) {
+            error = QStringLiteral("the state store needs a QCoreApplication: create one before opening it");
+            return false;
+        }
+        if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
+            error = QStringLiteral("Qt's SQLite driver is missing: install the package libqt5sql5-sqlite");
+            return false;
+        }
+        return true;
+    }
+
+    bool MakeFolder(QString& error) const
+    {
+        const QString folder = QFileInfo(m_Path).absolutePath();
+        if (QDir().mkpath(folder)) {
+            return true;
+        }
+        error =
+            QStringLiteral("can't make the folder %1: check its parents and their permissions").arg(folder);
+        return false;
+    }
+
+    bool OpenFile(QString& error)
+    {
+        static std::atomic<unsigned int> s_Count{0};
+        m_Database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"),
+                                               QStringLiteral("MPL_StateStore_%1").arg(++s_Count));
+        m_Database.setDatabaseName(m_Path);
+        m_Database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=400"));
+        if (m_Database.open()) {
+            return true;
+        }
+        error = Explain(m_Database.lastError());
+        return false;
+    }
+
+    QString Explain(const QSqlError& sqlError) const
+    {
+        // The low byte is the error, the rest says more about it.
+        switch (sqlError.nativeErrorCode().toInt() & 0xff) {
+        case kSqliteBusy:
+            return QStringLiteral("%1 is locked by another program: wait for it or end it").arg(m_Path);
+        case kSqliteNotADatabase:
+            return QStringLiteral("%1 is not an SQLite database: move it away").arg(m_Path);
+        default:
+            return QStringLiteral("can't use %1 (%2): check that the file and its folder can be written")
+                .arg(m_Path, sqlError.databaseText().simplified());
+        }
+    }
+
+    QString m_Path;
+    QSqlDatabase m_Database;
+};
+
+} // namespace
+
+bool StateStore::Open(const QString& path, QString& error)
+{
+    Close();
+    Connection connection(path);
+    // Setting the version writes to the file, which alone proves that it can be written.
+    if (!connection.Open(error) || !connection.Run(QStringLiteral("PRAGMA user_version = 1"), {}, error)) {
+        return false;
+    }
+    m_Path = path;
+    return true;
+}
+
+bool StateStore::Save(const QString& key, const QString& value, QString& error)
+{
+    if (!IsOpen()) {
+        error = kNotOpen;
+        return false;
+    }
+    Connection connection(m_Path);
+    // A null text would be stored as no value.
+    const QString text = value.isNull() ? QLatin1String("") : value;
+    return connection.Open(error) &&
+           connection.Run(QStringLiteral("REPLACE INTO state VALUES (?, ?)"), {key, text}, error);
+}
+
+bool StateStore::Load(const QString& key, QString& value, QString& error) const
+{
+    if (!IsOpen()) {
+        error = kNotOpen;
+        return false;
+    }
+    Connection connection(m_Path);
+    return connection.Open(error) &&
+           connection.Run(QStringLiteral("SELECT value FROM state WHERE key = ?"), {key}, error, &value);
+}
+
+} // namespace MPL

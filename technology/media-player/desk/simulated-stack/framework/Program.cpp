@@ -1,0 +1,178 @@
+#include "Program.h"
+
+#include "Log.h"
+#include "Object.h"
+
+#include <MPL_Types.h>
+
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <cerrno>
+#include <csignal>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace sim
+{
+namespace
+{
+
+constexpr int kNoBus = 1;
+constexpr int kNameTaken = 3;
+
+QString FaultsFile()
+{
+    return QStringLiteral("/opt/talvex/etc/simulated-stack.json");
+}
+
+QString TestBusAddress()
+{
+    return QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
+}
+
+sigset_t EndingSignals()
+{
+    sigset_t ending;
+    sigemptyset(&ending);
+    sigaddset(&ending, SIGTERM);
+    sigaddset(&ending, SIGINT);
+    return ending;
+}
+
+// Before Qt starts its threads, so that they inherit the mask and the signals arrive at the descriptor.
+int& BlockSignalsFirst(int& argc)
+{
+    const sigset_t ending = EndingSignals();
+    sigprocmask(SIG_BLOCK, &ending, nullptr);
+    return argc;
+}
+
+} // namespace
+
+void Program::AddCommonOptions(Options& options)
+{
+    options.Flag("--verbose", "log every call that is served");
+    options.Flag("--test-dbus", "serve on the private test bus instead of the system bus");
+}
+
+Program::Program(int& argc, char** argv, const Options& options)
+    : m_Application(BlockSignalsFirst(argc), argv), m_TestBus(options.Has("--test-dbus"))
+{
+    FaultPlan::Load(FaultsFile(), QLatin1String(program_invocation_short_name), m_Faults, m_FaultsError);
+    SetVerbose(options.Has("--verbose"));
+    MPL::RegisterAllMetaTypes();
+}
+
+int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects)
+{
+    if (!m_FaultsError.isEmpty()) {
+        Log(QStringLiteral("%1 can't be used: %2").arg(FaultsFile(), m_FaultsError));
+        return Options::kUsageError;
+    }
+    WatchSignals();
+    ArmCrash();
+    QTimer::singleShot(m_Faults.startDelayMs, this, [=] {
+        if (!Start(choice, serviceName, exportObjects)) {
+            QCoreApplication::exit(m_Status);
+        }
+    });
+    const int status = QCoreApplication::exec();
+    for (QDBusConnection& bus : m_Buses) {
+        QDBusConnection::disconnectFromBus(bus.name());
+    }
+    return status;
+}
+
+void Program::WatchSignals()
+{
+    sigset_t ending = EndingSignals();
+    if (m_Faults.ignoreSigterm) {
+        sigdelset(&ending, SIGTERM); // it stays blocked, and nobody reads it
+    }
+    const int descriptor = signalfd(-1, &ending, SFD_CLOEXEC);
+    auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [] { QCoreApplication::exit(0); });
+}
+
+void Program::ArmCrash() const
+{
+    if (m_Faults.crashAfterMs) {
+        QTimer::singleShot(*m_Faults.crashAfterMs, this, [] { ::kill(::getpid(), SIGKILL); });
+    }
+}
+
+bool Program::Start(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects)
+{
+    m_Status = kNoBus;
+    if (!Connect(choice)) {
+        return false;
+    }
+    for (QDBusConnection& bus : m_Buses) {
+        if (!exportObjects(bus)) {
+            Log(QStringLiteral("the objects can't be exported on %1").arg(bus.name()));
+            return false;
+        }
+        if (!serviceName.isEmpty() && !m_Faults.neverOwnName && !OwnName(bus, serviceName)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Program::Connect(BusChoice choice)
+{
+    if (choice == BusChoice::None) {
+        return true;
+    }
+    const bool both = choice == BusChoice::WhateverRuns;
+    QStringList failures;
+    if (both || m_TestBus) {
+        TakeIn(QDBusConnection::connectToBus(TestBusAddress(), QStringLiteral("the test bus")),
+               TestBusAddress(), failures);
+    }
+    if (both || !m_TestBus) {
+        TakeIn(QDBusConnection::systemBus(), QStringLiteral("the system bus"), failures);
+    }
+    if (m_Buses.isEmpty()) {
+        Log(QStringLiteral("can't connect to ") + failures.join(QStringLiteral(", nor to ")));
+    }
+    return !m_Buses.isEmpty();
+}
+
+void Program::TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures)
+{
+    if (!bus.isConnected()) {
+        failures.append(QStringLiteral("%1 (%2)").arg(address, bus.lastError().message()));
+        return;
+    }
+    m_Buses.append(bus);
+    m_Buses.last().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                           QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                           SLOT(BusLost()));
+}
+
+bool Program::OwnName(QDBusConnection& bus, const QString& serviceName)
+{
+    // A service that waits in the queue for a name would look alive and never be heard.
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
+        bus.interface()->registerService(serviceName, QDBusConnectionInterface::DontQueueService);
+    if (reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered) {
+        return true;
+    }
+    m_Status = reply.isValid() ? kNameTaken : kNoBus;
+    const QString reason = reply.isValid() ? QStringLiteral("another process owns it; stop that one first")
+                                           : reply.error().message();
+    Log(QStringLiteral("can't own %1: %2").arg(serviceName, reason));
+    return false;
+}
+
+void Program::BusLost()
+{
+    Log(QStringLiteral("the bus is gone"));
+    QCoreApplication::exit(kNoBus);
+}
+
+} // namespace sim

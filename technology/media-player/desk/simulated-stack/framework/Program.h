@@ -1,0 +1,75 @@
+/// The life of a simulated program: faults, bus, bus name, clean end.
+///
+///     int main(int argc, char* argv[])
+///     {
+///         sim::Options options;
+///         options.Flag("--test-dbus", …);
+///         if (const auto status = options.Parse(argc, argv)) { return *status; }
+///         sim::Program program(argc, argv, options);
+///         std::unique_ptr<MountService> service;
+///         return program.Run(serviceName, [&](const QDBusConnection& bus) { …create and export… });
+///     }
+///
+/// Exit status: 0 after SIGTERM or SIGINT, 1 when the bus can't be reached or is lost or an object can't be
+/// exported, 2 for a wrong command line or faults file, 3 when another process owns the name.
+#pragma once
+
+#include "Faults.h"
+#include "Options.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QList>
+
+#include <functional>
+
+namespace sim
+{
+
+/// Which bus a program speaks on.
+enum class BusChoice {
+    ByOption,     ///< the test bus with --test-dbus, otherwise the system bus
+    WhateverRuns, ///< both the system bus and the test bus, as far as they answer; at least one must
+    None          ///< none: the program just runs
+};
+
+class Program : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Exports the program's objects on one bus; returns whether that succeeded. Called before the name is
+    /// asked for, once for each bus.
+    using ExportObjects = std::function<bool(const QDBusConnection& bus)>;
+
+    /// Options that every program on a bus takes.
+    static void AddCommonOptions(Options& options);
+
+    Program(int& argc, char** argv, const Options& options);
+
+    /// Runs until the end of the process; returns the exit status. An empty `serviceName` owns no name.
+    int Run(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects);
+
+    /// Lives as long as the program.
+    const FaultPlan& Faults() const { return m_Faults; }
+
+private Q_SLOTS:
+    void BusLost();
+
+private:
+    void WatchSignals();
+    void ArmCrash() const;
+    bool Start(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects);
+    bool Connect(BusChoice choice);
+    void TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures);
+    bool OwnName(QDBusConnection& bus, const QString& serviceName);
+
+    QCoreApplication m_Application;
+    FaultPlan m_Faults;
+    QString m_FaultsError;
+    bool m_TestBus = false;
+    QList<QDBusConnection> m_Buses;
+    int m_Status = 0;
+};
+
+} // namespace sim

@@ -1,0 +1,40 @@
+/// The active source and its playback state as they are kept from one start of the media manager to the next.
+#pragma once
+
+#include <MPL_ServiceObject.h>
+#include "StateStore.h"
+
+#include <QMap>
+#include <QString>
+
+namespace sim
+{
+
+class StoredSource
+{
+public:
+    /// With an empty path everything is kept in memory only.
+    explicit StoredSource(const QString& databasePath);
+
+    /// The empty object when none is stored or the database can't be read, which is logged.
+    MPL::ServiceObject Load();
+
+    /// The playback state saved last for the stored source; empty when there is none.
+    QString LoadPlaybackState();
+
+    /// Stores a source whose playback state is not known yet. On disk when it returns, so that it survives a
+    /// SIGKILL. A failure is logged and the old content stays.
+    void Save(const MPL::ServiceObject& source);
+    /// The same for a word of MPL_PLAY_STATES.
+    void SavePlaybackState(const QString& state);
+
+private:
+    QString Read(const QString& key);
+    void Write(const QString& key, const QString& value);
+
+    QString m_DatabasePath;
+    MPL::StateStore m_Store;
+    QMap<QString, QString> m_InMemory;
+};
+
+} // namespace sim

@@ -1,0 +1,76 @@
+#include "SourceProgram.h"
+
+#include "Log.h"
+
+#include <MPL_MediaPlayerLib.h>
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <array>
+#include <cerrno>
+
+namespace sim
+{
+namespace
+{
+
+QString LastWord(const QString& name)
+{
+    return name.mid(name.lastIndexOf(QLatin1Char('.')) + 1);
+}
+
+} // namespace
+
+const SourceProgram* FindSourceProgram()
+{
+    using namespace MPL;
+    static const std::array<SourceProgram, 6> programs{{
+        {MPL_MASS_STORAGE_PROCESS_NAME, MPL_MASS_STORAGE_SERVICE_NAME, MPL_MASS_STORAGE_DEVICE_LABEL, true,
+         false, true},
+        // Its label is a template of a device path, no name.
+        {MPL_APPLE_PROCESS_NAME, MPL_APPLE_SERVICE_NAME, LastWord(MPL_APPLE_SERVICE_NAME), true, false, true},
+        {MPL_PANDORA_PROCESS_NAME, MPL_PANDORA_SERVICE_NAME, MPL_PANDORA_DEVICE_LABEL, false, true, false},
+        {MPL_DISC_PROCESS_NAME, MPL_DISC_SERVICE_NAME, MPL_DISC_DEVICE_LABEL, true, false, true},
+        {MPL_SPOTIFY_PROCESS_NAME, MPL_SPOTIFY_SERVICE_NAME, MPL_SPOTIFY_DEVICE_LABEL, false, false, false},
+        {MPL_BLUETOOTH_PROCESS_NAME, MPL_BLUETOOTH_SERVICE_NAME, LastWord(MPL_BLUETOOTH_SERVICE_NAME), false,
+         false, false},
+    }};
+    for (const SourceProgram& program : programs) {
+        if (program.processName == QLatin1String(program_invocation_short_name)) {
+            return &program;
+        }
+    }
+    return nullptr;
+}
+
+QString SourceType(const SourceProgram& program)
+{
+    return LastWord(program.serviceName);
+}
+
+QString LoginError(const QString& configurationFile)
+{
+    QFile file(configurationFile);
+    if (!file.open(QIODevice::ReadOnly)) {
+        Log(QStringLiteral("%1 can't be read: %2").arg(configurationFile, file.errorString()));
+        return MPL::MPL_SOURCE_ERROR_TYPE_INITIALIZATION_FAILED;
+    }
+    const QJsonValue login = QJsonDocument::fromJson(file.readAll())
+                                 .object()
+                                 .value(MPL::MPL_CONFIG_KEY_CONFIG)
+                                 .toObject()
+                                 .value(QLatin1String("pandora"))
+                                 .toObject()
+                                 .value(QLatin1String("login_config"));
+    for (const char* key : {"user_name", "password"}) {
+        if (login.toObject().value(QLatin1String(key)).toString().isEmpty()) {
+            Log(QStringLiteral("%1 has no \"%2\" to log in with").arg(configurationFile, QLatin1String(key)));
+            return MPL::MPL_SOURCE_ERROR_TYPE_CREDENTIALS_MISSING;
+        }
+    }
+    return QString();
+}
+
+} // namespace sim

@@ -1,0 +1,146 @@
+#include "TestSourceFactory.h"
+
+#include "sim_MediaSourceFactorySimulationAdaptor.h"
+
+#include <MPL_TestEnvironmentNames.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace sim
+{
+namespace
+{
+
+constexpr int kSourcesAtStart = 3;
+
+QString Root()
+{
+    return QStringLiteral("/com/talvex/DBus/Examples/MediaSourceTest");
+}
+
+// A device id may hold any characters, an object path may not.
+QString PathOf(const QString& deviceId)
+{
+    QString path = Root() + QStringLiteral("/Device_");
+    for (const char byte : deviceId.toUtf8()) {
+        const bool plain =
+            (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+        path += plain ? QString(QLatin1Char(byte))
+                      : QStringLiteral("_%1").arg(static_cast<uchar>(byte), 2, 16, QLatin1Char('0'));
+    }
+    return path;
+}
+
+} // namespace
+
+TestSourceFactory::TestSourceFactory(const FaultPlan& faults, const QDBusConnection& bus,
+                                     QStringList capabilities, bool defaultPlayQueue)
+    : Object(faults),
+      m_Bus(bus),
+      m_Adaptor(Adapt<MediaSourceFactorySimulationAdaptor>(this)),
+      m_Capabilities(std::move(capabilities)),
+      m_DefaultPlayQueue(defaultPlayQueue)
+{
+}
+
+TestSourceFactory::~TestSourceFactory() = default;
+
+bool TestSourceFactory::Export()
+{
+    if (!m_Bus.registerObject(Root() + QStringLiteral("/Simulation"), this)) {
+        return false;
+    }
+    for (int i = 1; i <= kSourcesAtStart; ++i) {
+        if (!AddSource(QStringLiteral("TestSource%1").arg(i),
+                       QStringLiteral("%1").arg(i, 8, 10, QLatin1Char('0')))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool TestSourceFactory::AddSource(const QString& name, const QString& deviceId)
+{
+    SourceSetup media;
+    media.capabilities = m_Capabilities;
+    media.defaultPlayQueue = m_DefaultPlayQueue;
+    auto source =
+        std::make_unique<MediaSource>(Faults(), m_Bus,
+                                      SourceIdentity{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, PathOf(deviceId),
+                                                     name, QStringLiteral("MassStorage"), deviceId, QString(),
+                                                     QString::number(++m_LastBusNumber)},
+                                      std::move(media));
+    const bool exported = source->Export();
+    m_Sources.push_back(std::move(source));
+    return exported;
+}
+
+void TestSourceFactory::AddMassStorageDevice(const QString& sourceName, const QString& deviceId)
+{
+    if (sourceName.isEmpty() || deviceId.isEmpty()) {
+        Refuse(QStringLiteral("a device needs a name and an id"));
+    } else if (Find(deviceId) != m_Sources.end()) {
+        Refuse(QStringLiteral("device \"%1\" is there already; remove it first").arg(deviceId));
+    } else if (!AddSource(sourceName, deviceId)) {
+        Refuse(QStringLiteral("device \"%1\" can't be exported").arg(deviceId));
+    }
+}
+
+void TestSourceFactory::RemoveMassStorageDevice(const QString& sourceName, const QString& deviceId)
+{
+    const auto source = Find(deviceId);
+    if (source == m_Sources.end() || (*source)->Identity().name != sourceName) {
+        Refuse(QStringLiteral("there is no device \"%1\" called \"%2\"").arg(deviceId, sourceName));
+        return;
+    }
+    m_Sources.erase(source);
+}
+
+void TestSourceFactory::PublishPresetData()
+{
+    if (MediaSource* source = Addressed()) {
+        source->PublishPreset();
+    }
+}
+
+void TestSourceFactory::UpdatePresetStateData(const QString& stateData, const QString& secondaryData)
+{
+    if (MediaSource* source = Addressed()) {
+        source->UpdatePreset(stateData, secondaryData);
+    }
+}
+
+void TestSourceFactory::UpdatePresetSecondaryData(const QString& secondaryData)
+{
+    if (MediaSource* source = Addressed()) {
+        source->UpdatePresetSecondaryData(secondaryData);
+    }
+}
+
+void TestSourceFactory::ChangePlayQueue(uint index)
+{
+    MediaSource* source = Addressed();
+    if (source != nullptr && !source->ChangePlayQueue(index)) {
+        Refuse(QStringLiteral("there is no track %1").arg(index));
+    }
+}
+
+TestSourceFactory::Sources::iterator TestSourceFactory::Find(const QString& deviceId)
+{
+    return std::find_if(m_Sources.begin(), m_Sources.end(),
+                        [&deviceId](const auto& source) { return source->Identity().deviceId == deviceId; });
+}
+
+MediaSource* TestSourceFactory::Addressed()
+{
+    if (m_Sources.empty()) {
+        Refuse(QStringLiteral("all devices have been removed; add one first"));
+        return nullptr;
+    }
+    const auto active = std::find_if(m_Sources.begin(), m_Sources.end(),
+                                     [](const auto& source) { return source->IsActive(); });
+    return (active == m_Sources.end() ? m_Sources.front() : *active).get();
+}
+
+} // namespace sim

@@ -1,0 +1,177 @@
+#include "Journal.h"
+#include "LogRecorder.h"
+#include "Discovery.h"
+#include "IntrospectionText.h"
+#include "PrivateBus.h"
+#include "ScriptedService.h"
+
+#include <MPL_DBusUtils.h>
+
+#include <QDBusError>
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+
+using namespace MPL::Doubles;
+using namespace std::chrono_literals;
+
+const QString kService = QStringLiteral("com.talvex.Test.Discovered");
+const QString kInterface = QStringLiteral("com.talvex.Test.Wanted");
+
+// The introspection text of an object that has the interface wanted, and these children.
+QString Object(const QStringList& children)
+{
+    QString text = QStringLiteral("<node><interface name=\"%1\"/>").arg(kInterface);
+    for (const QString& child : children) {
+        text += QStringLiteral("<node name=\"%1\"/>").arg(child);
+    }
+    return text + QStringLiteral("</node>");
+}
+
+class Discovery : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { s_Bus = std::make_unique<PrivateBus>(); }
+    static void TearDownTestSuite() { s_Bus.reset(); }
+
+    Discovery()
+    {
+        ClearNotes();
+        m_Log = std::make_unique<LogRecorder>();
+    }
+
+    ~Discovery() override { QDBusConnection::disconnectFromBus(QStringLiteral("discovery test")); }
+
+    // A service whose objects introspect as `text` says by their path: an empty text is an error reply, the
+    // text "mute" no reply at all.
+    void Offer(const std::function<QString(const QString& path)>& text)
+    {
+        m_Service.reset();
+        m_Service = std::make_unique<ScriptedService>(
+            s_Bus->Address(), kService, [text](const QDBusMessage& call, QDBusConnection& connection) {
+                const QString answer = text(call.path());
+                if (answer.isEmpty()) {
+                    connection.send(call.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+                } else if (answer != QLatin1String("mute")) {
+                    connection.send(call.createReply(answer));
+                }
+            });
+    }
+
+    bool Find(const MPL::DiscoveryLimits& limits = {})
+    {
+        m_Timer.start();
+        return MPL::FindObjects(kService, kInterface, m_Connection, limits, m_Paths);
+    }
+
+    static std::unique_ptr<PrivateBus> s_Bus;
+    QDBusConnection m_Connection =
+        QDBusConnection::connectToBus(s_Bus->Address(), QStringLiteral("discovery test"));
+    std::unique_ptr<LogRecorder> m_Log;
+    std::unique_ptr<ScriptedService> m_Service;
+    QStringList m_Paths{QStringLiteral("before")};
+    QElapsedTimer m_Timer;
+};
+
+std::unique_ptr<PrivateBus> Discovery::s_Bus;
+
+TEST_F(Discovery, FollowsTheOwnerOfAName)
+{
+    EXPECT_FALSE(MPL::IsServiceRunning(kService, m_Connection));
+    Offer([](const QString&) { return QString(); });
+    EXPECT_TRUE(MPL::IsServiceRunning(kService, m_Connection));
+    m_Service.reset();
+    EXPECT_FALSE(MPL::IsServiceRunning(kService, m_Connection));
+    EXPECT_FALSE(MPL::IsServiceRunning(QStringLiteral("not a name"), m_Connection));
+    EXPECT_FALSE(MPL::IsServiceRunning(kService, QDBusConnection(QStringLiteral("never opened"))));
+}
+
+TEST_F(Discovery, FindsTheObjectsOfAnInterfaceAtAllLevels)
+{
+    const QMap<QString, QString> tree{
+        {QStringLiteral("/"), QStringLiteral("<node><interface name='x'/><node name='b'/><node name='a'/>"
+                                             "<node name='a'/><node name='broken'/></node>")},
+        {QStringLiteral("/a"), Object({QStringLiteral("c/d")})},
+        {QStringLiteral("/a/c/d"), Object({})},
+        {QStringLiteral("/b"),
+         QStringLiteral("<node name='/b'><node name='e'><interface name='%1'/></node></node>")
+             .arg(kInterface)},
+        {QStringLiteral("/b/e"), Object({})}};
+    Offer([tree](const QString& path) { return tree.value(path); });
+    EXPECT_TRUE(MPL::FindServiceObjectPathsByInterface(kService, kInterface, m_Connection, m_Paths));
+    EXPECT_EQ(Text(m_Paths), "/a\n/a/c/d\n/b/e");
+    EXPECT_TRUE(
+        MPL::FindServiceObjectPathsByInterface(kService, QStringLiteral("none"), m_Connection, m_Paths));
+    EXPECT_EQ(Text(m_Paths), "");
+    EXPECT_EQ(Text(Notes()), "");
+}
+
+TEST_F(Discovery, FailsWithoutARootThatAnswers)
+{
+    EXPECT_FALSE(Find());
+    QString answer;
+    Offer([&answer](const QString&) { return answer; });
+    for (const char* text :
+         {"", "no XML", "<html/>", "<node><interface", "<node></node", "<node>&bomb;</node>"}) {
+        answer = QLatin1String(text);
+        EXPECT_FALSE(Find()) << text;
+    }
+    EXPECT_LT(m_Timer.elapsed(), 1000);
+    EXPECT_EQ(Text(m_Paths), "before");
+    EXPECT_EQ(Text(Notes()), "");
+}
+
+TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
+{
+    MPL::DiscoveryLimits limits;
+    limits.time = 300ms;
+    Offer([](const QString& path) {
+        QStringList children{QStringLiteral("well")};
+        for (int i = 0; i < 150; ++i) {
+            children << QStringLiteral("mute%1").arg(i);
+        }
+        return path == QLatin1String("/")
+                   ? Object(children)
+                   : (path == QLatin1String("/well") ? Object({}) : QStringLiteral("mute"));
+    });
+    EXPECT_TRUE(Find(limits));
+    EXPECT_LT(m_Timer.elapsed(), 2000);
+    EXPECT_EQ(Text(m_Paths), "/\n/well");
+    EXPECT_EQ(Text(Notes()),
+              "warning: MPL::FindServiceObjectPathsByInterface -- the walk through "
+              "com.talvex.Test.Discovered stopped at 300 ms -- it hangs or has no end of objects");
+
+    Offer([](const QString&) { return QStringLiteral("mute"); });
+    EXPECT_FALSE(Find(limits));
+    EXPECT_LT(m_Timer.elapsed(), 2000);
+}
+
+TEST_F(Discovery, ComesBackFromATreeWithoutEnd)
+{
+    MPL::DiscoveryLimits limits;
+    limits.objects = 500;
+    // More children than the bus allows calls in flight.
+    QStringList wide;
+    for (int i = 0; i < 200; ++i) {
+        wide << QStringLiteral("n%1").arg(i);
+    }
+    Offer([wide](const QString&) { return Object(wide); });
+    EXPECT_TRUE(Find(limits));
+    EXPECT_EQ(m_Paths.size(), 500);
+
+    Offer([](const QString&) { return Object({QStringLiteral("deeper"), QStringLiteral(".."), QString()}); });
+    EXPECT_TRUE(Find(limits));
+    EXPECT_EQ(m_Paths.size(), 17);
+    const QString stopped =
+        QStringLiteral("warning: MPL::FindServiceObjectPathsByInterface -- the walk through ") + kService +
+        QStringLiteral(" stopped at ");
+    EXPECT_EQ(Notes(stopped + QStringLiteral("500 objects")).size(), 1) << Text(Notes());
+    EXPECT_EQ(Notes(stopped + QStringLiteral("16 levels")).size(), 1) << Text(Notes());
+}
+
+} // namespace

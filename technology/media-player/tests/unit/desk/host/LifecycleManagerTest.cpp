@@ -1,0 +1,175 @@
+#include "Journal.h"
+#include "LogRecorder.h"
+#include "LifecycleManager.h"
+#include "PrivateBus.h"
+#include "ScriptedService.h"
+
+#include <MPL_ProcessInfo.h>
+
+#include <QDBusError>
+#include <QDBusObjectPath>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <memory>
+
+namespace
+{
+
+using namespace MPL;
+using namespace MPL::Doubles;
+using namespace std::chrono_literals;
+
+// A stand-in for the manager, for what a real one can hardly be made to do.
+class LifecycleManager : public testing::Test
+{
+protected:
+    LifecycleManager() : m_Log(std::make_unique<LogRecorder>())
+    {
+        ClearNotes();
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_Bus.Address().toUtf8());
+    }
+
+    void Offer(const ScriptedService::Script& job)
+    {
+        m_Manager.reset();
+        m_Manager = std::make_unique<ScriptedService>(
+            m_Bus.Address(), QStringLiteral("org.freedesktop.systemd1"),
+            [job](const QDBusMessage& call, QDBusConnection& connection) {
+                if (call.member() == QLatin1String("Subscribe")) {
+                    connection.send(call.createReply());
+                } else {
+                    Note(call.member() + QLatin1Char(' ') + call.arguments().value(0).toString() +
+                         QLatin1Char(' ') + call.arguments().value(1).toString());
+                    job(call, connection);
+                }
+            });
+    }
+
+    static void Accept(const QDBusMessage& call, QDBusConnection& connection)
+    {
+        connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/2")))));
+    }
+
+    static void End(QDBusConnection& connection, unsigned int job, const QString& result)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/systemd1"),
+                                                         QStringLiteral("org.freedesktop.systemd1.Manager"),
+                                                         QStringLiteral("JobRemoved"));
+        signal << job << QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/%1").arg(job)))
+               << QStringLiteral("media-manager.service") << result;
+        connection.send(signal);
+    }
+
+    // The one log line of a start that fails.
+    static std::string FailedStart(std::chrono::milliseconds bound = 5000ms)
+    {
+        ClearNotes();
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_FALSE(RunServiceJob(ServiceJob::Start, "media-manager", bound));
+        EXPECT_LT(timer.elapsed(), 4000);
+        const QString begin =
+            QStringLiteral("critical: MPL_ProcessInfo::SlmStartService -- can't start media-manager -- ");
+        const QStringList log = Notes(QStringLiteral("critical: "));
+        EXPECT_EQ(log.size(), 1) << Text(log);
+        return log.value(0).remove(begin).toStdString();
+    }
+
+    PrivateBus m_Bus;
+    std::unique_ptr<LogRecorder> m_Log;
+    std::unique_ptr<ScriptedService> m_Manager;
+};
+
+TEST_F(LifecycleManager, IsWaitedForUntilTheJobIsDone)
+{
+    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
+        Accept(call, connection);
+        End(connection, 1, QStringLiteral("failed"));
+        End(connection, 2, QStringLiteral("done"));
+    });
+    EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager"));
+    // The end of the job may even come before the reply that names it.
+    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
+        End(connection, 2, QStringLiteral("done"));
+        Accept(call, connection);
+    });
+    EXPECT_TRUE(MPL_ProcessInfo::SlmStopService("media-manager"));
+    EXPECT_EQ(Text(Notes()),
+              "StartUnit media-manager.service replace\nStopUnit media-manager.service replace");
+}
+
+TEST_F(LifecycleManager, IsWaitedForThroughSignalsOfOtherKinds)
+{
+    // Such as the end of a child, which Qt handles on whatever thread it reaches.
+    struct sigaction handler {
+    };
+    struct sigaction before {
+    };
+    handler.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &handler, &before);
+    const pthread_t waiting = pthread_self();
+    Offer([waiting](const QDBusMessage& call, QDBusConnection& connection) {
+        const auto interrupt = [waiting] {
+            for (int i = 0; i < 50; ++i) {
+                pthread_kill(waiting, SIGUSR1);
+                sched_yield();
+            }
+        };
+        interrupt();
+        Accept(call, connection);
+        interrupt();
+        End(connection, 2, QStringLiteral("done"));
+    });
+    EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager")) << Text(Notes());
+    m_Manager.reset();
+    sigaction(SIGUSR1, &before, nullptr);
+}
+
+TEST_F(LifecycleManager, ThatDoesntDoTheJobIsReportedInOneLine)
+{
+    EXPECT_EQ(FailedStart(), "no systemd on the system bus: run where it is the lifecycle manager");
+
+    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
+        connection.send(call.createErrorReply(QDBusError::AccessDenied, QStringLiteral("Because.")));
+    });
+    EXPECT_EQ(FailedStart(), "systemd refused: Because.");
+
+    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
+        Accept(call, connection);
+        End(connection, 2, QStringLiteral("timeout"));
+    });
+    EXPECT_EQ(FailedStart(), "systemd ended the job with the result \"timeout\"");
+
+    Offer([](const QDBusMessage& call, QDBusConnection& connection) { Accept(call, connection); });
+    EXPECT_EQ(FailedStart(200ms), "the job was not done in 200 ms");
+
+    Offer([](const QDBusMessage&, QDBusConnection&) {});
+    EXPECT_EQ(FailedStart(200ms), "systemd has not answered in 200 ms");
+}
+
+TEST_F(LifecycleManager, IsOutOfReachBehindABusThatDoesntAnswer)
+{
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    EXPECT_EQ(FailedStart(), "the system bus can't be reached: No such file or directory");
+
+    const QTemporaryDir folder;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, qPrintable(folder.filePath(QStringLiteral("mute"))), sizeof(address.sun_path));
+    const int mute = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(mute, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_EQ(listen(mute, 1), 0);
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", QByteArray("unix:path=") + address.sun_path);
+    EXPECT_EQ(FailedStart(200ms), "the system bus has not answered in 200 ms");
+    close(mute);
+}
+
+} // namespace

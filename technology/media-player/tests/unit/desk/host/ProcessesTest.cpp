@@ -1,0 +1,192 @@
+#include "Journal.h"
+#include "LogRecorder.h"
+#include "ProcessTable.h"
+
+#include <MPL_ProcessInfo.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <thread>
+
+namespace
+{
+
+using namespace MPL::Doubles;
+
+// Runs `work` on a thread for which a system call fails with the error given.
+template <typename Work>
+void RunWithout(long systemCall, int error, Work work)
+{
+    std::thread([&] {
+        sock_filter program[] = {
+            BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned int>(systemCall), 0, 1),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned int>(error)),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+        const sock_fprog filter{4, program};
+        ASSERT_EQ(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+        ASSERT_EQ(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter), 0);
+        work();
+    }).join();
+}
+
+class Processes : public testing::Test
+{
+protected:
+    Processes() { ClearNotes(); }
+
+    ~Processes() override
+    {
+        for (const pid_t pid : m_Children) {
+            kill(pid, SIGKILL);
+            waitpid(pid, nullptr, 0);
+        }
+    }
+
+    // A program of that name that does nothing for as long as the test takes; returns its process id.
+    pid_t Start(const QByteArray& name, const char* seconds = "20")
+    {
+        const QString path = Path(name);
+        if (!QFile::exists(path)) {
+            EXPECT_TRUE(QFile::copy(QStringLiteral("/bin/sleep"), path));
+        }
+        return Spawn(path.toLocal8Bit(), seconds);
+    }
+
+    pid_t Spawn(QByteArray path, QByteArray argument)
+    {
+        char* arguments[] = {path.data(), argument.data(), nullptr};
+        pid_t pid = -1;
+        // Returns once the child runs its program: from then on it has its name.
+        EXPECT_EQ(posix_spawn(&pid, path.constData(), nullptr, nullptr, arguments, environ), 0);
+        m_Children << pid;
+        return pid;
+    }
+
+    // Waits for the child's end and returns the signal that ended it, 0 when none did.
+    static int EndOf(pid_t pid)
+    {
+        siginfo_t info{};
+        int result = -1;
+        do {
+            result = waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT);
+        } while (result != 0 && errno == EINTR);
+        EXPECT_EQ(result, 0);
+        return info.si_code == CLD_KILLED ? info.si_status : 0;
+    }
+
+    QByteArray With(const char* suffix) const { return m_Name + suffix; }
+
+    QString Path(const QByteArray& name) const { return m_Folder.filePath(QString::fromLatin1(name)); }
+
+    // Unlike any other process of the machine, and longer than the 15 characters that the kernel keeps.
+    const QByteArray m_Name = "mpl_media_source_" + QByteArray::number(getpid());
+    QTemporaryDir m_Folder;
+    QVector<pid_t> m_Children;
+    LogRecorder m_Log;
+};
+
+TEST_F(Processes, AreKnownByTheirWholeName)
+{
+    const pid_t disc = Start(With("_disc"));
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(m_Name), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_dis")), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_disc")), disc);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(""), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(nullptr), -1);
+
+    // The file may be replaced while the program runs.
+    EXPECT_TRUE(QFile::remove(Path(With("_disc"))));
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_disc")), disc);
+
+    QFile own(QStringLiteral("/proc/self/exe"));
+    EXPECT_FALSE(
+        MPL::FindProcesses(QFile::symLinkTarget(own.fileName()).section(QLatin1Char('/'), -1).toLatin1())
+            .contains(getpid()))
+        << "a test never finds itself";
+}
+
+TEST_F(Processes, AreKnownByTheNameTheyWereStartedUnder)
+{
+    const QByteArray script = With("_script");
+    QFile file(Path(script));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("#!/bin/sh\nread line <\"$1\"\n");
+    file.close();
+    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    ASSERT_EQ(mkfifo(Path("fifo").toLocal8Bit().constData(), 0600), 0);
+    const pid_t running = Spawn(file.fileName().toLocal8Bit(), Path("fifo").toLocal8Bit());
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(script), running);
+
+    ASSERT_TRUE(QFile::link(QStringLiteral("/bin/sleep"), Path(With("_link"))));
+    const pid_t linked = Start(With("_link"));
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_link")), linked);
+}
+
+TEST_F(Processes, DontRunAsZombies)
+{
+    const pid_t pid = Start(m_Name, "0");
+    EXPECT_EQ(EndOf(pid), 0);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(m_Name), -1);
+    EXPECT_FALSE(MPL_ProcessInfo::KillProcess(m_Name, false));
+    EXPECT_EQ(Text(Notes()), "");
+}
+
+TEST_F(Processes, AreAllSignalled)
+{
+    const pid_t first = Start(m_Name);
+    const pid_t second = Start(m_Name);
+    const pid_t other = Start(With("_disc"));
+    EXPECT_TRUE(MPL_ProcessInfo::KillProcess(m_Name, false));
+    EXPECT_EQ(EndOf(first), SIGTERM);
+    EXPECT_EQ(EndOf(second), SIGTERM);
+    EXPECT_TRUE(MPL_ProcessInfo::KillProcess(With("_disc"), true));
+    EXPECT_EQ(EndOf(other), SIGKILL);
+    EXPECT_EQ(Text(Notes()), "");
+}
+
+TEST_F(Processes, AreSignalledOnKernelsWithoutProcessHandles)
+{
+    const pid_t pid = Start(m_Name);
+    RunWithout(SYS_pidfd_open, ENOSYS, [this] { EXPECT_TRUE(MPL_ProcessInfo::KillProcess(m_Name, false)); });
+    EXPECT_EQ(EndOf(pid), SIGTERM);
+}
+
+TEST_F(Processes, ThatMayNotBeSignalledAreReportedInOneLine)
+{
+    Start(m_Name);
+    Start(m_Name);
+    RunWithout(SYS_pidfd_send_signal, EPERM, [this] {
+        // What root starts is out of the reach of others, and they can't read where its program lies.
+        if (geteuid() == 0) {
+            constexpr int kNobody = 65534;
+            syscall(SYS_setresuid, kNobody, kNobody, kNobody);
+        }
+        EXPECT_FALSE(MPL_ProcessInfo::KillProcess(m_Name, true));
+        EXPECT_NE(MPL_ProcessInfo::GetPidFromName(m_Name), -1);
+    });
+    EXPECT_EQ(Notes().size(), 1) << Text(Notes());
+    EXPECT_EQ(Notes(QStringLiteral("critical: MPL_ProcessInfo::KillProcess -- may not signal ") +
+                    QString::fromLatin1(m_Name))
+                  .size(),
+              1)
+        << Text(Notes());
+}
+
+} // namespace

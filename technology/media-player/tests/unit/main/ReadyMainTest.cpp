@@ -1,0 +1,80 @@
+// The ready main as its users meet it: output and exit code of a program that is built on it.
+#include "PrivateBus.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+struct ProgramRun {
+    const char* what;
+    QStringList arguments;
+    bool withBus;
+    int exitCode;
+    // "!text" must not appear, "text" must appear exactly once.
+    QStringList output;
+};
+
+QStringList Words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char('|'));
+}
+
+const char* const noBusTouched = "!Attempting to connect";
+
+TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
+{
+    const MPL::Doubles::PrivateBus bus;
+    ASSERT_FALSE(bus.Address().isEmpty());
+    const QString passing = QStringLiteral("--gtest_filter=*.Passes");
+    const ProgramRun runs[] = {
+        {"private bus by default", {passing}, true, 0, Words("bus: MPLTestDbus|[  PASSED  ] 1 test")},
+        {"failing suite", {}, true, 1, Words("on purpose|  g_ret\n|Which is: 1|[       OK ] Subject.Passes")},
+        {"no bus", {passing}, false, 1, Words("test bus can't be started|--system-bus|!\nbus: ")},
+        {"options",
+         {QStringLiteral("--mine"), QStringLiteral("--system-bus"), passing},
+         false,
+         0,
+         Words(
+             "bus: qt_default_system_bus|arguments: --mine --gtest_filter=*.Passes|!Attempting to connect")},
+        {"list", {QStringLiteral("--gtest_list_tests")}, false, 0, {QStringLiteral("Passes"), noBusTouched}},
+        {"help", {QStringLiteral("-h")}, false, 0, Words("--system-bus|--gtest_filter|![ RUN")},
+        {"googletest's help",
+         {QStringLiteral("--gtest_help")},
+         false,
+         0,
+         {QStringLiteral("--system-bus"), noBusTouched}},
+        {"mistyped option", {QStringLiteral("--gtest_filtr=*")}, false, 1, Words("No test was run|![ RUN")},
+        {"nothing selected", {QStringLiteral("--gtest_filter=None")}, false, 0, {noBusTouched}},
+    };
+    for (const ProgramRun& run : runs) {
+        SCOPED_TRACE(run.what);
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("READY_MAIN_BUS"),
+                           run.withBus ? bus.Address() : QStringLiteral("unix:path=/nonexistent/bus"));
+        environment.insert(QStringLiteral("QT_LOGGING_TO_CONSOLE"), QStringLiteral("1"));
+        for (const char* name : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_OUTPUT"}) {
+            environment.remove(QLatin1String(name)); // they are for this program
+        }
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QStringLiteral(READY_MAIN_SUBJECT), run.arguments);
+        ASSERT_TRUE(program.waitForFinished(20000)) << qPrintable(program.errorString());
+        const QString output = QString::fromLocal8Bit(program.readAll());
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(program.exitCode(), run.exitCode) << qPrintable(output);
+        for (const QString& text : run.output) {
+            if (text.startsWith(QLatin1Char('!'))) {
+                EXPECT_FALSE(output.contains(text.mid(1))) << qPrintable(text) << " in\n"
+                                                           << qPrintable(output);
+            } else {
+                EXPECT_TRUE(output.contains(text)) << qPrintable(text) << " not in\n" << qPrintable(output);
+            }
+        }
+    }
+}
+
+} // namespace
