@@ -15,18 +15,18 @@ void BrowserHierarchy::RegisterMetaType()
 
 } // namespace MPL
 
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BrowserHierarchy& hierarchy)
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy)
 {
-    argument.beginStructure();
-    argument << hierarchy.name << hierarchy.label << hierarchy.index << hierarchy.count;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument << aHierarchy.name << aHierarchy.label << aHierarchy.index << aHierarchy.count;
+    aRgument.endStructure();
+    return aRgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BrowserHierarchy& hierarchy)
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy)
 {
-    argument.beginStructure();
-    argument >> hierarchy.name >> hierarchy.label >> hierarchy.index >> hierarchy.count;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument >> aHierarchy.name >> aHierarchy.label >> aHierarchy.index >> aHierarchy.count;
+    aRgument.endStructure();
+    return aRgument;
 }

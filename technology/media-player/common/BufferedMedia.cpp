@@ -1,17 +1,17 @@
 #include <MPL_BufferedMedia.h>
 
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BufferedMedia& media)
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia)
 {
-    argument.beginStructure();
-    argument << media.start << media.end << media.total << media.valueA << media.valueB;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument << aMedia.start << aMedia.end << aMedia.total << aMedia.valueA << aMedia.valueB;
+    aRgument.endStructure();
+    return aRgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BufferedMedia& media)
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia)
 {
-    argument.beginStructure();
-    argument >> media.start >> media.end >> media.total >> media.valueA >> media.valueB;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument >> aMedia.start >> aMedia.end >> aMedia.total >> aMedia.valueA >> aMedia.valueB;
+    aRgument.endStructure();
+    return aRgument;
 }

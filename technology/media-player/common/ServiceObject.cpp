@@ -20,26 +20,26 @@ void ServiceObject::RegisterMetaType()
 
 } // namespace MPL
 
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::ServiceObject& object)
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aObject)
 {
-    argument.beginStructure();
-    argument << object.serviceName << object.objectPath.path();
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument << aObject.serviceName << aObject.objectPath.path();
+    aRgument.endStructure();
+    return aRgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::ServiceObject& object)
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject)
 {
     QString path;
-    argument.beginStructure();
-    argument >> object.serviceName >> path;
-    argument.endStructure();
+    aRgument.beginStructure();
+    aRgument >> aObject.serviceName >> path;
+    aRgument.endStructure();
     // "No object" is an everyday answer; only a text that should be a path and is none deserves Qt's warning.
-    object.objectPath = path.isEmpty() ? QDBusObjectPath() : QDBusObjectPath(path);
-    return argument;
+    aObject.objectPath = path.isEmpty() ? QDBusObjectPath() : QDBusObjectPath(path);
+    return aRgument;
 }
 
-QDebug operator<<(QDebug debug, const MPL::ServiceObject& object)
+QDebug operator<<(QDebug aDebug, const MPL::ServiceObject& aObject)
 {
-    return debug << object.serviceName << "<>" << object.objectPath.path();
+    return aDebug << aObject.serviceName << "<>" << aObject.objectPath.path();
 }

@@ -5,7 +5,8 @@
 namespace MPL
 {
 
-TransactionId::TransactionId(const QString& dbusId, uint requestId) : m_DbusId(dbusId), m_RequestId(requestId)
+TransactionId::TransactionId(const QString& aDbusId, uint aRequestId)
+    : m_DbusId(aDbusId), m_RequestId(aRequestId)
 {
 }
 
@@ -14,9 +15,9 @@ bool TransactionId::IsEmpty() const
     return m_DbusId.isEmpty() && m_RequestId == TransactionId().m_RequestId;
 }
 
-bool TransactionId::operator==(const TransactionId& other) const
+bool TransactionId::operator==(const TransactionId& aOther) const
 {
-    return m_RequestId == other.m_RequestId && m_DbusId == other.m_DbusId;
+    return m_RequestId == aOther.m_RequestId && m_DbusId == aOther.m_DbusId;
 }
 
 void TransactionId::RegisterMetaType()
@@ -25,23 +26,23 @@ void TransactionId::RegisterMetaType()
     qRegisterMetaType<TransactionId>("TransactionId");
 }
 
-QDBusArgument& operator<<(QDBusArgument& argument, const TransactionId& id)
+QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId)
 {
-    argument.beginStructure();
-    argument << id.GetDbusId() << id.GetRequestId();
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument << aId.GetDbusId() << aId.GetRequestId();
+    aRgument.endStructure();
+    return aRgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, TransactionId& id)
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId)
 {
-    argument.beginStructure();
-    argument >> id.m_DbusId >> id.m_RequestId;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument >> aId.m_DbusId >> aId.m_RequestId;
+    aRgument.endStructure();
+    return aRgument;
 }
 
-TransactionIdCreator::TransactionIdCreator(const QString& dbusId) : m_DbusId(dbusId) {}
+TransactionIdCreator::TransactionIdCreator(const QString& aDbusId) : m_DbusId(aDbusId) {}
 
 TransactionId TransactionIdCreator::Create()
 {

@@ -24,8 +24,8 @@ namespace
 using Browser = ComTalvexDBusMediaPlayerBrowserInterface;
 using PlayQueue = ComTalvexDBusMediaPlayerPlayQueueInterface;
 
-constexpr unsigned ANSWER_TIME_MS = 5000;
-constexpr uint ALL = 100;
+constexpr unsigned kAnswerTimeMs = 5000;
+constexpr uint kAll = 100;
 
 /// Keeps the play states that the source signals. Its hooks run on the thread that it lives on.
 class PlayStates : public MPL::PlaybackClient
@@ -41,11 +41,11 @@ public:
     }
 
     /// Waits until the source has signalled that state.
-    bool WaitFor(const QString& state)
+    bool WaitFor(const QString& aState)
     {
         const QMutexLocker locker(&m_Mutex);
-        while (!m_States.contains(state)) {
-            if (!m_Changed.wait(&m_Mutex, ANSWER_TIME_MS)) {
+        while (!m_States.contains(aState)) {
+            if (!m_Changed.wait(&m_Mutex, kAnswerTimeMs)) {
                 return false;
             }
         }
@@ -60,18 +60,18 @@ private:
 
 /// Waits for the reply signal that carries this id and returns its arguments; other clients' answers arrive
 /// as well.
-QList<QVariant> AnswerTo(const MPL::TransactionId& id, QSignalSpy& replies)
+QList<QVariant> AnswerTo(const MPL::TransactionId& aId, QSignalSpy& aReplies)
 {
     for (int i = 0;; ++i) {
-        MPL::TestUtils::WaitForSignal(replies, static_cast<unsigned>(i + 1), ANSWER_TIME_MS);
-        if (replies.count() <= i) {
-            ADD_FAILURE() << "no answer to request " << id.GetRequestId();
+        MPL::TestUtils::WaitForSignal(aReplies, static_cast<unsigned>(i + 1), kAnswerTimeMs);
+        if (aReplies.count() <= i) {
+            ADD_FAILURE() << "no answer to request " << aId.GetRequestId();
             return {};
         }
-        if (replies.at(i).at(0).value<MPL::TransactionId>() == id) {
-            EXPECT_EQ(replies.at(i).at(1).toString(), QString())
-                << "error text of request " << id.GetRequestId();
-            return replies.at(i);
+        if (aReplies.at(i).at(0).value<MPL::TransactionId>() == aId) {
+            EXPECT_EQ(aReplies.at(i).at(1).toString(), QString())
+                << "error text of request " << aId.GetRequestId();
+            return aReplies.at(i);
         }
     }
 }
@@ -94,13 +94,13 @@ protected:
         ASSERT_TRUE(MPL_TestEnvironment::WaitForIndexFinished(PathOf(MPL::MPL_FUNCTIONALITY_INDEX)));
     }
 
-    QString PathOf(const QString& functionality) const { return m_Paths.value(functionality).path(); }
+    QString PathOf(const QString& aFunctionality) const { return m_Paths.value(aFunctionality).path(); }
 
     /// A proxy of one of the source's capabilities that lives on the test's thread.
     template <typename Proxy>
-    std::unique_ptr<Proxy> Make(const QString& functionality) const
+    std::unique_ptr<Proxy> Make(const QString& aFunctionality) const
     {
-        return std::make_unique<Proxy>(MPL::MPL_MASS_STORAGE_SERVICE_NAME, PathOf(functionality),
+        return std::make_unique<Proxy>(MPL::MPL_MASS_STORAGE_SERVICE_NAME, PathOf(aFunctionality),
                                        MPL_TestEnvironment::GetDbusConnection());
     }
 
@@ -134,12 +134,12 @@ TEST_F(BrowseAndPlay, PlaysAnAlbumFoundByBrowsing)
     MPL::TransactionIdCreator ids(MPL_TestEnvironment::GetDbusConnection().baseService());
     const auto recordsOfLevel = [&] {
         const MPL::TransactionId id = ids.Create();
-        browser->RequestRecordsByTransactionId(id, 0, ALL);
+        browser->RequestRecordsByTransactionId(id, 0, kAll);
         return AnswerTo(id, records).value(2).value<QList<MPL::ResultDictionary>>();
     };
-    const auto select = [&](uint index) {
+    const auto select = [&](uint aIndex) {
         const MPL::TransactionId id = ids.Create();
-        browser->RequestSelectRecord(id, index);
+        browser->RequestSelectRecord(id, aIndex);
         AnswerTo(id, selected);
     };
     const MPL::TransactionId start = ids.Create();
@@ -169,14 +169,14 @@ TEST_F(BrowseAndPlay, PlaysAnAlbumFoundByBrowsing)
     EXPECT_TRUE(playback.WaitFor(MPL::MPL_PLAY_STATE_PLAYING));
     const int before = trackChanges.count();
     EXPECT_TRUE(playback.NextTrack());
-    MPL::TestUtils::WaitForSignal(trackChanges, static_cast<unsigned>(before + 1), ANSWER_TIME_MS);
+    MPL::TestUtils::WaitForSignal(trackChanges, static_cast<unsigned>(before + 1), kAnswerTimeMs);
     EXPECT_GT(trackChanges.count(), before);
 
     EXPECT_EQ(queue->GetNumberOfTracks().value(), 3U);
     bool accepted = false;
-    EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(queue->RequestTrackInfo(0, ALL), accepted));
+    EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(queue->RequestTrackInfo(0, kAll), accepted));
     EXPECT_TRUE(accepted);
-    MPL::TestUtils::WaitForSignal(queueRecords, 1, ANSWER_TIME_MS);
+    MPL::TestUtils::WaitForSignal(queueRecords, 1, kAnswerTimeMs);
     ASSERT_GE(queueRecords.count(), 1);
     const auto tracks = queueRecords.at(0).at(0).value<QList<MPL::ResultDictionary>>();
     ASSERT_EQ(tracks.size(), 3);

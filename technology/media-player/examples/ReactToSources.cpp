@@ -16,8 +16,8 @@
 namespace
 {
 
-const QString DEVICE_NAME = QStringLiteral("USB stick");
-const QString DEVICE_ID = QStringLiteral("00000004");
+const QString kDeviceName = QStringLiteral("USB stick");
+const QString kDeviceId = QStringLiteral("00000004");
 
 /// What the client saw; it outlives the client, which deletes itself at the thread's end.
 struct Seen {
@@ -30,9 +30,9 @@ struct Seen {
 class SourceWatcher : public MPL::MediaManagerAbstractClient
 {
 public:
-    SourceWatcher(ComTalvexDBusMediaPlayerMediaManagerInterface* manager, MPL::TestFixture* fixture,
-                  Seen& seen)
-        : MediaManagerAbstractClient(manager, fixture), m_Seen(seen)
+    SourceWatcher(ComTalvexDBusMediaPlayerMediaManagerInterface* aManager, MPL::TestFixture* aFixture,
+                  Seen& aSeen)
+        : MediaManagerAbstractClient(aManager, aFixture), m_Seen(aSeen)
     {
     }
 
@@ -40,22 +40,22 @@ public:
     {
         m_Simulator.reset(MPL_TestEnvironment::CreateSimulatorProxy());
         if (!m_Simulator ||
-            !MPL::TestUtils::WaitForDBusReply(m_Simulator->AddMassStorageDevice(DEVICE_NAME, DEVICE_ID))) {
+            !MPL::TestUtils::WaitForDBusReply(m_Simulator->AddMassStorageDevice(kDeviceName, kDeviceId))) {
             ADD_FAILURE() << "no device could be added";
             m_Fixture->QuitTest();
         }
     }
 
-    void MediaSourceAdded(const QString&, const QString& path) override
+    void MediaSourceAdded(const QString&, const QString& aPath) override
     {
-        m_Seen.added << path;
+        m_Seen.added << aPath;
         m_Seen.onFixtureThread &= QThread::currentThread() == m_Thread;
-        m_Simulator->RemoveMassStorageDevice(DEVICE_NAME, DEVICE_ID);
+        m_Simulator->RemoveMassStorageDevice(kDeviceName, kDeviceId);
     }
 
-    void MediaSourceRemoved(const QString&, const QString& path) override
+    void MediaSourceRemoved(const QString&, const QString& aPath) override
     {
-        m_Seen.removed << path;
+        m_Seen.removed << aPath;
         m_Fixture->QuitTest();
     }
 

@@ -17,15 +17,15 @@
 namespace
 {
 
-constexpr int TIME_MS = 10000;
+constexpr int kTimeMs = 10000;
 
 /// Asks the media manager for its active source once its thread starts, and ends the test.
 class ActiveSourceReader : public MPL::MediaManagerAbstractClient
 {
 public:
-    ActiveSourceReader(ComTalvexDBusMediaPlayerMediaManagerInterface* manager, MPL::TestFixture* fixture,
-                       QSemaphore& done)
-        : MediaManagerAbstractClient(manager, fixture), m_Done(done)
+    ActiveSourceReader(ComTalvexDBusMediaPlayerMediaManagerInterface* aManager, MPL::TestFixture* aFixture,
+                       QSemaphore& aDone)
+        : MediaManagerAbstractClient(aManager, aFixture), m_Done(aDone)
     {
     }
 
@@ -43,21 +43,21 @@ private:
 class StartWhenServiceAppears : public MPL::MediaSourceTestFixture
 {
 protected:
-    std::unique_ptr<MPL::ServiceChecker> WatchFor(const QString& service)
+    std::unique_ptr<MPL::ServiceChecker> WatchFor(const QString& aService)
     {
         std::unique_ptr<MPL::ServiceChecker> checker;
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
-            [&] { checker = std::make_unique<MPL::ServiceChecker>(&m_Thread, service); },
+            [&] { checker = std::make_unique<MPL::ServiceChecker>(&m_Thread, aService); },
             Qt::BlockingQueuedConnection);
         return checker;
     }
 
     /// The checker ends where it was made.
-    static void Release(std::unique_ptr<MPL::ServiceChecker> checker)
+    static void Release(std::unique_ptr<MPL::ServiceChecker> aChecker)
     {
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(), [&] { checker.reset(); }, Qt::BlockingQueuedConnection);
+            QCoreApplication::instance(), [&] { aChecker.reset(); }, Qt::BlockingQueuedConnection);
     }
 };
 
@@ -73,7 +73,7 @@ TEST_F(StartWhenServiceAppears, RunsTheClientOnceTheServiceIsThere)
 
     ASSERT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
     // The client may have ended before this thread gets here, so a Wait() for it could come too late.
-    ASSERT_TRUE(done.tryAcquire(1, TIME_MS)) << "the client did not run within " << TIME_MS << " ms";
+    ASSERT_TRUE(done.tryAcquire(1, kTimeMs)) << "the client did not run within " << kTimeMs << " ms";
     m_Thread.wait();
     Release(std::move(checker));
 }

@@ -28,8 +28,8 @@ struct BrowserHierarchy {
 } // namespace MPL
 
 /// On the bus `(ssuu)`.
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BrowserHierarchy& hierarchy);
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BrowserHierarchy& hierarchy);
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy);
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy);
 
 Q_DECLARE_METATYPE(MPL::BrowserHierarchy)
 Q_DECLARE_METATYPE(QVector<MPL::BrowserHierarchy>)

@@ -21,7 +21,7 @@ struct BufferedMedia {
 } // namespace MPL
 
 /// On the bus `(xxtuu)`.
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::BufferedMedia& media);
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::BufferedMedia& media);
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia);
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia);
 
 Q_DECLARE_METATYPE(MPL::BufferedMedia)

@@ -27,11 +27,11 @@ struct ServiceObject {
 
 /// On the bus `(ss)`: the path travels as a plain string. Reading accepts `(so)` too; a text that is no valid
 /// object path is read as an empty one.
-QDBusArgument& operator<<(QDBusArgument& argument, const MPL::ServiceObject& object);
-const QDBusArgument& operator>>(const QDBusArgument& argument, MPL::ServiceObject& object);
+QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aObject);
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject);
 
 /// Prints the quoted service name, `<>` and the quoted path.
-QDebug operator<<(QDebug debug, const MPL::ServiceObject& object);
+QDebug operator<<(QDebug aDebug, const MPL::ServiceObject& aObject);
 
 Q_DECLARE_METATYPE(MPL::ServiceObject)
 Q_DECLARE_METATYPE(QList<MPL::ServiceObject>)

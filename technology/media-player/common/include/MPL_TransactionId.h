@@ -18,7 +18,7 @@ class TransactionId
 public:
     /// An empty id: no D-Bus id, counter 0xFFFFFFFF.
     TransactionId() = default;
-    TransactionId(const QString& dbusId, uint requestId);
+    TransactionId(const QString& aDbusId, uint aRequestId);
 
     /// The requesting client's D-Bus id.
     const QString& GetDbusId() const { return m_DbusId; }
@@ -26,21 +26,21 @@ public:
     uint GetRequestId() const { return m_RequestId; }
     /// True when the D-Bus id has no characters and the counter is 0xFFFFFFFF.
     bool IsEmpty() const;
-    bool operator==(const TransactionId& other) const;
+    bool operator==(const TransactionId& aOther) const;
 
     /// Registers the type for D-Bus, and its name without the namespace.
     static void RegisterMetaType();
 
 private:
-    friend const QDBusArgument& operator>>(const QDBusArgument& argument, TransactionId& id);
+    friend const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId);
 
     QString m_DbusId;
     uint m_RequestId = 0xFFFFFFFF;
 };
 
 /// On the bus `(su)`.
-QDBusArgument& operator<<(QDBusArgument& argument, const TransactionId& id);
-const QDBusArgument& operator>>(const QDBusArgument& argument, TransactionId& id);
+QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId);
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId);
 
 /// Hands out the ids of one client with counters 1, 2, 3 and so on. The counter wraps at 32 bits, unguarded.
 /// Not thread-safe: one creator belongs to one client object.
@@ -48,7 +48,7 @@ class TransactionIdCreator
 {
 public:
     /// For the client with this D-Bus id.
-    TransactionIdCreator(const QString& dbusId);
+    TransactionIdCreator(const QString& aDbusId);
 
     /// Returns the next id; never fails.
     TransactionId Create();

@@ -1,7 +1,6 @@
 #include "DataManagerStore.h"
 
 #include "StateStore.h"
-
 #include <DataManager.h>
 #include <MPL_DataManagerWrapper.h>
 #include <MPL_TestEnvironmentNames.h>
@@ -26,7 +25,7 @@ State& TheState()
     return s_State;
 }
 
-bool Save(const char* operation, const QString& key, const QString& value)
+bool Save(const char* aOperation, const QString& aKey, const QString& aValue)
 {
     State& state = TheState();
     const QMutexLocker lock(&state.mutex);
@@ -35,21 +34,21 @@ bool Save(const char* operation, const QString& key, const QString& value)
         return false;
     }
     QString error = QStringLiteral("call DataManager::StartUp first");
-    if (state.store.IsOpen() && state.store.Save(key, value, error)) {
+    if (state.store.IsOpen() && state.store.Save(aKey, aValue, error)) {
         return true;
     }
-    qCritical().noquote() << operation << "--" << error;
+    qCritical().noquote() << aOperation << "--" << error;
     return false;
 }
 
 } // namespace
 
-int MPL::StartUpDataManager(const QString& path)
+int MPL::StartUpDataManager(const QString& aPath)
 {
     State& state = TheState();
     const QMutexLocker lock(&state.mutex);
     QString error;
-    state.startFailed = !state.store.Open(path, error);
+    state.startFailed = !state.store.Open(aPath, error);
     if (state.startFailed) {
         qCritical().noquote() << "DataManager::StartUp --" << error;
         return 1;
@@ -73,11 +72,11 @@ void DataManager::ShutDown()
 
 bool MPL::DataManagerWrapper::SaveActiveSource(const QString& aSource)
 {
-    return Save("MPL::DataManagerWrapper::SaveActiveSource", STATE_KEY_ACTIVE_SOURCE, aSource);
+    return Save("MPL::DataManagerWrapper::SaveActiveSource", kStateKeyActiveSource, aSource);
 }
 
 bool MPL::DataManagerWrapper::SaveActiveSourcePlaybackState(const QString& aState)
 {
-    return Save("MPL::DataManagerWrapper::SaveActiveSourcePlaybackState",
-                STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, aState);
+    return Save("MPL::DataManagerWrapper::SaveActiveSourcePlaybackState", kStateKeyActiveSourcePlaybackState,
+                aState);
 }

@@ -6,8 +6,8 @@
 namespace MPL
 {
 
-/// What DataManager::StartUp() does, on the store at `path`. 0 on success; otherwise 1 and one log line.
+/// What DataManager::StartUp() does, on the store at `aPath`. 0 on success; otherwise 1 and one log line.
 /// A second start without a shut-down in between changes to the path given.
-int StartUpDataManager(const QString& path);
+int StartUpDataManager(const QString& aPath);
 
 } // namespace MPL

@@ -1,7 +1,6 @@
 #include "Discovery.h"
 
 #include "IntrospectionText.h"
-
 #include <MPL_DBusUtils.h>
 
 #include <QDBusConnection>
@@ -25,9 +24,9 @@ namespace
 class Walk
 {
 public:
-    Walk(const QString& service, const QString& interface, const QDBusConnection& connection,
-         const DiscoveryLimits& limits)
-        : m_Service(service), m_Interface(interface), m_Connection(connection), m_Limits(limits)
+    Walk(const QString& aService, const QString& aInterface, const QDBusConnection& aConnection,
+         const DiscoveryLimits& aLimits)
+        : m_Service(aService), m_Interface(aInterface), m_Connection(aConnection), m_Limits(aLimits)
     {
         m_Timer.start();
     }
@@ -60,13 +59,13 @@ public:
 
 private:
     // Looks at all objects of one level and returns those of the next one.
-    QStringList LookAt(const QStringList& level)
+    QStringList LookAt(const QStringList& aLevel)
     {
         // A bus lets a connection wait for only so many replies at once: 128, unless set otherwise.
         constexpr int kInFlight = 100;
         QStringList next;
-        for (int first = 0; first < level.size() && !IsTimeUp(); first += kInFlight) {
-            const QStringList batch = level.mid(first, kInFlight);
+        for (int first = 0; first < aLevel.size() && !IsTimeUp(); first += kInFlight) {
+            const QStringList batch = aLevel.mid(first, kInFlight);
             QVector<QDBusPendingReply<QString>> replies;
             for (const QString& path : batch) {
                 replies << Ask(path);
@@ -81,10 +80,10 @@ private:
 
     bool IsTimeUp() const { return m_Timer.hasExpired(m_Limits.time.count()); }
 
-    QDBusPendingReply<QString> Ask(const QString& path) const
+    QDBusPendingReply<QString> Ask(const QString& aPath) const
     {
         QDBusMessage call = QDBusMessage::createMethodCall(
-            m_Service, path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
+            m_Service, aPath, QStringLiteral("org.freedesktop.DBus.Introspectable"),
             QStringLiteral("Introspect"));
         call.setAutoStartService(false);
         const qint64 left = std::max<qint64>(m_Limits.time.count() - m_Timer.elapsed(), 0);
@@ -92,23 +91,23 @@ private:
         return m_Connection.asyncCall(call, static_cast<int>(left + left / 16 + 1));
     }
 
-    void Note(const QString& path, const QDBusPendingReply<QString>& reply, QStringList& next)
+    void Note(const QString& aPath, const QDBusPendingReply<QString>& aReply, QStringList& aNext)
     {
         if (IsTimeUp()) {
             m_Limit = QStringLiteral("%1 ms").arg(m_Limits.time.count());
         }
         Introspection introspection;
         // An object may vanish, or fail, while its neighbours are well.
-        if (reply.isError() || !ReadIntrospection(reply.value(), introspection)) {
+        if (aReply.isError() || !ReadIntrospection(aReply.value(), introspection)) {
             return;
         }
         ++m_Answers;
         if (introspection.interfaces.contains(m_Interface)) {
-            m_Paths << path;
+            m_Paths << aPath;
         }
         for (const QString& child : introspection.children) {
             const QString childPath =
-                (path == QLatin1String("/") ? QString() : path) + QLatin1Char('/') + child;
+                (aPath == QLatin1String("/") ? QString() : aPath) + QLatin1Char('/') + child;
             if (m_Seen.contains(childPath)) {
                 continue;
             }
@@ -117,7 +116,7 @@ private:
                 return;
             }
             m_Seen.insert(childPath);
-            next << childPath;
+            aNext << childPath;
         }
     }
 
@@ -134,17 +133,17 @@ private:
 
 } // namespace
 
-bool FindObjects(const QString& service, const QString& interface, const QDBusConnection& connection,
-                 const DiscoveryLimits& limits, QStringList& paths)
+bool FindObjects(const QString& aService, const QString& aInterface, const QDBusConnection& aConnection,
+                 const DiscoveryLimits& aLimits, QStringList& aPaths)
 {
-    Walk walk(service, interface, connection, limits);
+    Walk walk(aService, aInterface, aConnection, aLimits);
     const bool answered = walk.Run();
     if (!walk.Limit().isEmpty()) {
-        qWarning().noquote() << "MPL::FindServiceObjectPathsByInterface -- the walk through" << service
+        qWarning().noquote() << "MPL::FindServiceObjectPathsByInterface -- the walk through" << aService
                              << "stopped at" << walk.Limit() << "-- it hangs or has no end of objects";
     }
     if (answered) {
-        paths = walk.Paths();
+        aPaths = walk.Paths();
     }
     return answered;
 }

@@ -19,7 +19,7 @@ struct DiscoveryLimits {
 
 /// What MPL::FindServiceObjectPathsByInterface does, within the given limits. A walk that reaches a limit
 /// says so in one log line and yields what it has found.
-bool FindObjects(const QString& service, const QString& interface, const QDBusConnection& connection,
-                 const DiscoveryLimits& limits, QStringList& paths);
+bool FindObjects(const QString& aService, const QString& aInterface, const QDBusConnection& aConnection,
+                 const DiscoveryLimits& aLimits, QStringList& aPaths);
 
 } // namespace MPL

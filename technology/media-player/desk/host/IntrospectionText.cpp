@@ -10,18 +10,18 @@ namespace
 {
 
 // One element of an object path, or several: an object may name its grandchildren without the level between.
-bool IsChildName(const QString& name)
+bool IsChildName(const QString& aName)
 {
-    static const QRegularExpression s_ChildName(QStringLiteral("\\A[A-Za-z0-9_]+(/[A-Za-z0-9_]+)*\\z"));
-    return s_ChildName.match(name).hasMatch();
+    static const QRegularExpression kSChildName(QStringLiteral("\\A[A-Za-z0-9_]+(/[A-Za-z0-9_]+)*\\z"));
+    return kSChildName.match(aName).hasMatch();
 }
 
 } // namespace
 
-bool ReadIntrospection(const QString& text, Introspection& introspection)
+bool ReadIntrospection(const QString& aText, Introspection& aIntrospection)
 {
     Introspection read;
-    QXmlStreamReader xml(text);
+    QXmlStreamReader xml(aText);
     if (!xml.readNextStartElement() || xml.name() != QLatin1String("node")) {
         return false;
     }
@@ -38,7 +38,7 @@ bool ReadIntrospection(const QString& text, Introspection& introspection)
     if (xml.hasError()) {
         return false;
     }
-    introspection = read;
+    aIntrospection = read;
     return true;
 }
 

@@ -12,8 +12,8 @@ struct Introspection {
     QStringList children;   // names of the objects directly below it
 };
 
-/// Reads an introspection text. Returns false, with `introspection` unchanged, when the text is no such
+/// Reads an introspection text. Returns false, with `aIntrospection` unchanged, when the text is no such
 /// text. Children whose name can't be part of an object path are left out.
-bool ReadIntrospection(const QString& text, Introspection& introspection);
+bool ReadIntrospection(const QString& aText, Introspection& aIntrospection);
 
 } // namespace MPL

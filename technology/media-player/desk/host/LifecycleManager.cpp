@@ -26,7 +26,7 @@ constexpr const char* kManagerInterface = "org.freedesktop.systemd1.Manager";
 class Job
 {
 public:
-    explicit Job(std::chrono::milliseconds bound) : m_Deadline(Clock::now() + bound), m_Bound(bound) {}
+    explicit Job(std::chrono::milliseconds aBound) : m_Deadline(Clock::now() + aBound), m_Bound(aBound) {}
 
     // Every call has had its reply: nothing is left to be sent, and a bus that hangs must not be waited for.
     ~Job()
@@ -39,11 +39,11 @@ public:
     Job& operator=(const Job&) = delete;
 
     // Returns an empty text on success, otherwise what went wrong.
-    QString Run(ServiceJob job, const QByteArray& service)
+    QString Run(ServiceJob aJob, const QByteArray& aService)
     {
         QString problem = Listen();
         if (problem.isEmpty()) {
-            problem = Enqueue(job, service + ".service");
+            problem = Enqueue(aJob, aService + ".service");
         }
         if (problem.isEmpty() && !m_Path.isEmpty()) {
             problem = Wait();
@@ -70,10 +70,10 @@ private:
         return matched < 0 ? Unreachable(matched) : Call("Subscribe", nullptr);
     }
 
-    QString Enqueue(ServiceJob job, const QByteArray& unit)
+    QString Enqueue(ServiceJob aJob, const QByteArray& aUnit)
     {
-        const bool stop = job == ServiceJob::Stop;
-        QString problem = Call(stop ? "StopUnit" : "StartUnit", unit.constData());
+        const bool stop = aJob == ServiceJob::Stop;
+        QString problem = Call(stop ? "StopUnit" : "StartUnit", aUnit.constData());
         // What the manager doesn't know doesn't run.
         const bool unknown = m_Reply != nullptr && sd_bus_message_is_method_error(
                                                        m_Reply, "org.freedesktop.systemd1.NoSuchUnit") > 0;
@@ -81,14 +81,14 @@ private:
     }
 
     // Calls a method of the manager; with a unit it is one that answers with the path of the job.
-    QString Call(const char* method, const char* unit)
+    QString Call(const char* aMethod, const char* aUnit)
     {
         m_Reply = sd_bus_message_unref(m_Reply);
         sd_bus_message* call = nullptr;
         int result =
-            sd_bus_message_new_method_call(m_Bus, &call, kManager, kManagerPath, kManagerInterface, method);
-        if (result >= 0 && unit != nullptr) {
-            result = sd_bus_message_append(call, "ss", unit, "replace");
+            sd_bus_message_new_method_call(m_Bus, &call, kManager, kManagerPath, kManagerInterface, aMethod);
+        if (result >= 0 && aUnit != nullptr) {
+            result = sd_bus_message_append(call, "ss", aUnit, "replace");
         }
         if (result >= 0) {
             sd_bus_message_set_auto_start(call, 0);
@@ -99,10 +99,10 @@ private:
             return Unreachable(result);
         }
         QString problem = Process([this] { return m_Reply != nullptr; }, "systemd has not answered");
-        return problem.isEmpty() ? ReadReply(unit != nullptr) : problem;
+        return problem.isEmpty() ? ReadReply(aUnit != nullptr) : problem;
     }
 
-    QString ReadReply(bool withJob)
+    QString ReadReply(bool aWithJob)
     {
         if (const sd_bus_error* error = sd_bus_message_get_error(m_Reply)) {
             if (sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
@@ -113,7 +113,7 @@ private:
                 .arg(QString::fromUtf8(error->message != nullptr ? error->message : error->name));
         }
         const char* path = nullptr;
-        if (withJob && sd_bus_message_read(m_Reply, "o", &path) < 0) {
+        if (aWithJob && sd_bus_message_read(m_Reply, "o", &path) < 0) {
             return QStringLiteral("systemd's answer names no job");
         }
         m_Path = path;
@@ -130,17 +130,17 @@ private:
         return QStringLiteral("systemd ended the job with the result \"%1\"").arg(QString::fromUtf8(result));
     }
 
-    // Handles what comes over the bus until `done` says so; `otherwise` is what to say when it never does.
+    // Handles what comes over the bus until `aDone` says so; `aOtherwise` is what to say when it never does.
     template <typename Done>
-    QString Process(Done done, const char* otherwise)
+    QString Process(Done aDone, const char* aOtherwise)
     {
-        while (!done()) {
+        while (!aDone()) {
             int result = sd_bus_process(m_Bus, nullptr);
             if (result == 0) {
                 const auto left =
                     std::chrono::duration_cast<std::chrono::microseconds>(m_Deadline - Clock::now()).count();
                 if (left <= 0) {
-                    return QStringLiteral("%1 in %2 ms").arg(QLatin1String(otherwise)).arg(m_Bound.count());
+                    return QStringLiteral("%1 in %2 ms").arg(QLatin1String(aOtherwise)).arg(m_Bound.count());
                 }
                 result = sd_bus_wait(m_Bus, static_cast<std::uint64_t>(left));
             }
@@ -151,26 +151,26 @@ private:
         return {};
     }
 
-    static QString Unreachable(int error)
+    static QString Unreachable(int aError)
     {
         return QStringLiteral("the system bus can't be reached: %1")
-            .arg(QString::fromLocal8Bit(strerror(-error)));
+            .arg(QString::fromLocal8Bit(strerror(-aError)));
     }
 
-    static int HandleReply(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
+    static int HandleReply(sd_bus_message* aMessage, void* aJob, sd_bus_error* /*error*/)
     {
-        static_cast<Job*>(job)->m_Reply = sd_bus_message_ref(message);
+        static_cast<Job*>(aJob)->m_Reply = sd_bus_message_ref(aMessage);
         return 0;
     }
 
-    static int HandleJobRemoved(sd_bus_message* message, void* job, sd_bus_error* /*error*/)
+    static int HandleJobRemoved(sd_bus_message* aMessage, void* aJob, sd_bus_error* /*error*/)
     {
         std::uint32_t id = 0;
         const char* path = nullptr;
         const char* unit = nullptr;
         const char* result = nullptr;
-        if (sd_bus_message_read(message, "uoss", &id, &path, &unit, &result) >= 0) {
-            static_cast<Job*>(job)->m_Ended.insert(path, result);
+        if (sd_bus_message_read(aMessage, "uoss", &id, &path, &unit, &result) >= 0) {
+            static_cast<Job*>(aJob)->m_Ended.insert(path, result);
         }
         return 0;
     }
@@ -186,15 +186,15 @@ private:
 
 } // namespace
 
-bool RunServiceJob(ServiceJob job, const QByteArray& service, std::chrono::milliseconds bound)
+bool RunServiceJob(ServiceJob aJob, const QByteArray& aService, std::chrono::milliseconds aBound)
 {
-    const QString problem = Job(bound).Run(job, service);
+    const QString problem = Job(aBound).Run(aJob, aService);
     if (problem.isEmpty()) {
         return true;
     }
-    const bool stop = job == ServiceJob::Stop;
+    const bool stop = aJob == ServiceJob::Stop;
     qCritical().noquote() << "MPL_ProcessInfo::" % QLatin1String(stop ? "SlmStopService" : "SlmStartService")
-                          << "-- can't" << (stop ? "stop" : "start") << service.constData() << "--"
+                          << "-- can't" << (stop ? "stop" : "start") << aService.constData() << "--"
                           << problem;
     return false;
 }

@@ -11,12 +11,12 @@ namespace MPL
 enum class ServiceJob { Start, Stop };
 
 /// Longest that one start or stop may take; systemd itself gives a stubborn program 90 seconds.
-inline constexpr std::chrono::milliseconds SERVICE_JOB_BOUND{30000};
+inline constexpr std::chrono::milliseconds kServiceJobBound{30000};
 
 /// Has the manager on the system bus (DBUS_SYSTEM_BUS_ADDRESS names it) start or stop "<service>.service" and
-/// blocks, without an event loop, until the manager reports the job done or `bound` has passed.
+/// blocks, without an event loop, until the manager reports the job done or `aBound` has passed.
 /// Returns true when the service runs, or is stopped, as asked; a service unknown to the manager counts as
 /// stopped. Returns false, with one log line, in all other cases.
-bool RunServiceJob(ServiceJob job, const QByteArray& service, std::chrono::milliseconds bound);
+bool RunServiceJob(ServiceJob aJob, const QByteArray& aService, std::chrono::milliseconds aBound);
 
 } // namespace MPL

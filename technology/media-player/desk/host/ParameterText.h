@@ -10,6 +10,6 @@ namespace MPL
 
 /// Joins the pairs, in their order, to one parameter text: key=value with `;` between pairs, and everything
 /// that could be mistaken percent-encoded. MPL::GetParameters yields the same pairs again.
-QString MakeParameters(const QVector<QPair<QString, QString>>& parameters);
+QString MakeParameters(const QVector<QPair<QString, QString>>& aParameters);
 
 } // namespace MPL

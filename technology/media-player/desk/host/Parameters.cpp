@@ -1,6 +1,5 @@
-#include <MPL_Parameters.h>
-
 #include "ParameterText.h"
+#include <MPL_Parameters.h>
 
 #include <QStringList>
 #include <QUrl>
@@ -9,28 +8,28 @@
 namespace MPL
 {
 
-bool GetParameters(const QString& text, QMap<QString, QString>& parameters)
+bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
 {
     QUrlQuery query;
     query.setQueryDelimiters(QLatin1Char('='), QLatin1Char(';'));
-    query.setQuery(text);
+    query.setQuery(aText);
     bool found = false;
     for (const auto& [key, value] : query.queryItems(QUrl::FullyDecoded)) {
         // Words without a "=" have a null value: they are no pair, and no more is one without a key.
         if (!key.isEmpty() && !value.isNull()) {
-            parameters.insert(key, value);
+            aParameters.insert(key, value);
             found = true;
         }
     }
     return found;
 }
 
-QString MakeParameters(const QVector<QPair<QString, QString>>& parameters)
+QString MakeParameters(const QVector<QPair<QString, QString>>& aParameters)
 {
     // Paths and sentences stay readable: none of these characters means anything in a parameter text.
     const QByteArray readable = QByteArrayLiteral(" /:,()@");
     QStringList pairs;
-    for (const auto& [key, value] : parameters) {
+    for (const auto& [key, value] : aParameters) {
         const QByteArray pair =
             QUrl::toPercentEncoding(key, readable) + '=' + QUrl::toPercentEncoding(value, readable);
         pairs << QString::fromLatin1(pair);

@@ -1,7 +1,6 @@
-#include <MPL_ProcessInfo.h>
-
 #include "LifecycleManager.h"
 #include "ProcessTable.h"
+#include <MPL_ProcessInfo.h>
 
 #include <QByteArrayList>
 #include <QDebug>
@@ -21,7 +20,8 @@ namespace
 class ProcessHandle
 {
 public:
-    explicit ProcessHandle(pid_t pid) : m_Pid(pid), m_Fd(static_cast<int>(syscall(SYS_pidfd_open, pid, 0U)))
+    explicit ProcessHandle(pid_t aPid)
+        : m_Pid(aPid), m_Fd(static_cast<int>(syscall(SYS_pidfd_open, aPid, 0U)))
     {
         m_Gone = m_Fd < 0 && errno == ESRCH;
     }
@@ -39,11 +39,11 @@ public:
     bool IsGone() const { return m_Gone; }
 
     // Returns 0 or the error number.
-    int Signal(int number) const
+    int Signal(int aNumber) const
     {
         // Kernels before 5.3 have no such handle, and some containers forbid it: there the id has to do.
-        const long result = m_Fd >= 0 ? syscall(SYS_pidfd_send_signal, m_Fd, number, nullptr, 0U)
-                                      : static_cast<long>(kill(m_Pid, number));
+        const long result = m_Fd >= 0 ? syscall(SYS_pidfd_send_signal, m_Fd, aNumber, nullptr, 0U)
+                                      : static_cast<long>(kill(m_Pid, aNumber));
         return result == 0 ? 0 : errno;
     }
 
@@ -54,25 +54,25 @@ private:
 };
 
 // Returns 0 when the process was signalled, ESRCH when it is no longer there, otherwise why it was refused.
-int SignalProcess(pid_t pid, const QByteArray& name, int number)
+int SignalProcess(pid_t aPid, const QByteArray& aName, int aNumber)
 {
-    const ProcessHandle process(pid);
+    const ProcessHandle process(aPid);
     // Only what has the name while we hold it is meant; the id was read before.
-    if (process.IsGone() || !MPL::IsProcess(pid, name)) {
+    if (process.IsGone() || !MPL::IsProcess(aPid, aName)) {
         return ESRCH;
     }
-    return process.Signal(number);
+    return process.Signal(aNumber);
 }
 
 } // namespace
 
-int MPL_ProcessInfo::GetPidFromName(char const* aName)
+int MPL_ProcessInfo::GetPidFromName(const char* aName)
 {
     const QVector<pid_t> pids = MPL::FindProcesses(aName);
     return pids.isEmpty() ? -1 : pids.first();
 }
 
-bool MPL_ProcessInfo::KillProcess(char const* aName, bool aKill)
+bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 {
     bool signalled = false;
     QByteArrayList refusals;
@@ -92,12 +92,12 @@ bool MPL_ProcessInfo::KillProcess(char const* aName, bool aKill)
     return signalled && refusals.isEmpty();
 }
 
-bool MPL_ProcessInfo::SlmStartService(char const* aServiceName)
+bool MPL_ProcessInfo::SlmStartService(const char* aServiceName)
 {
-    return MPL::RunServiceJob(MPL::ServiceJob::Start, aServiceName, MPL::SERVICE_JOB_BOUND);
+    return MPL::RunServiceJob(MPL::ServiceJob::Start, aServiceName, MPL::kServiceJobBound);
 }
 
-bool MPL_ProcessInfo::SlmStopService(char const* aServiceName)
+bool MPL_ProcessInfo::SlmStopService(const char* aServiceName)
 {
-    return MPL::RunServiceJob(MPL::ServiceJob::Stop, aServiceName, MPL::SERVICE_JOB_BOUND);
+    return MPL::RunServiceJob(MPL::ServiceJob::Stop, aServiceName, MPL::kServiceJobBound);
 }

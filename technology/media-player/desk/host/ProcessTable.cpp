@@ -3,6 +3,7 @@
 #include <QDebug>
 
 #include <libproc2/pids.h>
+
 #include <unistd.h>
 
 #include <array>
@@ -34,7 +35,7 @@ namespace
 enum Item { kPid, kState, kComm, kExe, kArguments, kItemCount };
 
 struct Unref {
-    void operator()(pids_info* info) const { procps_pids_unref(&info); }
+    void operator()(pids_info* aInfo) const { procps_pids_unref(&aInfo); }
 };
 using PidsInfo = std::unique_ptr<pids_info, Unref>;
 
@@ -48,17 +49,17 @@ PidsInfo OpenTable()
     return PidsInfo(info);
 }
 
-QByteArray BaseName(const char* path)
+QByteArray BaseName(const char* aPath)
 {
-    const QByteArray text(path);
+    const QByteArray text(aPath);
     return text.mid(text.lastIndexOf('/') + 1);
 }
 
-QByteArray ExecutableName(const char* link)
+QByteArray ExecutableName(const char* aLink)
 {
     // What stands behind the name of a file that was removed since the program started.
     const QByteArray removed = QByteArrayLiteral(" (deleted)");
-    QByteArray name = BaseName(link);
+    QByteArray name = BaseName(aLink);
     if (name.endsWith(removed)) {
         name.chop(removed.size());
     }
@@ -67,33 +68,33 @@ QByteArray ExecutableName(const char* link)
 }
 
 // The kernel keeps only this many bytes of the name that it started a program under.
-bool IsShortFormOf(const QByteArray& shortName, const QByteArray& name)
+bool IsShortFormOf(const QByteArray& aShortName, const QByteArray& aName)
 {
     constexpr int kKept = 15;
-    return !name.isEmpty() && name.left(kKept) == shortName;
+    return !aName.isEmpty() && aName.left(kKept) == aShortName;
 }
 
-QByteArray NameOf(const char* comm, const char* link, char* const* arguments)
+QByteArray NameOf(const char* aComm, const char* aLink, char* const* aRguments)
 {
-    QByteArray name = ExecutableName(link);
-    if (IsShortFormOf(comm, name)) {
+    QByteArray name = ExecutableName(aLink);
+    if (IsShortFormOf(aComm, name)) {
         return name;
     }
     // Started under another name: that is the program's path in its own arguments, or behind those that an
     // interpreter or emulator takes first.
     constexpr int kPlaces = 3;
-    for (int i = 0; i < kPlaces && arguments != nullptr && arguments[i] != nullptr; ++i) {
-        QByteArray candidate = BaseName(arguments[i]);
-        if (IsShortFormOf(comm, candidate)) {
+    for (int i = 0; i < kPlaces && aRguments != nullptr && aRguments[i] != nullptr; ++i) {
+        QByteArray candidate = BaseName(aRguments[i]);
+        if (IsShortFormOf(aComm, candidate)) {
             return candidate;
         }
     }
     return name;
 }
 
-ProcessEntry MakeEntry(const pids_stack* stack)
+ProcessEntry MakeEntry(const pids_stack* aStack)
 {
-    const pids_result* items = stack->head;
+    const pids_result* items = aStack->head;
     const char state = static_cast<char>(items[kState].result.s_ch);
     ProcessEntry entry;
     entry.pid = items[kPid].result.s_int;
@@ -104,7 +105,7 @@ ProcessEntry MakeEntry(const pids_stack* stack)
 
 } // namespace
 
-QVector<pid_t> FindProcesses(const QByteArray& name)
+QVector<pid_t> FindProcesses(const QByteArray& aName)
 {
     const PidsInfo table = OpenTable();
     if (!table) {
@@ -115,24 +116,24 @@ QVector<pid_t> FindProcesses(const QByteArray& name)
     while (const pids_stack* stack = procps_pids_get(table.get(), PIDS_FETCH_TASKS_ONLY)) {
         const ProcessEntry entry = MakeEntry(stack);
         // Threads of the kernel have no name.
-        if (entry.alive && !name.isEmpty() && entry.name == name && entry.pid != getpid()) {
+        if (entry.alive && !aName.isEmpty() && entry.name == aName && entry.pid != getpid()) {
             found << entry.pid;
         }
     }
     return found;
 }
 
-bool IsProcess(pid_t pid, const QByteArray& name)
+bool IsProcess(pid_t aPid, const QByteArray& aName)
 {
     const PidsInfo table = OpenTable();
-    auto wanted = static_cast<unsigned int>(pid);
+    auto wanted = static_cast<unsigned int>(aPid);
     const pids_fetch* fetched =
         table ? procps_pids_select(table.get(), &wanted, 1, PIDS_SELECT_PID) : nullptr;
     if (fetched == nullptr || fetched->counts->total != 1) {
         return false;
     }
     const ProcessEntry entry = MakeEntry(fetched->stacks[0]);
-    return entry.alive && entry.pid == pid && entry.name == name;
+    return entry.alive && entry.pid == aPid && entry.name == aName;
 }
 
 } // namespace MPL

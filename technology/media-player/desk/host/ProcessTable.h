@@ -20,9 +20,9 @@ struct ProcessEntry {
 
 /// All live processes of that name, in the order of the table; the calling program is left out.
 /// Empty, with one log line, when the process table can't be read.
-QVector<pid_t> FindProcesses(const QByteArray& name);
+QVector<pid_t> FindProcesses(const QByteArray& aName);
 
 /// True when the process is alive and has this name now.
-bool IsProcess(pid_t pid, const QByteArray& name);
+bool IsProcess(pid_t aPid, const QByteArray& aName);
 
 } // namespace MPL

@@ -26,7 +26,7 @@ constexpr int kSqliteNotADatabase = 26;
 class Connection
 {
 public:
-    explicit Connection(const QString& path) : m_Path(path) {}
+    explicit Connection(const QString& aPath) : m_Path(aPath) {}
 
     ~Connection()
     {
@@ -41,58 +41,58 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    bool Open(QString& error)
+    bool Open(QString& aError)
     {
-        return DriverPresent(error) && MakeFolder(error) && OpenFile(error) &&
+        return DriverPresent(aError) && MakeFolder(aError) && OpenFile(aError) &&
                Run(QStringLiteral(
                        "CREATE TABLE IF NOT EXISTS state (key TEXT PRIMARY KEY, value TEXT NOT NULL)"),
-                   {}, error);
+                   {}, aError);
     }
 
-    // Runs one statement; a value it yields first goes to `value`.
-    bool Run(const QString& statement, const QVariantList& arguments, QString& error,
-             QString* value = nullptr)
+    // Runs one statement; a value it yields first goes to `aValue`.
+    bool Run(const QString& aStatement, const QVariantList& aRguments, QString& aError,
+             QString* aValue = nullptr)
     {
         QSqlQuery query(m_Database);
-        bool ok = query.prepare(statement);
-        for (const QVariant& argument : arguments) {
+        bool ok = query.prepare(aStatement);
+        for (const QVariant& argument : aRguments) {
             query.addBindValue(argument);
         }
         ok = ok && query.exec();
         if (!ok) {
-            error = Explain(query.lastError());
-        } else if (value != nullptr) {
-            *value = query.next() ? query.value(0).toString() : QString();
+            aError = Explain(query.lastError());
+        } else if (aValue != nullptr) {
+            *aValue = query.next() ? query.value(0).toString() : QString();
         }
         return ok;
     }
 
 private:
-    static bool DriverPresent(QString& error)
+    static bool DriverPresent(QString& aError)
     {
         if (QCoreApplication::instance() == nullptr) {
-            error = QStringLiteral("the state store needs a QCoreApplication: create one before opening it");
+            aError = QStringLiteral("the state store needs a QCoreApplication: create one before opening it");
             return false;
         }
         if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
-            error = QStringLiteral("Qt's SQLite driver is missing: install the package libqt5sql5-sqlite");
+            aError = QStringLiteral("Qt's SQLite driver is missing: install the package libqt5sql5-sqlite");
             return false;
         }
         return true;
     }
 
-    bool MakeFolder(QString& error) const
+    bool MakeFolder(QString& aError) const
     {
         const QString folder = QFileInfo(m_Path).absolutePath();
         if (QDir().mkpath(folder)) {
             return true;
         }
-        error =
+        aError =
             QStringLiteral("can't make the folder %1: check its parents and their permissions").arg(folder);
         return false;
     }
 
-    bool OpenFile(QString& error)
+    bool OpenFile(QString& aError)
     {
         static std::atomic<unsigned int> s_Count{0};
         m_Database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"),
@@ -102,21 +102,21 @@ private:
         if (m_Database.open()) {
             return true;
         }
-        error = Explain(m_Database.lastError());
+        aError = Explain(m_Database.lastError());
         return false;
     }
 
-    QString Explain(const QSqlError& sqlError) const
+    QString Explain(const QSqlError& aSqlError) const
     {
         // The low byte is the error, the rest says more about it.
-        switch (sqlError.nativeErrorCode().toInt() & 0xff) {
+        switch (aSqlError.nativeErrorCode().toInt() & 0xff) {
         case kSqliteBusy:
             return QStringLiteral("%1 is locked by another program: wait for it or end it").arg(m_Path);
         case kSqliteNotADatabase:
             return QStringLiteral("%1 is not an SQLite database: move it away").arg(m_Path);
         default:
             return QStringLiteral("can't use %1 (%2): check that the file and its folder can be written")
-                .arg(m_Path, sqlError.databaseText().simplified());
+                .arg(m_Path, aSqlError.databaseText().simplified());
         }
     }
 
@@ -126,40 +126,40 @@ private:
 
 } // namespace
 
-bool StateStore::Open(const QString& path, QString& error)
+bool StateStore::Open(const QString& aPath, QString& aError)
 {
     Close();
-    Connection connection(path);
+    Connection connection(aPath);
     // Setting the version writes to the file, which alone proves that it can be written.
-    if (!connection.Open(error) || !connection.Run(QStringLiteral("PRAGMA user_version = 1"), {}, error)) {
+    if (!connection.Open(aError) || !connection.Run(QStringLiteral("PRAGMA user_version = 1"), {}, aError)) {
         return false;
     }
-    m_Path = path;
+    m_Path = aPath;
     return true;
 }
 
-bool StateStore::Save(const QString& key, const QString& value, QString& error)
+bool StateStore::Save(const QString& aKey, const QString& aValue, QString& aError)
 {
     if (!IsOpen()) {
-        error = kNotOpen;
+        aError = kNotOpen;
         return false;
     }
     Connection connection(m_Path);
     // A null text would be stored as no value.
-    const QString text = value.isNull() ? QLatin1String("") : value;
-    return connection.Open(error) &&
-           connection.Run(QStringLiteral("REPLACE INTO state VALUES (?, ?)"), {key, text}, error);
+    const QString text = aValue.isNull() ? QLatin1String("") : aValue;
+    return connection.Open(aError) &&
+           connection.Run(QStringLiteral("REPLACE INTO state VALUES (?, ?)"), {aKey, text}, aError);
 }
 
-bool StateStore::Load(const QString& key, QString& value, QString& error) const
+bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError) const
 {
     if (!IsOpen()) {
-        error = kNotOpen;
+        aError = kNotOpen;
         return false;
     }
     Connection connection(m_Path);
-    return connection.Open(error) &&
-           connection.Run(QStringLiteral("SELECT value FROM state WHERE key = ?"), {key}, error, &value);
+    return connection.Open(aError) &&
+           connection.Run(QStringLiteral("SELECT value FROM state WHERE key = ?"), {aKey}, aError, &aValue);
 }
 
 } // namespace MPL

@@ -7,25 +7,25 @@ namespace MPL
 {
 
 /// Keys of the store. An active source is a parameter text with the pairs service_name and object_path.
-inline const QString STATE_KEY_ACTIVE_SOURCE = QStringLiteral("active_source");
-inline const QString STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE = QStringLiteral("active_source_playback_state");
+inline const QString kStateKeyActiveSource = QStringLiteral("active_source");
+inline const QString kStateKeyActiveSourcePlaybackState = QStringLiteral("active_source_playback_state");
 
 /// Between calls no file is open and no lock is held: other programs can write, and the file or its folder
 /// may be removed (the next call makes them again). Functions may be called from any thread, from one at a
 /// time. Each blocks for file access, and under half a second more when another program has the file locked.
 /// They need a QCoreApplication, which finds the database driver. On failure they return false and set
-/// `error` to one line that says what is wrong and what to do; the stored state is then as it was.
+/// `aError` to one line that says what is wrong and what to do; the stored state is then as it was.
 class StateStore
 {
 public:
     /// Chooses the file and proves that it can be written; makes it, with its folder, when it is missing.
-    bool Open(const QString& path, QString& error);
+    bool Open(const QString& aPath, QString& aError);
 
-    /// Stores `value` durably in place of what the key held before.
-    bool Save(const QString& key, const QString& value, QString& error);
+    /// Stores `aValue` durably in place of what the key held before.
+    bool Save(const QString& aKey, const QString& aValue, QString& aError);
 
-    /// Reads the key's value; a key never saved has an empty one. `value` is unchanged on failure.
-    bool Load(const QString& key, QString& value, QString& error) const;
+    /// Reads the key's value; a key never saved has an empty one. `aValue` is unchanged on failure.
+    bool Load(const QString& aKey, QString& aValue, QString& aError) const;
 
     bool IsOpen() const { return !m_Path.isEmpty(); }
     void Close() { m_Path.clear(); }

@@ -1,22 +1,23 @@
 #include "Bus.h"
 
-#include <cerrno>
+#include "Posix.h"
+#include "World.h"
 
 #include <dbus/dbus.h>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
-#include "Posix.h"
-#include "World.h"
+#include <cerrno>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr int BUS_START_LIMIT_MS = 10000;
+constexpr int kBusStartLimitMs = 10000;
 
 bool IsOwnerOf(const std::string& aName, DBusMessage* aMessage)
 {
@@ -98,7 +99,7 @@ std::string WriteBusConfiguration()
   </policy>
 </busconfig>
 )";
-    const std::string path = PRIVATE_FOLDER + "/bus.conf";
+    const std::string path = kPrivateFolder + "/bus.conf";
     return WriteTextFile(path, text) ? path : std::string();
 }
 
@@ -112,7 +113,7 @@ void BecomeDaemon()
 
 bool StartPlainBus(std::string& aReason)
 {
-    const UniqueFd messages(open(BUS_MESSAGES.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644));
+    const UniqueFd messages(open(kBusMessages.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644));
     Pipe address = MakePipe();
     const std::string addressFd = std::to_string(address.write.Get());
     const Spawned daemon = Spawn({"dbus-daemon", "--config-file=" + WriteBusConfiguration(), "--nofork",
@@ -131,12 +132,12 @@ bool StartPlainBus(std::string& aReason)
     // The daemon prints its address once it listens; the pipe closes without a word when it ends before that.
     pollfd said = {address.read.Get(), POLLIN, 0};
     char first = '\0';
-    const bool listens = poll(&said, 1, BUS_START_LIMIT_MS) == 1 && read(address.read.Get(), &first, 1) == 1;
+    const bool listens = poll(&said, 1, kBusStartLimitMs) == 1 && read(address.read.Get(), &first, 1) == 1;
     if (!listens) {
         aReason =
-            "dbus-daemon does not listen at " + BusAddress() + "; it says: " + ReadTextFile(BUS_MESSAGES);
+            "dbus-daemon does not listen at " + BusAddress() + "; it says: " + ReadTextFile(kBusMessages);
     }
     return listens;
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -1,14 +1,14 @@
 /// The sandbox's own bus, and a small client of any bus.
 #pragma once
 
+#include "World.h"
+
 #include <memory>
 #include <string>
 
-#include "World.h"
-
 struct DBusConnection;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// A private connection to a bus, used from one thread.
@@ -34,7 +34,7 @@ private:
 };
 
 /// Where the bus daemon's own messages go.
-inline const std::string BUS_MESSAGES = PRIVATE_FOLDER + "/bus.log";
+inline const std::string kBusMessages = kPrivateFolder + "/bus.log";
 
 /// Writes the configuration of the sandbox's bus: everybody may own and send anything. Returns the file's
 /// path; empty when it could not be written.
@@ -47,4 +47,4 @@ bool StartPlainBus(std::string& aReason);
 /// output to stderr, as stdout is the program's.
 void BecomeDaemon();
 
-} // namespace MplSandbox
+} // namespace sandbox

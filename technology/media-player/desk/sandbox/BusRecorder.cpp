@@ -1,5 +1,14 @@
 #include "BusRecorder.h"
 
+#include "Bus.h"
+
+#include <dbus/dbus.h>
+
+#include <poll.h>
+#include <sys/inotify.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
 #include <cstdint>
@@ -7,24 +16,16 @@
 #include <ctime>
 #include <filesystem>
 
-#include <dbus/dbus.h>
-#include <poll.h>
-#include <sys/inotify.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
-#include "Bus.h"
-
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr int SETTLE_LIMIT_MS = 2000;
-constexpr int LONGEST_PAUSE_MS = 64;
-constexpr const char* END_INTERFACE = "com.talvex.MplSandbox.Recorder";
-constexpr const char* END_SIGNAL = "EndOfRecording";
+constexpr int kSettleLimitMs = 2000;
+constexpr int kLongestPauseMs = 64;
+constexpr const char* kEndInterface = "com.talvex.MplSandbox.Recorder";
+constexpr const char* kEndSignal = "EndOfRecording";
 
 struct PcapHeader {
     uint32_t magic = 0xa1b2c3d4;
@@ -87,8 +88,7 @@ bool BecomeMonitor(BusClient& aBus)
     const dbus_uint32_t noFlags = 0;
     dbus_message_append_args(call, DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &noRules, 0, DBUS_TYPE_UINT32, &noFlags,
                              DBUS_TYPE_INVALID);
-    DBusMessage* reply =
-        dbus_connection_send_with_reply_and_block(aBus.Get(), call, SETTLE_LIMIT_MS, nullptr);
+    DBusMessage* reply = dbus_connection_send_with_reply_and_block(aBus.Get(), call, kSettleLimitMs, nullptr);
     dbus_message_unref(call);
     if (reply == nullptr) {
         return false;
@@ -103,7 +103,7 @@ bool Record(BusClient& aBus, int aFile)
     // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
     do {
         while (DBusMessage* message = dbus_connection_pop_message(aBus.Get())) {
-            const bool isEnd = dbus_message_is_signal(message, END_INTERFACE, END_SIGNAL) != FALSE;
+            const bool isEnd = dbus_message_is_signal(message, kEndInterface, kEndSignal) != FALSE;
             // libdbus makes this one itself when the bus hangs up; it was never sent.
             if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
                 WriteMessage(aFile, message);
@@ -135,7 +135,7 @@ bool Record(BusClient& aBus, int aFile)
         aReady.Close();
         // A socket that is there refuses until its daemon listens, which no event tells; and for ever when
         // its daemon was killed.
-        pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, LONGEST_PAUSE_MS);
+        pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, kLongestPauseMs);
         if (isMonitor ? !Record(bus, aFile) : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
             _exit(0);
         }
@@ -155,7 +155,7 @@ BusRecorder::BusRecorder(std::string aSocket, int aFile) : m_Socket(std::move(aS
     }
     ready.write.Close();
     pollfd isReady = {ready.read.Get(), POLLIN, 0};
-    poll(&isReady, 1, SETTLE_LIMIT_MS);
+    poll(&isReady, 1, kSettleLimitMs);
     m_Stop = std::move(stop.write);
 }
 
@@ -167,17 +167,17 @@ BusRecorder::~BusRecorder()
     m_Stop.Close();
     // Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
     if (BusClient bus = BusClient::Connect("unix:path=" + m_Socket); bus.IsConnected()) {
-        DBusMessage* end = dbus_message_new_signal("/", END_INTERFACE, END_SIGNAL);
+        DBusMessage* end = dbus_message_new_signal("/", kEndInterface, kEndSignal);
         dbus_connection_send(bus.Get(), end, nullptr);
         dbus_connection_flush(bus.Get());
         dbus_message_unref(end);
     }
     const UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, m_Process, 0)));
     pollfd ended = {process.Get(), POLLIN, 0};
-    if (poll(&ended, 1, SETTLE_LIMIT_MS) != 1) {
+    if (poll(&ended, 1, kSettleLimitMs) != 1) {
         kill(m_Process, SIGKILL);
     }
     WaitForEnd(m_Process);
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

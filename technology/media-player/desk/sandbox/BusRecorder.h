@@ -1,13 +1,13 @@
 /// Keeps the traffic of a bus as pcap.
 #pragma once
 
-#include <string>
+#include "Posix.h"
 
 #include <sys/types.h>
 
-#include "Posix.h"
+#include <string>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// A child process that waits for a bus to listen at a socket, becomes a monitor of it at once, and writes
@@ -31,4 +31,4 @@ private:
     pid_t m_Process = -1;
 };
 
-} // namespace MplSandbox
+} // namespace sandbox

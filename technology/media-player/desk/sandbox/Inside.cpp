@@ -1,23 +1,23 @@
 #include "Inside.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <optional>
-
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "Bus.h"
 #include "BusRecorder.h"
 #include "LifecycleManager.h"
 #include "Posix.h"
 #include "World.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+
 namespace fs = std::filesystem;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
@@ -41,11 +41,11 @@ void TakeOver(const InsideSettings& aSettings)
 bool CopyStackEtc()
 {
     std::error_code error;
-    if (!fs::exists(PRIVATE_STACK_ETC, error)) {
+    if (!fs::exists(kPrivateStackEtc, error)) {
         return true;
     }
-    const fs::path etc = STACK_FOLDER + "/etc";
-    fs::copy(PRIVATE_STACK_ETC, etc, fs::copy_options::recursive | fs::copy_options::overwrite_existing,
+    const fs::path etc = kStackFolder + "/etc";
+    fs::copy(kPrivateStackEtc, etc, fs::copy_options::recursive | fs::copy_options::overwrite_existing,
              error);
     if (error) {
         Say("the stack's etc can't be copied: " + error.message());
@@ -63,7 +63,7 @@ void SetEnvironment()
     setenv("XDG_RUNTIME_DIR", RuntimeFolder().c_str(), 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", BusAddress().c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", BusAddress().c_str(), 1);
-    setenv("TMPDIR", PRIVATE_TEMP_FOLDER.c_str(), 1);
+    setenv("TMPDIR", kPrivateTempFolder.c_str(), 1);
 }
 
 bool StartBus(const InsideSettings& aSettings)
@@ -98,7 +98,7 @@ int RunProgram(const InsideSettings& aSettings)
     const std::string& name = aSettings.command.front();
     if (program.error != ENOENT) {
         Say(WithErrno("the program " + name + " can't be run", program.error));
-        return EXIT_CANNOT_RUN;
+        return kExitCannotRun;
     }
     std::error_code error;
     Say(fs::exists(name, error) && name.find('/') != std::string::npos
@@ -106,14 +106,14 @@ int RunProgram(const InsideSettings& aSettings)
             : "the program " + name +
                   " was not found; /run, /opt/talvex and /var/talvex of the machine are not "
                   "visible in the sandbox");
-    return EXIT_NOT_FOUND;
+    return kExitNotFound;
 }
 
 } // namespace
 
 std::vector<std::string> ToArguments(const InsideSettings& aSettings)
 {
-    std::vector<std::string> arguments = {INSIDE_MARK};
+    std::vector<std::string> arguments = {kInsideMark};
     for (const int value :
          {aSettings.stderrFd, aSettings.readyFd, aSettings.recordFd, aSettings.recordSystemFd,
           aSettings.wantsManager ? 1 : 0, aSettings.ignoresInterrupt ? 1 : 0}) {
@@ -126,9 +126,9 @@ std::vector<std::string> ToArguments(const InsideSettings& aSettings)
 
 InsideSettings FromArguments(const std::vector<std::string>& aArguments)
 {
-    constexpr size_t FIRST_OF_COMMAND = 8;
+    constexpr size_t kFirstOfCommand = 8;
     InsideSettings settings;
-    if (aArguments.size() <= FIRST_OF_COMMAND) {
+    if (aArguments.size() <= kFirstOfCommand) {
         return settings;
     }
     int numbers[6];
@@ -142,7 +142,7 @@ InsideSettings FromArguments(const std::vector<std::string>& aArguments)
     settings.wantsManager = numbers[4] != 0;
     settings.ignoresInterrupt = numbers[5] != 0;
     settings.noManagerReason = aArguments[7];
-    settings.command.assign(aArguments.begin() + FIRST_OF_COMMAND, aArguments.end());
+    settings.command.assign(aArguments.begin() + kFirstOfCommand, aArguments.end());
     return settings;
 }
 
@@ -150,12 +150,12 @@ int RunInside(const InsideSettings& aSettings)
 {
     if (aSettings.command.empty()) {
         Say("internal call; see mpl-sandbox --help");
-        return EXIT_BAD_USAGE;
+        return kExitBadUsage;
     }
     TakeOver(aSettings);
     SetEnvironment();
     if (!CopyStackEtc() || !StartBus(aSettings)) {
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
     std::optional<BusRecorder> system;
     std::optional<BusRecorder> test;
@@ -166,4 +166,4 @@ int RunInside(const InsideSettings& aSettings)
     return RunProgram(aSettings);
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// What the half outside passes on. Descriptors are inherited; -1 means none.
@@ -25,8 +25,8 @@ std::vector<std::string> ToArguments(const InsideSettings& aSettings);
 InsideSettings FromArguments(const std::vector<std::string>& aArguments);
 
 /// The first argument of a program that is to run as this half.
-inline const std::string INSIDE_MARK = "--inside";
+inline const std::string kInsideMark = "--inside";
 
 int RunInside(const InsideSettings& aSettings);
 
-} // namespace MplSandbox
+} // namespace sandbox

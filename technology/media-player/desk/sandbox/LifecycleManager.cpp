@@ -1,10 +1,8 @@
 #include "LifecycleManager.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstdlib>
-#include <cstring>
-#include <map>
+#include "Bus.h"
+#include "Posix.h"
+#include "World.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -12,19 +10,21 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include "Bus.h"
-#include "Posix.h"
-#include "World.h"
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <map>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr int START_LIMIT_MS = 20000;
-constexpr int NAME_LIMIT_MS = 10000;
-const std::string TARGET = "mpl-sandbox.target";
+constexpr int kStartLimitMs = 20000;
+constexpr int kNameLimitMs = 10000;
+const std::string kTarget = "mpl-sandbox.target";
 
 bool WriteUnits()
 {
@@ -33,14 +33,14 @@ bool WriteUnits()
     const std::map<std::string, std::string> units = {
         {"basic.target", bare},
         {"shutdown.target", bare},
-        {TARGET, "[Unit]\nRequires=dbus.service\nAfter=dbus.service\n"},
+        {kTarget, "[Unit]\nRequires=dbus.service\nAfter=dbus.service\n"},
         {"dbus.socket", bare + "[Socket]\nListenStream=" + BusSocket() + "\n"},
         // The manager connects to its bus, and takes its name there, once a unit of this name runs.
-        {"dbus.service", bare + "Requires=dbus.socket\n[Service]\nStandardError=append:" + BUS_MESSAGES +
+        {"dbus.service", bare + "Requires=dbus.socket\n[Service]\nStandardError=append:" + kBusMessages +
                              "\nExecStart=dbus-daemon --config-file=" + WriteBusConfiguration() +
                              " --address=systemd: --nofork --nopidfile --systemd-activation\n"}};
     for (const auto& [name, text] : units) {
-        if (!WriteTextFile(std::string(PRIVATE_UNIT_FOLDER).append("/").append(name), text)) {
+        if (!WriteTextFile(std::string(kPrivateUnitFolder).append("/").append(name), text)) {
             return false;
         }
     }
@@ -71,9 +71,9 @@ bool SaysReady(int aListener)
 // Returns when the manager is ready, has ended or the time is over. False unless it is ready.
 bool WaitForReadiness(pid_t aManager, int aListener)
 {
-    const long long end = NowMs() + START_LIMIT_MS;
+    const long long end = NowMs() + kStartLimitMs;
     const UniqueFd manager(static_cast<int>(syscall(SYS_pidfd_open, aManager, 0)));
-    for (long long left = START_LIMIT_MS; left > 0; left = end - NowMs()) {
+    for (long long left = kStartLimitMs; left > 0; left = end - NowMs()) {
         pollfd events[] = {{aListener, POLLIN, 0}, {manager.Get(), POLLIN, 0}};
         if (poll(events, 2, static_cast<int>(left)) < 0 && errno != EINTR) {
             return false;
@@ -92,7 +92,7 @@ Spawned SpawnManager(const std::string& aNotifySocket)
 {
     const auto prepare = [&] {
         BecomeDaemon();
-        const std::string units = PRIVATE_UNIT_FOLDER + ":" + STACK_FOLDER + "/etc/systemd";
+        const std::string units = kPrivateUnitFolder + ":" + kStackFolder + "/etc/systemd";
         setenv("SYSTEMD_UNIT_PATH", units.c_str(), 1);
         // Generators are programs of the machine that make units; none of them is asked.
         setenv("SYSTEMD_GENERATOR_PATH", "/nonexistent", 1);
@@ -106,7 +106,7 @@ Spawned SpawnManager(const std::string& aNotifySocket)
     for (const char* program : {"/usr/lib/systemd/systemd", "/lib/systemd/systemd"}) {
         if (manager.error == ENOENT) {
             manager =
-                Spawn({program, "--user", "--unit=" + TARGET, options[0], options[1], options[2]}, prepare);
+                Spawn({program, "--user", "--unit=" + kTarget, options[0], options[1], options[2]}, prepare);
         }
     }
     return manager;
@@ -116,10 +116,10 @@ Spawned SpawnManager(const std::string& aNotifySocket)
 
 bool StartLifecycleManager(std::string& aReason)
 {
-    const std::string notifySocket = PRIVATE_FOLDER + "/notify";
+    const std::string notifySocket = kPrivateFolder + "/notify";
     const UniqueFd listener = ListenForReadiness(notifySocket);
     if (!listener.IsValid() || !WriteUnits()) {
-        aReason = WithErrno("its units can't be written to " + PRIVATE_UNIT_FOLDER, errno);
+        aReason = WithErrno("its units can't be written to " + kPrivateUnitFolder, errno);
         return false;
     }
     const Spawned manager = SpawnManager(notifySocket);
@@ -131,7 +131,7 @@ bool StartLifecycleManager(std::string& aReason)
     if (!WaitForReadiness(manager.pid, listener.Get())) {
         aReason = "systemd --user did not come up";
     } else if (BusClient bus = BusClient::Connect(BusAddress());
-               !bus.IsConnected() || !bus.WaitForOwner("org.freedesktop.systemd1", NAME_LIMIT_MS)) {
+               !bus.IsConnected() || !bus.WaitForOwner("org.freedesktop.systemd1", kNameLimitMs)) {
         aReason = "systemd --user did not appear on its bus";
     } else {
         return true;
@@ -141,4 +141,4 @@ bool StartLifecycleManager(std::string& aReason)
     return false;
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

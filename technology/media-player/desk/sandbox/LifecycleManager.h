@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// Starts the manager with the stack's units (/opt/talvex/etc/systemd) and none of the machine's, and the bus
@@ -12,4 +12,4 @@ namespace MplSandbox
 /// matters.
 bool StartLifecycleManager(std::string& aReason);
 
-} // namespace MplSandbox
+} // namespace sandbox

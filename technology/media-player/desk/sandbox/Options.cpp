@@ -7,14 +7,14 @@
 
 namespace fs = std::filesystem;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
 {
 
 // Beside this program: first as built, then as installed.
-constexpr std::array<const char*, 2> STACK_FOLDERS = {"../stack", "../lib/mpl-test-support/stack"};
+constexpr std::array<const char*, 2> kStackFolders = {"../stack", "../lib/mpl-test-support/stack"};
 
 std::string FindStackFolder()
 {
@@ -22,7 +22,7 @@ std::string FindStackFolder()
         return fs::absolute(named).lexically_normal().string();
     }
     const fs::path here = fs::path(OwnExecutable()).parent_path();
-    for (const char* folder : STACK_FOLDERS) {
+    for (const char* folder : kStackFolders) {
         const fs::path candidate = (here / folder).lexically_normal();
         std::error_code error;
         if (fs::is_directory(candidate, error)) {
@@ -134,4 +134,4 @@ The exit status is the program's, or 128 + N when signal N ended it, or
 )";
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

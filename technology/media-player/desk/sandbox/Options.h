@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 struct Options {
@@ -25,4 +25,4 @@ std::string HelpText();
 /// The absolute path of this program's own file.
 std::string OwnExecutable();
 
-} // namespace MplSandbox
+} // namespace sandbox

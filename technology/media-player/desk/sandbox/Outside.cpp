@@ -1,22 +1,22 @@
 #include "Outside.h"
 
-#include <cerrno>
-#include <csignal>
-#include <filesystem>
+#include "Inside.h"
+#include "Posix.h"
+#include "PrivateCgroup.h"
+#include "World.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Inside.h"
-#include "Posix.h"
-#include "PrivateCgroup.h"
-#include "World.h"
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
 
 namespace fs = std::filesystem;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
@@ -103,7 +103,7 @@ int RunBubblewrap(const Options& aOptions, const std::string& aCgroupFolder, Ins
     aSettings.readyFd = ready.write.Get();
 
     std::vector<std::string> command = BubblewrapArguments(aOptions.stackFolder, aCgroupFolder);
-    command.insert(command.end(), {"--", PRIVATE_PROGRAM});
+    command.insert(command.end(), {"--", kPrivateProgram});
     const std::vector<std::string> inside = ToArguments(aSettings);
     command.insert(command.end(), inside.begin(), inside.end());
 
@@ -118,7 +118,7 @@ int RunBubblewrap(const Options& aOptions, const std::string& aCgroupFolder, Ins
     if (bubblewrap.pid < 0) {
         Say(bubblewrap.error == ENOENT ? "bubblewrap is missing: install the package bubblewrap"
                                        : WithErrno("bubblewrap (bwrap) can't be run", bubblewrap.error));
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
     const bool stands = !ReadAll(ready.read.Get()).empty();
     const int status = WaitForEnd(bubblewrap.pid);
@@ -127,7 +127,7 @@ int RunBubblewrap(const Options& aOptions, const std::string& aCgroupFolder, Ins
         std::string message = ReadAll(messages.read.Get());
         message.erase(message.find_last_not_of(" \n") + 1);
         Say(ExplainRefusal(message));
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
     return status;
 }
@@ -139,13 +139,13 @@ int RunOutside(const Options& aOptions)
     const std::string problem = ProblemWithStack(aOptions.stackFolder);
     if (!problem.empty()) {
         Say(problem);
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
     UniqueFd record;
     UniqueFd recordSystem;
     if (!aOptions.recordFile.empty() && (!OpenRecord(aOptions.recordFile, record) ||
                                          !OpenRecord(SystemRecordFile(aOptions.recordFile), recordSystem))) {
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
 
     InsideSettings settings;
@@ -164,4 +164,4 @@ int RunOutside(const Options& aOptions)
     return status;
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -3,11 +3,11 @@
 
 #include "Options.h"
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// Runs the command in a sandbox and returns the status to exit with. Blocks until nothing of the sandbox is
 /// left.
 int RunOutside(const Options& aOptions);
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -1,5 +1,10 @@
 #include "Posix.h"
 
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -7,12 +12,7 @@
 #include <ctime>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-namespace MplSandbox
+namespace sandbox
 {
 
 UniqueFd& UniqueFd::operator=(UniqueFd&& aOther) noexcept
@@ -120,7 +120,7 @@ Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void
         execvp(arguments[0], arguments.data());
         const int reason = errno;
         const ssize_t ignored = write(report.write.Get(), &reason, sizeof reason);
-        _exit(ignored > 0 ? EXIT_CANNOT_RUN : EXIT_NO_SANDBOX);
+        _exit(ignored > 0 ? kExitCannotRun : kExitNoSandbox);
     }
     report.write.Close();
     const std::string reason = ReadAll(report.read.Get());
@@ -138,7 +138,7 @@ void DieWithParent(pid_t aParent)
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     // The parent may have ended before the kernel was asked to watch it.
     if (getppid() != aParent) {
-        _exit(EXIT_NO_SANDBOX);
+        _exit(kExitNoSandbox);
     }
 }
 
@@ -147,7 +147,7 @@ int WaitForEnd(pid_t aPid)
     int status = 0;
     while (waitpid(aPid, &status, 0) < 0) {
         if (errno != EINTR) {
-            return EXIT_NO_SANDBOX;
+            return kExitNoSandbox;
         }
     }
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
@@ -160,4 +160,4 @@ long long NowMs()
     return static_cast<long long>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -1,19 +1,19 @@
 /// Small helpers over POSIX shared by the sandbox's programs.
 #pragma once
 
+#include <sys/types.h>
+
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <sys/types.h>
-
-namespace MplSandbox
+namespace sandbox
 {
 
 /// Exit statuses of the sandbox itself, as env(1) and container runners have them. Everything else is the
 /// program's own: its exit status, or 128 + N when signal N ended it.
-enum ExitStatus { EXIT_BAD_USAGE = 2, EXIT_NO_SANDBOX = 125, EXIT_CANNOT_RUN = 126, EXIT_NOT_FOUND = 127 };
+enum ExitStatus { kExitBadUsage = 2, kExitNoSandbox = 125, kExitCannotRun = 126, kExitNotFound = 127 };
 
 /// A file descriptor that is closed with its owner.
 class UniqueFd
@@ -79,4 +79,4 @@ int WaitForEnd(pid_t aPid);
 /// Milliseconds on the monotonic clock.
 long long NowMs();
 
-} // namespace MplSandbox
+} // namespace sandbox

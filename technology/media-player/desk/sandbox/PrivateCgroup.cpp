@@ -1,24 +1,24 @@
 #include "PrivateCgroup.h"
 
-#include <cerrno>
-#include <csignal>
-#include <filesystem>
-#include <sstream>
-
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <sstream>
+
 namespace fs = std::filesystem;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr int CLEANING_LIMIT_MS = 10000;
+constexpr int kCleaningLimitMs = 10000;
 
 // The caller's own group, as the kernel names it in the unified hierarchy: "/user.slice/…".
 std::string OwnGroupName()
@@ -76,7 +76,7 @@ bool RemoveTree(const std::string& aFolder)
 // Waits for the group's last process to go, then removes the group.
 void Clean(const std::string& aFolder)
 {
-    const long long end = NowMs() + CLEANING_LIMIT_MS;
+    const long long end = NowMs() + kCleaningLimitMs;
     WriteTextFile(aFolder + "/cgroup.kill", "1");
     const UniqueFd events(open((aFolder + "/cgroup.events").c_str(), O_RDONLY | O_CLOEXEC));
     while (!RemoveTree(aFolder) && NowMs() < end) {
@@ -164,4 +164,4 @@ void PrivateCgroup::Leave()
     m_Folder.clear();
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

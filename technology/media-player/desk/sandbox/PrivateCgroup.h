@@ -1,13 +1,13 @@
 /// A control group of the sandbox's own, which a systemd user manager needs.
 #pragma once
 
-#include <string>
+#include "Posix.h"
 
 #include <sys/types.h>
 
-#include "Posix.h"
+#include <string>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 /// Enter creates a group below the caller's own and moves the caller into it, so that everything it starts is
@@ -39,4 +39,4 @@ private:
     pid_t m_Cleaner = -1;
 };
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -1,18 +1,18 @@
 #include "World.h"
 
+#include "Options.h"
+
+#include <unistd.h>
+
 #include <array>
 #include <filesystem>
 #include <initializer_list>
 #include <set>
 #include <system_error>
 
-#include <unistd.h>
-
-#include "Options.h"
-
 namespace fs = std::filesystem;
 
-namespace MplSandbox
+namespace sandbox
 {
 
 namespace
@@ -46,12 +46,12 @@ void BindEntries(Arguments& aArguments, const std::string& aFolder, const std::s
 
 void BindStack(Arguments& aArguments, const std::string& aStackFolder)
 {
-    Add(aArguments, {"--dir", STACK_FOLDER, "--dir", STACK_FOLDER + "/etc"});
+    Add(aArguments, {"--dir", kStackFolder, "--dir", kStackFolder + "/etc"});
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(aStackFolder, error)) {
         const std::string name = entry.path().filename().string();
         const fs::path place =
-            name == "etc" ? fs::path(PRIVATE_STACK_ETC) : STACK_FOLDER / entry.path().filename();
+            name == "etc" ? fs::path(kPrivateStackEtc) : kStackFolder / entry.path().filename();
         Add(aArguments, {"--ro-bind", entry.path().string(), place.string()});
     }
 }
@@ -93,11 +93,11 @@ std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
     Add(arguments, {"--tmpfs", "/run", "--ro-bind-try", "/run/systemd/resolve", "/run/systemd/resolve"});
     // Programs that want to know whether systemd runs the machine look for this one.
     Add(arguments, {"--dir", "/run/systemd/system", "--dir", "/run/lock"});
-    Add(arguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", PRIVATE_TEMP_FOLDER});
-    Add(arguments, {"--dir", PRIVATE_UNIT_FOLDER, "--ro-bind", OwnExecutable(), PRIVATE_PROGRAM});
-    Add(arguments, {"--dir", STACK_VARIABLE_FOLDER});
+    Add(arguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", kPrivateTempFolder});
+    Add(arguments, {"--dir", kPrivateUnitFolder, "--ro-bind", OwnExecutable(), kPrivateProgram});
+    Add(arguments, {"--dir", kStackVariableFolder});
     BindStack(arguments, aStackFolder);
     return arguments;
 }
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -4,18 +4,18 @@
 #include <string>
 #include <vector>
 
-namespace MplSandbox
+namespace sandbox
 {
 
 // Folders of the sandbox's own; all of them live in memory and go with it.
-inline const std::string PRIVATE_FOLDER = "/run/mpl-sandbox";
-inline const std::string PRIVATE_PROGRAM = PRIVATE_FOLDER + "/mpl-sandbox"; ///< this program
-inline const std::string PRIVATE_TEMP_FOLDER = PRIVATE_FOLDER + "/tmp";
-inline const std::string PRIVATE_UNIT_FOLDER = PRIVATE_FOLDER + "/units";
-inline const std::string PRIVATE_STACK_ETC = PRIVATE_FOLDER + "/stack-etc"; ///< the stack's etc, read-only
-inline const std::string STACK_FOLDER = "/opt/talvex";
-inline const std::string STACK_VARIABLE_FOLDER = "/var/talvex/media-player";
-inline const std::string TEST_BUS_SOCKET = STACK_VARIABLE_FOLDER + "/testDbus";
+inline const std::string kPrivateFolder = "/run/mpl-sandbox";
+inline const std::string kPrivateProgram = kPrivateFolder + "/mpl-sandbox"; ///< this program
+inline const std::string kPrivateTempFolder = kPrivateFolder + "/tmp";
+inline const std::string kPrivateUnitFolder = kPrivateFolder + "/units";
+inline const std::string kPrivateStackEtc = kPrivateFolder + "/stack-etc"; ///< the stack's etc, read-only
+inline const std::string kStackFolder = "/opt/talvex";
+inline const std::string kStackVariableFolder = "/var/talvex/media-player";
+inline const std::string TEST_BUS_SOCKET = kStackVariableFolder + "/testDbus";
 
 /// The user's private runtime folder, where the sandbox's bus listens.
 std::string RuntimeFolder();
@@ -28,4 +28,4 @@ std::string BusAddress();
 std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
                                              const std::string& aCgroupFolder);
 
-} // namespace MplSandbox
+} // namespace sandbox

@@ -1,16 +1,16 @@
-#include <cstdio>
-
 #include "Inside.h"
 #include "Options.h"
 #include "Outside.h"
 #include "Posix.h"
 
-using namespace MplSandbox;
+#include <cstdio>
+
+using namespace sandbox;
 
 int main(int argc, char** argv)
 {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (!arguments.empty() && arguments.front() == INSIDE_MARK) {
+    if (!arguments.empty() && arguments.front() == kInsideMark) {
         return RunInside(FromArguments(arguments));
     }
     const Options options = ParseOptions(arguments);
@@ -23,7 +23,7 @@ int main(int argc, char** argv)
         return 0;
     case Options::Action::Refuse:
         Say(options.problem);
-        return EXIT_BAD_USAGE;
+        return kExitBadUsage;
     case Options::Action::Run:
         break;
     }

@@ -8,8 +8,8 @@
 namespace MPL
 {
 
-/// Splits a parameter text into its pairs and adds them to `parameters`, a later value replacing an earlier
-/// one of the same key. Returns false, with `parameters` unchanged, when the text holds no pair.
-bool GetParameters(const QString& text, QMap<QString, QString>& parameters);
+/// Splits a parameter text into its pairs and adds them to `aParameters`, a later value replacing an earlier
+/// one of the same key. Returns false, with `aParameters` unchanged, when the text holds no pair.
+bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters);
 
 } // namespace MPL

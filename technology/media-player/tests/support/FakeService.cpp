@@ -6,17 +6,17 @@
 namespace MPL::Doubles
 {
 
-FakeService::FakeService(const QString& address, const QString& name)
-    : m_ConnectionName(QStringLiteral("fake ") + name)
+FakeService::FakeService(const QString& aDdress, const QString& aName)
+    : m_ConnectionName(QStringLiteral("fake ") + aName)
 {
-    QDBusConnection connection = QDBusConnection::connectToBus(address, m_ConnectionName);
+    QDBusConnection connection = QDBusConnection::connectToBus(aDdress, m_ConnectionName);
     const bool registered =
         connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     m_Thread.start();
     moveToThread(&m_Thread);
     // Only now can a call come in.
-    if (!registered || !connection.registerService(name)) {
-        qCritical("The service %s can't be offered: %s", qPrintable(name),
+    if (!registered || !connection.registerService(aName)) {
+        qCritical("The service %s can't be offered: %s", qPrintable(aName),
                   qPrintable(connection.lastError().message()));
     }
 }
@@ -29,27 +29,27 @@ FakeService::~FakeService()
     m_Thread.wait();
 }
 
-void FakeService::Reply(const QString& path, const QString& method, const QVariant& value)
+void FakeService::Reply(const QString& aPath, const QString& aMethod, const QVariant& aValue)
 {
-    Prepare(path, method, {value, {}});
+    Prepare(aPath, aMethod, {aValue, {}});
 }
 
-void FakeService::Fail(const QString& path, const QString& method, const QString& message)
+void FakeService::Fail(const QString& aPath, const QString& aMethod, const QString& aMessage)
 {
-    Prepare(path, method, {{}, message});
+    Prepare(aPath, aMethod, {{}, aMessage});
 }
 
-void FakeService::Prepare(const QString& path, const QString& method, const Answer& answer)
+void FakeService::Prepare(const QString& aPath, const QString& aMethod, const Answer& aNswer)
 {
     QMutexLocker lock(&m_Mutex);
-    m_Answers[path + QLatin1Char(' ') + method].enqueue(answer);
+    m_Answers[aPath + QLatin1Char(' ') + aMethod].enqueue(aNswer);
 }
 
-void FakeService::Signal(const QString& path, const QString& interface, const QString& name,
-                         const QVariantList& arguments)
+void FakeService::Signal(const QString& aPath, const QString& aInterface, const QString& aName,
+                         const QVariantList& aRguments)
 {
-    QDBusMessage signal = QDBusMessage::createSignal(path, interface, name);
-    signal.setArguments(arguments);
+    QDBusMessage signal = QDBusMessage::createSignal(aPath, aInterface, aName);
+    signal.setArguments(aRguments);
     QDBusConnection(m_ConnectionName).send(signal);
 }
 
@@ -70,21 +70,21 @@ QString FakeService::introspect(const QString& /*path*/) const
     return {};
 }
 
-bool FakeService::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
+bool FakeService::handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection)
 {
     QMutexLocker lock(&m_Mutex);
-    m_Calls << QStringLiteral("%1 %2.%3").arg(message.path(), message.interface(), message.member());
-    m_LastArguments = message.arguments();
-    QQueue<Answer>& answers = m_Answers[message.path() + QLatin1Char(' ') + message.member()];
+    m_Calls << QStringLiteral("%1 %2.%3").arg(aMessage.path(), aMessage.interface(), aMessage.member());
+    m_LastArguments = aMessage.arguments();
+    QQueue<Answer>& answers = m_Answers[aMessage.path() + QLatin1Char(' ') + aMessage.member()];
     if (answers.isEmpty()) {
-        return connection.send(
-            message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no reply is prepared")));
+        return aConnection.send(
+            aMessage.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no reply is prepared")));
     }
     const Answer answer = answers.size() > 1 ? answers.dequeue() : answers.head();
-    return connection.send(
+    return aConnection.send(
         answer.error.isEmpty()
-            ? message.createReply(answer.value.isValid() ? QVariantList{answer.value} : QVariantList{})
-            : message.createErrorReply(QStringLiteral("com.talvex.Error.Test"), answer.error));
+            ? aMessage.createReply(answer.value.isValid() ? QVariantList{answer.value} : QVariantList{})
+            : aMessage.createErrorReply(QStringLiteral("com.talvex.Error.Test"), answer.error));
 }
 
 } // namespace MPL::Doubles

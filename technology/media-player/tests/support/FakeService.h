@@ -17,18 +17,18 @@ namespace MPL::Doubles
 class FakeService : private QDBusVirtualObject
 {
 public:
-    /// Connects to the bus at `address` and takes the name. The service answers at every object path.
-    FakeService(const QString& address, const QString& name);
+    /// Connects to the bus at `aDdress` and takes the name. The service answers at every object path.
+    FakeService(const QString& aDdress, const QString& aName);
     ~FakeService() override;
 
-    /// Adds a reply to `method` at `path`. Several are given in turn; the last one is given ever after.
-    void Reply(const QString& path, const QString& method, const QVariant& value);
+    /// Adds a reply to `aMethod` at `aPath`. Several are given in turn; the last one is given ever after.
+    void Reply(const QString& aPath, const QString& aMethod, const QVariant& aValue);
     /// Adds an error reply, of the name "com.talvex.Error.Test".
-    void Fail(const QString& path, const QString& method, const QString& message);
+    void Fail(const QString& aPath, const QString& aMethod, const QString& aMessage);
 
-    /// Sends a signal from the object at `path`.
-    void Signal(const QString& path, const QString& interface, const QString& name,
-                const QVariantList& arguments);
+    /// Sends a signal from the object at `aPath`.
+    void Signal(const QString& aPath, const QString& aInterface, const QString& aName,
+                const QVariantList& aRguments);
 
     /// The calls so far, as "<path> <interface>.<method>"; a call without a prepared reply got an error.
     QStringList Calls() const;
@@ -41,9 +41,9 @@ private:
         QString error;
     };
 
-    void Prepare(const QString& path, const QString& method, const Answer& answer);
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+    void Prepare(const QString& aPath, const QString& aMethod, const Answer& aNswer);
+    QString introspect(const QString& aPath) const override;
+    bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection) override;
 
     QString m_ConnectionName;
     QThread m_Thread;

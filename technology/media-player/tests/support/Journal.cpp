@@ -11,18 +11,18 @@ QMutex s_Mutex;
 QStringList s_Notes;
 } // namespace
 
-void Note(const QString& line)
+void Note(const QString& aLine)
 {
     QMutexLocker lock(&s_Mutex);
-    s_Notes << line;
+    s_Notes << aLine;
 }
 
-QStringList Notes(const QString& prefix)
+QStringList Notes(const QString& aPrefix)
 {
     QMutexLocker lock(&s_Mutex);
     QStringList chosen;
     for (const QString& line : qAsConst(s_Notes)) {
-        if (line.startsWith(prefix)) {
+        if (line.startsWith(aPrefix)) {
             chosen << line;
         }
     }
@@ -35,9 +35,9 @@ void ClearNotes()
     s_Notes.clear();
 }
 
-std::string Text(const QStringList& lines)
+std::string Text(const QStringList& aLines)
 {
-    return lines.join(QLatin1Char('\n')).toStdString();
+    return aLines.join(QLatin1Char('\n')).toStdString();
 }
 
 } // namespace MPL::Doubles

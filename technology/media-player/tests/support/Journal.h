@@ -15,14 +15,14 @@ namespace MPL::Doubles
 {
 
 /// Adds one line; from any thread.
-void Note(const QString& line);
+void Note(const QString& aLine);
 
-/// All lines so far that begin with `prefix`.
-QStringList Notes(const QString& prefix = {});
+/// All lines so far that begin with `aPrefix`.
+QStringList Notes(const QString& aPrefix = {});
 
 void ClearNotes();
 
 /// One line each, in a form that googletest prints readably.
-std::string Text(const QStringList& lines);
+std::string Text(const QStringList& aLines);
 
 } // namespace MPL::Doubles

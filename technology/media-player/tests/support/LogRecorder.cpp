@@ -10,9 +10,9 @@ namespace MPL::Doubles
 namespace
 {
 
-QString Level(QtMsgType type)
+QString Level(QtMsgType aType)
 {
-    switch (type) {
+    switch (aType) {
     case QtDebugMsg:
         return QStringLiteral("debug");
     case QtInfoMsg:
@@ -27,13 +27,13 @@ QString Level(QtMsgType type)
     return QStringLiteral("fatal");
 }
 
-void Record(QtMsgType type, const QMessageLogContext& context, const QString& text)
+void Record(QtMsgType aType, const QMessageLogContext& aContext, const QString& aText)
 {
-    QString level = Level(type);
-    if (context.category != nullptr && std::strcmp(context.category, "default") != 0) {
-        level += QStringLiteral(" [%1]").arg(QLatin1String(context.category));
+    QString level = Level(aType);
+    if (aContext.category != nullptr && std::strcmp(aContext.category, "default") != 0) {
+        level += QStringLiteral(" [%1]").arg(QLatin1String(aContext.category));
     }
-    Note(level + QStringLiteral(": ") + text);
+    Note(level + QStringLiteral(": ") + aText);
 }
 
 } // namespace

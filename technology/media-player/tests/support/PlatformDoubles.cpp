@@ -1,7 +1,6 @@
 #include "PlatformDoubles.h"
 
 #include "Journal.h"
-
 #include <DataManager.h>
 #include <MPL_DBusUtils.h>
 #include <MPL_DataManagerWrapper.h>
@@ -16,8 +15,8 @@ namespace MPL::Doubles
 
 Platform& World()
 {
-    static Platform platform;
-    return platform;
+    static Platform s_Platform;
+    return s_Platform;
 }
 
 } // namespace MPL::Doubles
@@ -25,14 +24,14 @@ Platform& World()
 using MPL::Doubles::Note;
 using MPL::Doubles::World;
 
-int MPL_ProcessInfo::GetPidFromName(char const* aName)
+int MPL_ProcessInfo::GetPidFromName(const char* aName)
 {
     const QString name = QString::fromUtf8(aName);
     World().questions << QStringLiteral("pid ") + name;
     return World().processes.value(name, -1);
 }
 
-bool MPL_ProcessInfo::KillProcess(char const* aName, bool aKill)
+bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 {
     const QString name = QString::fromUtf8(aName);
     Note(QStringLiteral("kill %1 %2").arg(name, aKill ? QStringLiteral("KILL") : QStringLiteral("TERM")));
@@ -46,14 +45,14 @@ bool MPL_ProcessInfo::KillProcess(char const* aName, bool aKill)
     return found;
 }
 
-bool MPL_ProcessInfo::SlmStartService(char const* aServiceName)
+bool MPL_ProcessInfo::SlmStartService(const char* aServiceName)
 {
     const QString name = QString::fromUtf8(aServiceName);
     Note(QStringLiteral("slm start ") + name);
     return !World().slmRefuses.contains(name);
 }
 
-bool MPL_ProcessInfo::SlmStopService(char const* aServiceName)
+bool MPL_ProcessInfo::SlmStopService(const char* aServiceName)
 {
     const QString name = QString::fromUtf8(aServiceName);
     Note(QStringLiteral("slm stop ") + name);
@@ -121,14 +120,14 @@ bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
     return true;
 }
 
-bool GetParameters(const QString& text, QMap<QString, QString>& parameters)
+bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
 {
     bool any = false;
-    const QStringList pairs = text.split(QLatin1Char(';'));
+    const QStringList pairs = aText.split(QLatin1Char(';'));
     for (const QString& pair : pairs) {
         const int equals = pair.indexOf(QLatin1Char('='));
         if (equals > 0) {
-            parameters[pair.left(equals)] = pair.mid(equals + 1);
+            aParameters[pair.left(equals)] = pair.mid(equals + 1);
             any = true;
         }
     }

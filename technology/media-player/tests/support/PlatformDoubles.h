@@ -22,7 +22,7 @@ struct Platform {
     QStringList ignoreTerm;
     QStringList ignoreKill;
     /// Called after a signal has had its effect.
-    std::function<void(const QString& name, bool kill)> onKill;
+    std::function<void(const QString& aName, bool aKill)> onKill;
 
     /// Services that the lifecycle manager neither starts nor stops.
     QStringList slmRefuses;

@@ -3,9 +3,10 @@
 #include <QDBusConnection>
 #include <QFile>
 
-#include <csignal>
 #include <dlfcn.h>
 #include <sys/prctl.h>
+
+#include <csignal>
 
 namespace MPL::Doubles
 {
@@ -16,15 +17,15 @@ namespace
 QString s_Redirected;
 QString s_Instead;
 
-constexpr int START_LIMIT_MS = 10000;
+constexpr int kStartLimitMs = 10000;
 
-QByteArray Configuration(const QString& folder)
+QByteArray Configuration(const QString& aFolder)
 {
     return QStringLiteral("<busconfig><type>session</type><listen>unix:path=%1/bus</listen>"
                           "<auth>EXTERNAL</auth><policy context=\"default\">"
                           "<allow send_destination=\"*\"/><allow receive_sender=\"*\"/><allow own=\"*\"/>"
                           "</policy></busconfig>")
-        .arg(folder)
+        .arg(aFolder)
         .toUtf8();
 }
 
@@ -42,7 +43,7 @@ PrivateBus::PrivateBus()
 
     start(QStringLiteral("dbus-daemon"), {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
                                           QStringLiteral("--config-file=") + configuration.fileName()});
-    if (waitForReadyRead(START_LIMIT_MS)) {
+    if (waitForReadyRead(kStartLimitMs)) {
         m_Address = QString::fromUtf8(readLine().trimmed());
     } else {
         qCritical("dbus-daemon is not ready: %s %s", qPrintable(errorString()),
@@ -53,13 +54,13 @@ PrivateBus::PrivateBus()
 PrivateBus::~PrivateBus()
 {
     kill();
-    waitForFinished(START_LIMIT_MS);
+    waitForFinished(kStartLimitMs);
 }
 
-void PrivateBus::Redirect(const QString& address, const QString& instead)
+void PrivateBus::Redirect(const QString& aDdress, const QString& aInstead)
 {
-    s_Redirected = address;
-    s_Instead = instead;
+    s_Redirected = aDdress;
+    s_Instead = aInstead;
 }
 
 void PrivateBus::setupChildProcess()
@@ -70,11 +71,11 @@ void PrivateBus::setupChildProcess()
 } // namespace MPL::Doubles
 
 // Takes the place of Qt's own function, and calls it.
-QDBusConnection QDBusConnection::connectToBus(const QString& address, const QString& name)
+QDBusConnection QDBusConnection::connectToBus(const QString& aDdress, const QString& aName)
 {
     using Function = QDBusConnection (*)(const QString&, const QString&);
-    static const Function original =
+    static const Function kOriginal =
         reinterpret_cast<Function>(dlsym(RTLD_NEXT, "_ZN15QDBusConnection12connectToBusERK7QStringS2_"));
-    const bool redirect = !MPL::Doubles::s_Instead.isEmpty() && address == MPL::Doubles::s_Redirected;
-    return original(redirect ? MPL::Doubles::s_Instead : address, name);
+    const bool redirect = !MPL::Doubles::s_Instead.isEmpty() && aDdress == MPL::Doubles::s_Redirected;
+    return kOriginal(redirect ? MPL::Doubles::s_Instead : aDdress, aName);
 }

@@ -19,8 +19,8 @@ public:
 
     QString Address() const { return m_Address; }
 
-    /// From now on a connection asked for at `address` is opened at `instead` (empty: as asked).
-    static void Redirect(const QString& address, const QString& instead);
+    /// From now on a connection asked for at `aDdress` is opened at `aInstead` (empty: as asked).
+    static void Redirect(const QString& aDdress, const QString& aInstead);
 
 protected:
     void setupChildProcess() override;

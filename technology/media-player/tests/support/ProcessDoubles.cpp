@@ -9,21 +9,21 @@ namespace MPL::Doubles
 
 Starting& Starts()
 {
-    static Starting starting;
-    return starting;
+    static Starting s_Starting;
+    return s_Starting;
 }
 
 namespace
 {
 
-bool Start(const QString& how, const QString& program, const QStringList& arguments)
+bool Start(const QString& aHow, const QString& aProgram, const QStringList& aRguments)
 {
-    Note((QStringList{how, program} + arguments).join(QLatin1Char(' ')));
-    if (Starts().failing.contains(program)) {
+    Note((QStringList{aHow, aProgram} + aRguments).join(QLatin1Char(' ')));
+    if (Starts().failing.contains(aProgram)) {
         return false;
     }
     if (Starts().onStart) {
-        Starts().onStart(program, arguments);
+        Starts().onStart(aProgram, aRguments);
     }
     return true;
 }
@@ -33,18 +33,18 @@ bool Start(const QString& how, const QString& program, const QStringList& argume
 } // namespace MPL::Doubles
 
 // These take the place of Qt's own functions.
-bool QProcess::startDetached(const QString& program, const QStringList& arguments,
+bool QProcess::startDetached(const QString& aProgram, const QStringList& aRguments,
                              const QString& /*workingDirectory*/, qint64* /*pid*/)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), program, arguments);
+    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aRguments);
 }
 
-bool QProcess::startDetached(const QString& program, const QStringList& arguments)
+bool QProcess::startDetached(const QString& aProgram, const QStringList& aRguments)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), program, arguments);
+    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aRguments);
 }
 
-bool QProcess::startDetached(const QString& command)
+bool QProcess::startDetached(const QString& aCommand)
 {
-    return MPL::Doubles::Start(QStringLiteral("start command"), command, {});
+    return MPL::Doubles::Start(QStringLiteral("start command"), aCommand, {});
 }

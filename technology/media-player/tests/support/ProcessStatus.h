@@ -5,16 +5,16 @@
 #include <QString>
 
 /// True when the signal's bit is set in a mask such as "SigIgn", "SigBlk", "SigCgt" or "ShdPnd".
-inline bool HasSignalBit(int pid, const QByteArray& mask, int signal)
+inline bool HasSignalBit(int aPid, const QByteArray& aMask, int aSignal)
 {
-    QFile status(QStringLiteral("/proc/%1/status").arg(pid));
+    QFile status(QStringLiteral("/proc/%1/status").arg(aPid));
     if (!status.open(QIODevice::ReadOnly)) {
         return false;
     }
     const QList<QByteArray> lines = status.readAll().split('\n');
     for (const QByteArray& line : lines) {
-        if (line.startsWith(mask + ':')) {
-            return (line.mid(mask.size() + 1).trimmed().toULongLong(nullptr, 16) >> (signal - 1) & 1U) != 0;
+        if (line.startsWith(aMask + ':')) {
+            return (line.mid(aMask.size() + 1).trimmed().toULongLong(nullptr, 16) >> (aSignal - 1) & 1U) != 0;
         }
     }
     return false;

@@ -6,8 +6,9 @@
 #include <QSemaphore>
 #include <QWaitCondition>
 
-#include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
+
+#include <dlfcn.h>
 
 namespace
 {

@@ -1,29 +1,29 @@
 #include "StackFaults.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <gtest/gtest.h>
+
 namespace
 {
 
-const QString FAULTS_FILE = QStringLiteral("/opt/talvex/etc/simulated-stack.json");
+const QString kFaultsFile = QStringLiteral("/opt/talvex/etc/simulated-stack.json");
 
 } // namespace
 
-StackFaults::StackFaults(const QString& program, const QByteArray& faults)
+StackFaults::StackFaults(const QString& aProgram, const QByteArray& aFaults)
 {
-    const QJsonObject object = QJsonDocument::fromJson(faults).object();
-    EXPECT_FALSE(object.isEmpty()) << "no JSON object: " << faults.constData();
-    QFile file(FAULTS_FILE);
+    const QJsonObject object = QJsonDocument::fromJson(aFaults).object();
+    EXPECT_FALSE(object.isEmpty()) << "no JSON object: " << aFaults.constData();
+    QFile file(kFaultsFile);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.errorString());
-    const QJsonObject programs{{program, object}};
+    const QJsonObject programs{{aProgram, object}};
     file.write(QJsonDocument(QJsonObject{{QStringLiteral("programs"), programs}}).toJson());
 }
 
 StackFaults::~StackFaults()
 {
-    QFile::remove(FAULTS_FILE);
+    QFile::remove(kFaultsFile);
 }

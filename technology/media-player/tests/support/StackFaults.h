@@ -3,12 +3,12 @@
 
 #include <QString>
 
-/// Makes the program, when it next starts, behave as `faults` (a JSON object) says. Fails the test when the
+/// Makes the program, when it next starts, behave as `aFaults` (a JSON object) says. Fails the test when the
 /// faults can't be written, which they can only inside a sandbox.
 class StackFaults
 {
 public:
-    StackFaults(const QString& program, const QByteArray& faults);
+    StackFaults(const QString& aProgram, const QByteArray& aFaults);
     ~StackFaults();
     StackFaults(const StackFaults&) = delete;
     StackFaults& operator=(const StackFaults&) = delete;

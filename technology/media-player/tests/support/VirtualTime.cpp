@@ -16,20 +16,20 @@ QMutex s_Mutex;
 qint64 s_Slept = 0;
 std::function<void()> s_OnSleep;
 
-qint64 Milliseconds(const timespec& time)
+qint64 Milliseconds(const timespec& aTime)
 {
-    return static_cast<qint64>(time.tv_sec) * 1000 + static_cast<qint64>(time.tv_nsec) / 1000000;
+    return static_cast<qint64>(aTime.tv_sec) * 1000 + static_cast<qint64>(aTime.tv_nsec) / 1000000;
 }
 
-int Sleep(qint64 milliseconds)
+int Sleep(qint64 aMilliseconds)
 {
     std::function<void()> action;
     {
         QMutexLocker lock(&s_Mutex);
-        s_Slept += milliseconds;
+        s_Slept += aMilliseconds;
         action = s_OnSleep;
     }
-    Note(QStringLiteral("sleep %1 ms").arg(milliseconds));
+    Note(QStringLiteral("sleep %1 ms").arg(aMilliseconds));
     if (action) {
         action();
     }
@@ -44,10 +44,10 @@ qint64 VirtualTime::Slept()
     return s_Slept;
 }
 
-void VirtualTime::OnSleep(std::function<void()> action)
+void VirtualTime::OnSleep(std::function<void()> aCtion)
 {
     QMutexLocker lock(&s_Mutex);
-    s_OnSleep = std::move(action);
+    s_OnSleep = std::move(aCtion);
 }
 
 void VirtualTime::Reset()
@@ -61,17 +61,18 @@ void VirtualTime::Reset()
 
 // These take the place of the C library's functions, for Qt's libraries too.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's names are reserved ones.
-extern "C" int nanosleep(const timespec* requested, timespec* /*remaining*/)
+extern "C" int nanosleep(const timespec* aRequested, timespec* /*remaining*/)
 {
-    return MPL::Doubles::Sleep(MPL::Doubles::Milliseconds(*requested));
+    return MPL::Doubles::Sleep(MPL::Doubles::Milliseconds(*aRequested));
 }
 
-extern "C" int clock_nanosleep(clockid_t clock, int flags, const timespec* requested, timespec* /*remaining*/)
+extern "C" int clock_nanosleep(clockid_t aClock, int aFlags, const timespec* aRequested,
+                               timespec* /*remaining*/)
 {
-    qint64 milliseconds = MPL::Doubles::Milliseconds(*requested);
-    if ((flags & TIMER_ABSTIME) != 0) {
+    qint64 milliseconds = MPL::Doubles::Milliseconds(*aRequested);
+    if ((aFlags & TIMER_ABSTIME) != 0) {
         timespec now{};
-        clock_gettime(clock, &now);
+        clock_gettime(aClock, &now);
         milliseconds -= MPL::Doubles::Milliseconds(now);
     }
     return MPL::Doubles::Sleep(qMax<qint64>(0, milliseconds));

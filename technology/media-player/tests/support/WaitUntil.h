@@ -4,14 +4,14 @@
 #include <QElapsedTimer>
 #include <QThread>
 
-/// Asks `condition` every 10 ms until it holds; false after `timeoutMs`.
+/// Asks `aCondition` every 10 ms until it holds; false after `aTimeoutMs`.
 template <typename Condition>
-bool WaitUntil(Condition condition, int timeoutMs = 5000)
+bool WaitUntil(Condition aCondition, int aTimeoutMs = 5000)
 {
     QElapsedTimer timer;
     timer.start();
-    while (!condition()) {
-        if (timer.hasExpired(timeoutMs)) {
+    while (!aCondition()) {
+        if (timer.hasExpired(aTimeoutMs)) {
             return false;
         }
         QThread::msleep(10);

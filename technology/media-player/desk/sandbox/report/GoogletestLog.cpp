@@ -3,15 +3,15 @@
 #include <cstdlib>
 #include <utility>
 
-namespace MplReport
+namespace sandbox
 {
 
 namespace
 {
 
-const std::string RUN_MARK = "[ RUN      ] ";
-const std::string COUNT_MARK = "[==========] ";
-const std::pair<const char*, CaseResult> RESULT_MARKS[] = {{"[       OK ] ", CaseResult::Passed},
+const std::string kRunMark = "[ RUN      ] ";
+const std::string kCountMark = "[==========] ";
+const std::pair<const char*, CaseResult> kResultMarks[] = {{"[       OK ] ", CaseResult::Passed},
                                                            {"[  FAILED  ] ", CaseResult::Failed},
                                                            {"[  SKIPPED ] ", CaseResult::Skipped}};
 
@@ -33,7 +33,7 @@ std::string WithoutColours(const std::string& aLine)
 // "[==========] 7 tests from 2 test suites ran. (12 ms total)"; the other such line says "Running 7 tests".
 bool ClosesCases(const std::string& aLine)
 {
-    const size_t mark = aLine.find(COUNT_MARK);
+    const size_t mark = aLine.find(kCountMark);
     return mark != std::string::npos && aLine.find(" ran.", mark) != std::string::npos;
 }
 
@@ -64,18 +64,18 @@ bool GoogletestLog::TakeLine(const std::string& aLine)
     if (ClosesCases(aLine)) {
         m_Report.CloseCases();
     }
-    const size_t mark = aLine.find(RUN_MARK);
+    const size_t mark = aLine.find(kRunMark);
     if (mark == std::string::npos) {
         return false;
     }
-    m_Report.BeginCase(aLine.substr(mark + RUN_MARK.size()));
+    m_Report.BeginCase(aLine.substr(mark + kRunMark.size()));
     return true;
 }
 
 // "[  FAILED  ] Suite.Case, where GetParam() = 3 (12 ms)"
 bool GoogletestLog::TakeResult(const std::string& aLine)
 {
-    for (const auto& [mark, result] : RESULT_MARKS) {
+    for (const auto& [mark, result] : kResultMarks) {
         const std::string beginning = mark + m_Report.RunningCase();
         const size_t begin = aLine.rfind(beginning);
         const size_t time = aLine.rfind(" (");
@@ -94,4 +94,4 @@ bool GoogletestLog::TakeResult(const std::string& aLine)
     return false;
 }
 
-} // namespace MplReport
+} // namespace sandbox

@@ -1,12 +1,12 @@
 /// Reads what a googletest program prints, line by line, into a JunitReport.
 #pragma once
 
+#include "JunitReport.h"
+
 #include <string>
 #include <string_view>
 
-#include "JunitReport.h"
-
-namespace MplReport
+namespace sandbox
 {
 
 /// Case results are recognised wherever they stand in a line, as a case or a service it started may print
@@ -29,4 +29,4 @@ private:
     std::string m_Rest; ///< begin of a line whose end is still to come
 };
 
-} // namespace MplReport
+} // namespace sandbox

@@ -1,19 +1,19 @@
 #include "JunitReport.h"
 
-#include <cstdio>
-#include <utility>
+#include "../Posix.h"
 
 #include <unistd.h>
 
-#include "../Posix.h"
+#include <cstdio>
+#include <utility>
 
-namespace MplReport
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr size_t LONGEST_OUTPUT = 65536;
+constexpr size_t kLongestOutput = 65536;
 
 // The length of the valid UTF-8 sequence at `aIndex`, 0 when there is none.
 size_t SequenceLength(const std::string& aText, size_t aIndex)
@@ -108,8 +108,8 @@ void JunitReport::BeginCase(const std::string& aFullName)
 void JunitReport::AddOutput(const std::string& aText)
 {
     m_Output += aText;
-    if (m_Output.size() > 2 * LONGEST_OUTPUT) {
-        m_Output.erase(0, m_Output.size() - LONGEST_OUTPUT);
+    if (m_Output.size() > 2 * kLongestOutput) {
+        m_Output.erase(0, m_Output.size() - kLongestOutput);
     }
 }
 
@@ -176,7 +176,7 @@ bool JunitReport::Save() const
                        "The run was cut off outside any case: nothing was reported after what stands here");
     }
     const std::string next = m_File + ".new";
-    return MplSandbox::WriteTextFile(next, whole.Text()) && rename(next.c_str(), m_File.c_str()) == 0;
+    return WriteTextFile(next, whole.Text()) && rename(next.c_str(), m_File.c_str()) == 0;
 }
 
-} // namespace MplReport
+} // namespace sandbox

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace MplReport
+namespace sandbox
 {
 
 enum class CaseResult { Passed, Failed, Skipped };
@@ -54,4 +54,4 @@ private:
     long long m_Milliseconds = 0;
 };
 
-} // namespace MplReport
+} // namespace sandbox

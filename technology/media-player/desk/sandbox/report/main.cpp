@@ -1,10 +1,7 @@
 // mpl-junit: runs a googletest program, alone or in a sandbox, and keeps a JUnit report of it that survives
 // crashes.
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
-#include <filesystem>
-#include <vector>
+#include "../Posix.h"
+#include "GoogletestLog.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -12,16 +9,18 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "../Posix.h"
-#include "GoogletestLog.h"
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <vector>
 
-using namespace MplSandbox;
-using namespace MplReport;
+using namespace sandbox;
 
 namespace
 {
 
-constexpr const char* HELP = R"(Usage: mpl-junit FILE -- program [arguments…]
+constexpr const char* kHelp = R"(Usage: mpl-junit FILE -- program [arguments…]
 
 Runs a googletest program, or mpl-sandbox with one, and keeps its results in FILE as a JUnit report. The report is
 there and whole at every moment: when the program crashes or everything is killed, it holds the cases that ran before
@@ -93,7 +92,7 @@ int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
     JunitReport report(std::filesystem::path(aFile).stem().string(), aFile);
     if (!report.Save()) {
         Say(WithErrno("the report can't be written to " + aFile, errno));
-        return EXIT_NO_SANDBOX;
+        return kExitNoSandbox;
     }
     Pipe output = MakePipe();
     const Spawned program = Start(aCommand, output.write.Get());
@@ -102,7 +101,7 @@ int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
         const std::string problem =
             WithErrno("the program " + aCommand.front() + " can't be run", program.error);
         Say(problem);
-        const int status = program.error == ENOENT ? EXIT_NOT_FOUND : EXIT_CANNOT_RUN;
+        const int status = program.error == ENOENT ? kExitNotFound : kExitCannotRun;
         report.Finish(problem, status);
         report.Save();
         return status;
@@ -122,12 +121,12 @@ int main(int argc, char** argv)
 {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() == 1 && arguments.front() == "--help") {
-        std::fputs(HELP, stdout);
+        std::fputs(kHelp, stdout);
         return 0;
     }
     if (arguments.size() < 3 || arguments[1] != "--") {
         Say("usage: mpl-junit FILE -- program [arguments…]; see mpl-junit --help");
-        return EXIT_BAD_USAGE;
+        return kExitBadUsage;
     }
     return Run(arguments.front(), {arguments.begin() + 2, arguments.end()});
 }

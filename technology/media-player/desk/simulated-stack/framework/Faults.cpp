@@ -11,94 +11,94 @@ namespace
 {
 
 // A misspelt program would silently run without its faults, so the file may only name these.
-bool IsProgram(const QString& name)
+bool IsProgram(const QString& aName)
 {
-    static const QStringList programs{QStringLiteral("media_manager"),
-                                      QStringLiteral("media_mme"),
-                                      QStringLiteral("media_source_apple"),
-                                      QStringLiteral("media_source_mass_storage"),
-                                      QStringLiteral("media_source_pandora"),
-                                      QStringLiteral("media_source_disc"),
-                                      QStringLiteral("media_source_spotify"),
-                                      QStringLiteral("media_source_btmedia"),
-                                      QStringLiteral("test_media_source"),
-                                      QStringLiteral("recognition-server"),
-                                      QStringLiteral("hmi_main"),
-                                      QStringLiteral("hmi_cluster"),
-                                      QStringLiteral("audio-tuner-manager"),
-                                      QStringLiteral("tuner-device-manager")};
-    return programs.contains(name);
+    static const QStringList kPrograms{QStringLiteral("media_manager"),
+                                       QStringLiteral("media_mme"),
+                                       QStringLiteral("media_source_apple"),
+                                       QStringLiteral("media_source_mass_storage"),
+                                       QStringLiteral("media_source_pandora"),
+                                       QStringLiteral("media_source_disc"),
+                                       QStringLiteral("media_source_spotify"),
+                                       QStringLiteral("media_source_btmedia"),
+                                       QStringLiteral("test_media_source"),
+                                       QStringLiteral("recognition-server"),
+                                       QStringLiteral("hmi_main"),
+                                       QStringLiteral("hmi_cluster"),
+                                       QStringLiteral("audio-tuner-manager"),
+                                       QStringLiteral("tuner-device-manager")};
+    return kPrograms.contains(aName);
 }
 
-bool ReadNumber(const QJsonValue& value, int& number)
+bool ReadNumber(const QJsonValue& aValue, int& aNumber)
 {
-    number = value.toInt(-1);
-    return number >= 0;
+    aNumber = aValue.toInt(-1);
+    return aNumber >= 0;
 }
 
-bool ReadFlag(const QJsonValue& value, bool& flag)
+bool ReadFlag(const QJsonValue& aValue, bool& aFlag)
 {
-    flag = value.toBool();
-    return value.isBool();
+    aFlag = aValue.toBool();
+    return aValue.isBool();
 }
 
-bool ReadReplies(const QJsonValue& value, QHash<QString, ReplyFault>& replies)
+bool ReadReplies(const QJsonValue& aValue, QHash<QString, ReplyFault>& aReplies)
 {
-    static const QHash<QString, ReplyFault> words{
+    static const QHash<QString, ReplyFault> kWords{
         {QStringLiteral("error"), ReplyFault::Error},
         {QStringLiteral("never"), ReplyFault::Never},
         {QStringLiteral("wrong_signature"), ReplyFault::WrongSignature},
         {QStringLiteral("signal_first"), ReplyFault::SignalFirst},
         {QStringLiteral("die"), ReplyFault::Die}};
-    if (!value.isObject()) {
+    if (!aValue.isObject()) {
         return false;
     }
-    const QJsonObject object = value.toObject();
+    const QJsonObject object = aValue.toObject();
     for (auto reply = object.begin(); reply != object.end(); ++reply) {
-        const auto word = words.find(reply.value().toString());
-        if (word == words.end() || !reply.key().contains(QLatin1Char('.'))) {
+        const auto word = kWords.find(reply.value().toString());
+        if (word == kWords.end() || !reply.key().contains(QLatin1Char('.'))) {
             return false;
         }
-        replies.insert(reply.key(), *word);
+        aReplies.insert(reply.key(), *word);
     }
     return true;
 }
 
-bool ReadFault(const QString& name, const QJsonValue& value, FaultPlan& plan)
+bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan)
 {
-    if (name == QLatin1String("start_delay_ms")) {
-        return ReadNumber(value, plan.startDelayMs);
+    if (aName == QLatin1String("start_delay_ms")) {
+        return ReadNumber(aValue, aPlan.startDelayMs);
     }
-    if (name == QLatin1String("never_own_name")) {
-        return ReadFlag(value, plan.neverOwnName);
+    if (aName == QLatin1String("never_own_name")) {
+        return ReadFlag(aValue, aPlan.neverOwnName);
     }
-    if (name == QLatin1String("manager_objects")) {
-        return ReadNumber(value, plan.managerObjects);
+    if (aName == QLatin1String("manager_objects")) {
+        return ReadNumber(aValue, aPlan.managerObjects);
     }
-    if (name == QLatin1String("ignore_sigterm")) {
-        return ReadFlag(value, plan.ignoreSigterm);
+    if (aName == QLatin1String("ignore_sigterm")) {
+        return ReadFlag(aValue, aPlan.ignoreSigterm);
     }
-    if (name == QLatin1String("crash_after_ms")) {
-        return ReadNumber(value, plan.crashAfterMs.emplace());
+    if (aName == QLatin1String("crash_after_ms")) {
+        return ReadNumber(aValue, aPlan.crashAfterMs.emplace());
     }
-    return name == QLatin1String("replies") && ReadReplies(value, plan.replies);
+    return aName == QLatin1String("replies") && ReadReplies(aValue, aPlan.replies);
 }
 
-bool ReadProgram(const QString& program, const QJsonValue& value, FaultPlan& plan, QString& error)
+bool ReadProgram(const QString& aProgram, const QJsonValue& aValue, FaultPlan& aPlan, QString& aError)
 {
-    if (!IsProgram(program)) {
-        error = QStringLiteral("\"%1\" is no program of the simulated stack").arg(program);
+    if (!IsProgram(aProgram)) {
+        aError = QStringLiteral("\"%1\" is no program of the simulated stack").arg(aProgram);
         return false;
     }
-    if (!value.isObject()) {
-        error = QStringLiteral("the faults of \"%1\" are no object").arg(program);
+    if (!aValue.isObject()) {
+        aError = QStringLiteral("the faults of \"%1\" are no object").arg(aProgram);
         return false;
     }
-    const QJsonObject faults = value.toObject();
+    const QJsonObject faults = aValue.toObject();
     for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
-        if (!ReadFault(fault.key(), fault.value(), plan)) {
-            error = QStringLiteral("\"%1\" of \"%2\" is no known fault or has a wrong value")
-                        .arg(fault.key(), program);
+        if (!ReadFault(fault.key(), fault.value(), aPlan)) {
+            aError = QStringLiteral("\"%1\" of \"%2\" is no known fault or has a wrong value")
+                         .arg(fault.key(), aProgram);
             return false;
         }
     }
@@ -107,41 +107,41 @@ bool ReadProgram(const QString& program, const QJsonValue& value, FaultPlan& pla
 
 } // namespace
 
-bool FaultPlan::Load(const QString& path, const QString& program, FaultPlan& plan, QString& error)
+bool FaultPlan::Load(const QString& aPath, const QString& aProgram, FaultPlan& aPlan, QString& aError)
 {
-    QFile file(path);
+    QFile file(aPath);
     if (!file.exists()) {
         return true;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        error = file.errorString();
+        aError = file.errorString();
         return false;
     }
     QJsonParseError parsing{};
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parsing);
     if (parsing.error != QJsonParseError::NoError) {
-        error = QStringLiteral("byte %1: %2").arg(parsing.offset).arg(parsing.errorString());
+        aError = QStringLiteral("byte %1: %2").arg(parsing.offset).arg(parsing.errorString());
         return false;
     }
     const QJsonValue programs = document.object().value(QLatin1String("programs"));
     if (!programs.isObject()) {
-        error = QStringLiteral("there is no object \"programs\"");
+        aError = QStringLiteral("there is no object \"programs\"");
         return false;
     }
     const QJsonObject entries = programs.toObject();
     for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
         FaultPlan ofAnother;
-        FaultPlan& target = entry.key() == program ? plan : ofAnother;
-        if (!ReadProgram(entry.key(), entry.value(), target, error)) {
+        FaultPlan& target = entry.key() == aProgram ? aPlan : ofAnother;
+        if (!ReadProgram(entry.key(), entry.value(), target, aError)) {
             return false;
         }
     }
     return true;
 }
 
-ReplyFault FaultPlan::OfMethod(const QString& interfaceName, const QString& method) const
+ReplyFault FaultPlan::OfMethod(const QString& aInterfaceName, const QString& aMethod) const
 {
-    return replies.value(interfaceName + QLatin1Char('.') + method, ReplyFault::None);
+    return replies.value(aInterfaceName + QLatin1Char('.') + aMethod, ReplyFault::None);
 }
 
 } // namespace sim

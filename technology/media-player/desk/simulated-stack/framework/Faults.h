@@ -24,11 +24,11 @@ enum class ReplyFault {
 };
 
 struct FaultPlan {
-    /// Reads the faults of `program`. A missing file, or one that does not name the program, means none.
-    /// Returns false, with `error` saying where the file is wrong, when it can't be read or understood.
-    static bool Load(const QString& path, const QString& program, FaultPlan& plan, QString& error);
+    /// Reads the faults of `aProgram`. A missing file, or one that does not name the program, means none.
+    /// Returns false, with `aError` saying where the file is wrong, when it can't be read or understood.
+    static bool Load(const QString& aPath, const QString& aProgram, FaultPlan& aPlan, QString& aError);
 
-    ReplyFault OfMethod(const QString& interfaceName, const QString& method) const;
+    ReplyFault OfMethod(const QString& aInterfaceName, const QString& aMethod) const;
 
     /// Time between the program's start and its first word on the bus.
     int startDelayMs = 0;

@@ -6,9 +6,9 @@
 namespace sim
 {
 
-void Log(const QString& text)
+void Log(const QString& aText)
 {
-    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, qUtf8Printable(text));
+    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, qUtf8Printable(aText));
 }
 
 } // namespace sim

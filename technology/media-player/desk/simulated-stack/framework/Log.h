@@ -6,6 +6,6 @@
 namespace sim
 {
 
-void Log(const QString& text);
+void Log(const QString& aText);
 
 } // namespace sim

@@ -8,9 +8,10 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <unistd.h>
+
 #include <csignal>
 #include <deque>
-#include <unistd.h>
 #include <utility>
 
 namespace sim
@@ -18,7 +19,7 @@ namespace sim
 namespace
 {
 
-bool verboseCalls = false;
+bool s_VerboseCalls = false;
 
 struct Outbox {
     bool holding = false; // a call is being served whose signals follow its reply
@@ -27,8 +28,8 @@ struct Outbox {
 
 Outbox& TheOutbox()
 {
-    static Outbox outbox;
-    return outbox;
+    static Outbox s_Outbox;
+    return s_Outbox;
 }
 
 void Flush()
@@ -45,37 +46,37 @@ void Flush()
 
 const QString Object::kRefused = QStringLiteral("com.talvex.DBus.MediaPlayer.Error.Refused");
 
-Object::Object(const FaultPlan& faults, QObject* parent) : QObject(parent), m_Faults(faults) {}
+Object::Object(const FaultPlan& aFaults, QObject* aParent) : QObject(aParent), m_Faults(aFaults) {}
 
-void Object::Announce(std::function<void()> emission)
+void Object::Announce(std::function<void()> aEmission)
 {
     Outbox& outbox = TheOutbox();
     if (!outbox.holding && outbox.held.empty()) {
-        emission();
+        aEmission();
         return;
     }
     if (outbox.held.empty()) {
         QTimer::singleShot(0, QCoreApplication::instance(), Flush);
     }
-    outbox.held.emplace_back([alive = QPointer<Object>(this), emission = std::move(emission)] {
+    outbox.held.emplace_back([alive = QPointer<Object>(this), emission = std::move(aEmission)] {
         if (alive) {
             emission();
         }
     });
 }
 
-void Object::Refuse(const QString& message)
+void Object::Refuse(const QString& aMessage)
 {
-    sendErrorReply(kRefused, message);
+    sendErrorReply(kRefused, aMessage);
 }
 
 // Returns whether the method is to be called.
-bool Object::BeginCall(const QString& interfaceName, const QString& method)
+bool Object::BeginCall(const QString& aInterfaceName, const QString& aMethod)
 {
-    if (verboseCalls) {
-        Log(QStringLiteral("%1.%2 called by %3").arg(interfaceName, method, message().service()));
+    if (s_VerboseCalls) {
+        Log(QStringLiteral("%1.%2 called by %3").arg(aInterfaceName, aMethod, message().service()));
     }
-    const ReplyFault fault = m_Faults.OfMethod(interfaceName, method);
+    const ReplyFault fault = m_Faults.OfMethod(aInterfaceName, aMethod);
     switch (fault) {
     case ReplyFault::None:
         TheOutbox().holding = true;
@@ -84,7 +85,7 @@ bool Object::BeginCall(const QString& interfaceName, const QString& method)
         Flush();
         return true;
     case ReplyFault::Error:
-        sendErrorReply(QDBusError::Failed, QStringLiteral("%1 fails, as the test asked").arg(method));
+        sendErrorReply(QDBusError::Failed, QStringLiteral("%1 fails, as the test asked").arg(aMethod));
         return false;
     case ReplyFault::Never:
         setDelayedReply(true);
@@ -105,9 +106,9 @@ void Object::EndCall()
     TheOutbox().holding = false;
 }
 
-void SetVerbose(bool verbose)
+void SetVerbose(bool aVerbose)
 {
-    verboseCalls = verbose;
+    s_VerboseCalls = aVerbose;
 }
 
 } // namespace sim

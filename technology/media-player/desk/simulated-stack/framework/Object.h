@@ -38,24 +38,24 @@ public:
     /// Name of the D-Bus error that Refuse answers with.
     static const QString kRefused;
 
-    /// `faults` must outlive the object.
-    explicit Object(const FaultPlan& faults, QObject* parent = nullptr);
+    /// `aFaults` must outlive the object.
+    explicit Object(const FaultPlan& aFaults, QObject* aParent = nullptr);
 
     const FaultPlan& Faults() const { return m_Faults; }
 
-    /// Runs `emission`, which emits signals. While a D-Bus call is being served it waits until the call has
+    /// Runs `aEmission`, which emits signals. While a D-Bus call is being served it waits until the call has
     /// been answered, unless the call's fault is to signal first; otherwise it runs at once. Emissions keep
     /// their order, also across objects. Forgotten when the object is deleted before.
-    void Announce(std::function<void()> emission);
+    void Announce(std::function<void()> aEmission);
 
     /// Answers the call that is being served with a D-Bus error. The method's own result is then not sent.
-    void Refuse(const QString& message);
+    void Refuse(const QString& aMessage);
 
 private:
     template <class Adaptor, class Parent>
     friend class FaultyAdaptor;
 
-    bool BeginCall(const QString& interfaceName, const QString& method);
+    bool BeginCall(const QString& aInterfaceName, const QString& aMethod);
     void EndCall();
 
     const FaultPlan& m_Faults;
@@ -67,20 +67,20 @@ template <class Adaptor, class Parent>
 class FaultyAdaptor final : public Adaptor
 {
 public:
-    explicit FaultyAdaptor(Parent* parent) : Adaptor(parent), m_Object(parent) {}
+    explicit FaultyAdaptor(Parent* aParent) : Adaptor(aParent), m_Object(aParent) {}
 
-    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override
+    int qt_metacall(QMetaObject::Call aCall, int aId, void** aRguments) override
     {
         const QMetaObject* meta = &Adaptor::staticMetaObject;
-        if (call != QMetaObject::InvokeMetaMethod || meta->method(id).methodType() != QMetaMethod::Slot) {
-            return Adaptor::qt_metacall(call, id, arguments);
+        if (aCall != QMetaObject::InvokeMetaMethod || meta->method(aId).methodType() != QMetaMethod::Slot) {
+            return Adaptor::qt_metacall(aCall, aId, aRguments);
         }
         const char* interfaceName = meta->classInfo(meta->indexOfClassInfo("D-Bus Interface")).value();
         if (!m_Object->BeginCall(QString::fromLatin1(interfaceName),
-                                 QString::fromLatin1(meta->method(id).name()))) {
+                                 QString::fromLatin1(meta->method(aId).name()))) {
             return -1; // answered, or never to be
         }
-        const int unused = Adaptor::qt_metacall(call, id, arguments);
+        const int unused = Adaptor::qt_metacall(aCall, aId, aRguments);
         m_Object->EndCall();
         return unused;
     }
@@ -89,15 +89,15 @@ private:
     Object* m_Object;
 };
 
-/// Makes the adaptor of `object`, owned by it. `object` inherits sim::Object and is the adaptor's parent
+/// Makes the adaptor of `aObject`, owned by it. `aObject` inherits sim::Object and is the adaptor's parent
 /// class.
 template <class Adaptor, class Parent>
-Adaptor* Adapt(Parent* object)
+Adaptor* Adapt(Parent* aObject)
 {
-    return new FaultyAdaptor<Adaptor, Parent>(object);
+    return new FaultyAdaptor<Adaptor, Parent>(aObject);
 }
 
 /// With it each served call is logged.
-void SetVerbose(bool verbose);
+void SetVerbose(bool aVerbose);
 
 } // namespace sim

@@ -10,48 +10,49 @@ namespace sim
 namespace
 {
 
-bool IsNumberUpTo(const QString& text, uint maximum, uint& number)
+bool IsNumberUpTo(const QString& aText, uint aMaximum, uint& aNumber)
 {
     bool ok = false;
-    const uint read = text.toUInt(&ok);
-    if (!ok || read > maximum || text.startsWith(QLatin1Char('+'))) {
+    const uint read = aText.toUInt(&ok);
+    if (!ok || read > aMaximum || aText.startsWith(QLatin1Char('+'))) {
         return false;
     }
-    number = read;
+    aNumber = read;
     return true;
 }
 
 } // namespace
 
-Options& Options::Flag(const char* name, const char* help)
+Options& Options::Flag(const char* aName, const char* aHelp)
 {
-    return Add(Kind::Flag, name, "", help);
+    return Add(Kind::Flag, aName, "", aHelp);
 }
 
-Options& Options::Value(const char* prefix, const char* placeholder, const char* help)
+Options& Options::Value(const char* aPrefix, const char* aPlaceholder, const char* aHelp)
 {
-    return Add(Kind::Value, prefix, placeholder, help);
+    return Add(Kind::Value, aPrefix, aPlaceholder, aHelp);
 }
 
-Options& Options::Port(const char* prefix, const char* help)
+Options& Options::Port(const char* aPrefix, const char* aHelp)
 {
-    return Add(Kind::Port, prefix, "N", help, 65535);
+    return Add(Kind::Port, aPrefix, "N", aHelp, 65535);
 }
 
-Options& Options::LeadingWord(const char* word, const char* placeholder, const char* help)
+Options& Options::LeadingWord(const char* aWord, const char* aPlaceholder, const char* aHelp)
 {
-    return Add(Kind::LeadingWord, word, placeholder, help);
+    return Add(Kind::LeadingWord, aWord, aPlaceholder, aHelp);
 }
 
-Options& Options::LeadingNumber(const char* placeholder, uint maximum, const char* help)
+Options& Options::LeadingNumber(const char* aPlaceholder, uint aMaximum, const char* aHelp)
 {
-    return Add(Kind::LeadingNumber, "", placeholder, help, maximum);
+    return Add(Kind::LeadingNumber, "", aPlaceholder, aHelp, aMaximum);
 }
 
-Options& Options::Add(Kind kind, const char* name, const char* placeholder, const char* help, uint maximum)
+Options& Options::Add(Kind aKind, const char* aName, const char* aPlaceholder, const char* aHelp,
+                      uint aMaximum)
 {
-    m_Options.append({kind, QString::fromLatin1(name), QString::fromLatin1(placeholder),
-                      QString::fromLatin1(help), maximum, false, QString()});
+    m_Options.append({aKind, QString::fromLatin1(aName), QString::fromLatin1(aPlaceholder),
+                      QString::fromLatin1(aHelp), aMaximum, false, QString()});
     return *this;
 }
 
@@ -74,48 +75,48 @@ std::optional<int> Options::Parse(int argc, char** argv)
     return kUsageError;
 }
 
-QString Options::TakeAll(QStringList arguments)
+QString Options::TakeAll(QStringList aRguments)
 {
-    QString error = TakeLeading(arguments);
-    while (error.isEmpty() && !arguments.isEmpty()) {
-        error = Take(arguments.takeFirst());
+    QString error = TakeLeading(aRguments);
+    while (error.isEmpty() && !aRguments.isEmpty()) {
+        error = Take(aRguments.takeFirst());
     }
     return error;
 }
 
-QString Options::TakeLeading(QStringList& arguments)
+QString Options::TakeLeading(QStringList& aRguments)
 {
     for (Option& option : m_Options) {
         if (option.kind == Kind::LeadingNumber) {
-            if (arguments.isEmpty() || !IsNumberUpTo(arguments.first(), option.maximum, m_Number)) {
+            if (aRguments.isEmpty() || !IsNumberUpTo(aRguments.first(), option.maximum, m_Number)) {
                 return QStringLiteral("the first argument must be %1, a number from 0 to %2")
                     .arg(option.placeholder)
                     .arg(option.maximum);
             }
-            arguments.removeFirst();
+            aRguments.removeFirst();
         }
-        if (option.kind == Kind::LeadingWord && !arguments.isEmpty() && arguments.first() == option.name) {
-            arguments.removeFirst();
-            if (arguments.isEmpty()) {
+        if (option.kind == Kind::LeadingWord && !aRguments.isEmpty() && aRguments.first() == option.name) {
+            aRguments.removeFirst();
+            if (aRguments.isEmpty()) {
                 return QStringLiteral("%1 must be followed by %2").arg(option.name, option.placeholder);
             }
             option.given = true;
-            option.value = arguments.takeFirst();
+            option.value = aRguments.takeFirst();
         }
     }
     return QString();
 }
 
-QString Options::Take(const QString& argument)
+QString Options::Take(const QString& aRgument)
 {
     for (Option& option : m_Options) {
-        if (option.kind == Kind::Flag && argument == option.name) {
+        if (option.kind == Kind::Flag && aRgument == option.name) {
             option.given = true;
             return QString();
         }
-        if ((option.kind == Kind::Value || option.kind == Kind::Port) && argument.startsWith(option.name)) {
+        if ((option.kind == Kind::Value || option.kind == Kind::Port) && aRgument.startsWith(option.name)) {
             option.given = true;
-            option.value = argument.mid(option.name.size());
+            option.value = aRgument.mid(option.name.size());
             uint port = 0;
             if (option.kind == Kind::Port &&
                 (!IsNumberUpTo(option.value, option.maximum, port) || port == 0)) {
@@ -124,7 +125,7 @@ QString Options::Take(const QString& argument)
             return option.value.isEmpty() ? QStringLiteral("%1 needs a value").arg(option.name) : QString();
         }
     }
-    return QStringLiteral("unknown option \"%1\"").arg(argument);
+    return QStringLiteral("unknown option \"%1\"").arg(aRgument);
 }
 
 QString Options::Usage() const
@@ -138,25 +139,25 @@ QString Options::Usage() const
     return usage + QStringLiteral("  %1  print this and exit\n").arg(QLatin1String("--help"), -24);
 }
 
-const Options::Option* Options::Find(const char* name) const
+const Options::Option* Options::Find(const char* aName) const
 {
     for (const Option& option : m_Options) {
-        if (option.name == QLatin1String(name)) {
+        if (option.name == QLatin1String(aName)) {
             return &option;
         }
     }
     return nullptr;
 }
 
-bool Options::Has(const char* name) const
+bool Options::Has(const char* aName) const
 {
-    const Option* option = Find(name);
+    const Option* option = Find(aName);
     return option != nullptr && option->given;
 }
 
-QString Options::Get(const char* name) const
+QString Options::Get(const char* aName) const
 {
-    const Option* option = Find(name);
+    const Option* option = Find(aName);
     return option != nullptr ? option->value : QString();
 }
 

@@ -21,23 +21,23 @@ public:
     static constexpr int kUsageError = 2;
 
     /// An option without a value.
-    Options& Flag(const char* name, const char* help);
-    /// An option whose value follows in the same argument: `prefix` "--port=" takes "--port=80".
-    Options& Value(const char* prefix, const char* placeholder, const char* help);
+    Options& Flag(const char* aName, const char* aHelp);
+    /// An option whose value follows in the same argument: `aPrefix` "--port=" takes "--port=80".
+    Options& Value(const char* aPrefix, const char* aPlaceholder, const char* aHelp);
     /// The same for a port number, 1 to 65535.
-    Options& Port(const char* prefix, const char* help);
+    Options& Port(const char* aPrefix, const char* aHelp);
     /// A word that, if given, stands first and whose value is the next argument.
-    Options& LeadingWord(const char* word, const char* placeholder, const char* help);
-    /// A number from 0 to `maximum` that must stand first.
-    Options& LeadingNumber(const char* placeholder, uint maximum, const char* help);
+    Options& LeadingWord(const char* aWord, const char* aPlaceholder, const char* aHelp);
+    /// A number from 0 to `aMaximum` that must stand first.
+    Options& LeadingNumber(const char* aPlaceholder, uint aMaximum, const char* aHelp);
 
     /// Returns nothing when the program is to go on. Otherwise the exit status: 0 after --help has printed
     /// the usage, kUsageError after a wrong argument has been named on standard error with the usage.
     std::optional<int> Parse(int argc, char** argv);
 
-    bool Has(const char* name) const;
+    bool Has(const char* aName) const;
     /// Empty when the option was not given.
-    QString Get(const char* name) const;
+    QString Get(const char* aName) const;
     uint Number() const { return m_Number; }
 
 private:
@@ -52,12 +52,13 @@ private:
         QString value;
     };
 
-    Options& Add(Kind kind, const char* name, const char* placeholder, const char* help, uint maximum = 0);
-    QString TakeAll(QStringList arguments);
-    QString TakeLeading(QStringList& arguments);
-    QString Take(const QString& argument);
+    Options& Add(Kind aKind, const char* aName, const char* aPlaceholder, const char* aHelp,
+                 uint aMaximum = 0);
+    QString TakeAll(QStringList aRguments);
+    QString TakeLeading(QStringList& aRguments);
+    QString Take(const QString& aRgument);
     QString Usage() const;
-    const Option* Find(const char* name) const;
+    const Option* Find(const char* aName) const;
 
     QVector<Option> m_Options;
     uint m_Number = 0;

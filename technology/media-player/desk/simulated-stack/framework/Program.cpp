@@ -2,7 +2,6 @@
 
 #include "Log.h"
 #include "Object.h"
-
 #include <MPL_Types.h>
 
 #include <QDBusConnectionInterface>
@@ -10,10 +9,11 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
-#include <cerrno>
-#include <csignal>
 #include <sys/signalfd.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
 
 namespace sim
 {
@@ -52,21 +52,21 @@ int& BlockSignalsFirst(int& argc)
 
 } // namespace
 
-void Program::AddCommonOptions(Options& options)
+void Program::AddCommonOptions(Options& aOptions)
 {
-    options.Flag("--verbose", "log every call that is served");
-    options.Flag("--test-dbus", "serve on the private test bus instead of the system bus");
+    aOptions.Flag("--verbose", "log every call that is served");
+    aOptions.Flag("--test-dbus", "serve on the private test bus instead of the system bus");
 }
 
-Program::Program(int& argc, char** argv, const Options& options)
-    : m_Application(BlockSignalsFirst(argc), argv), m_TestBus(options.Has("--test-dbus"))
+Program::Program(int& argc, char** argv, const Options& aOptions)
+    : m_Application(BlockSignalsFirst(argc), argv), m_TestBus(aOptions.Has("--test-dbus"))
 {
     FaultPlan::Load(FaultsFile(), QLatin1String(program_invocation_short_name), m_Faults, m_FaultsError);
-    SetVerbose(options.Has("--verbose"));
+    SetVerbose(aOptions.Has("--verbose"));
     MPL::RegisterAllMetaTypes();
 }
 
-int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects)
+int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjects& aExportObjects)
 {
     if (!m_FaultsError.isEmpty()) {
         Log(QStringLiteral("%1 can't be used: %2").arg(FaultsFile(), m_FaultsError));
@@ -75,7 +75,7 @@ int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjec
     WatchSignals();
     ArmCrash();
     QTimer::singleShot(m_Faults.startDelayMs, this, [=] {
-        if (!Start(choice, serviceName, exportObjects)) {
+        if (!Start(choice, serviceName, aExportObjects)) {
             QCoreApplication::exit(m_Status);
         }
     });
@@ -104,30 +104,30 @@ void Program::ArmCrash() const
     }
 }
 
-bool Program::Start(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects)
+bool Program::Start(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects)
 {
     m_Status = kNoBus;
-    if (!Connect(choice)) {
+    if (!Connect(aChoice)) {
         return false;
     }
     for (QDBusConnection& bus : m_Buses) {
-        if (!exportObjects(bus)) {
+        if (!aExportObjects(bus)) {
             Log(QStringLiteral("the objects can't be exported on %1").arg(bus.name()));
             return false;
         }
-        if (!serviceName.isEmpty() && !m_Faults.neverOwnName && !OwnName(bus, serviceName)) {
+        if (!aServiceName.isEmpty() && !m_Faults.neverOwnName && !OwnName(bus, aServiceName)) {
             return false;
         }
     }
     return true;
 }
 
-bool Program::Connect(BusChoice choice)
+bool Program::Connect(BusChoice aChoice)
 {
-    if (choice == BusChoice::None) {
+    if (aChoice == BusChoice::None) {
         return true;
     }
-    const bool both = choice == BusChoice::WhateverRuns;
+    const bool both = aChoice == BusChoice::WhateverRuns;
     QStringList failures;
     if (both || m_TestBus) {
         TakeIn(QDBusConnection::connectToBus(TestBusAddress(), QStringLiteral("the test bus")),
@@ -142,30 +142,30 @@ bool Program::Connect(BusChoice choice)
     return !m_Buses.isEmpty();
 }
 
-void Program::TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures)
+void Program::TakeIn(const QDBusConnection& aBus, const QString& aDdress, QStringList& aFailures)
 {
-    if (!bus.isConnected()) {
-        failures.append(QStringLiteral("%1 (%2)").arg(address, bus.lastError().message()));
+    if (!aBus.isConnected()) {
+        aFailures.append(QStringLiteral("%1 (%2)").arg(aDdress, aBus.lastError().message()));
         return;
     }
-    m_Buses.append(bus);
+    m_Buses.append(aBus);
     m_Buses.last().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                            QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                            SLOT(BusLost()));
 }
 
-bool Program::OwnName(QDBusConnection& bus, const QString& serviceName)
+bool Program::OwnName(QDBusConnection& aBus, const QString& aServiceName)
 {
     // A service that waits in the queue for a name would look alive and never be heard.
     const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
-        bus.interface()->registerService(serviceName, QDBusConnectionInterface::DontQueueService);
+        aBus.interface()->registerService(aServiceName, QDBusConnectionInterface::DontQueueService);
     if (reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered) {
         return true;
     }
     m_Status = reply.isValid() ? kNameTaken : kNoBus;
     const QString reason = reply.isValid() ? QStringLiteral("another process owns it; stop that one first")
                                            : reply.error().message();
-    Log(QStringLiteral("can't own %1: %2").arg(serviceName, reason));
+    Log(QStringLiteral("can't own %1: %2").arg(aServiceName, reason));
     return false;
 }
 

@@ -40,15 +40,15 @@ class Program : public QObject
 public:
     /// Exports the program's objects on one bus; returns whether that succeeded. Called before the name is
     /// asked for, once for each bus.
-    using ExportObjects = std::function<bool(const QDBusConnection& bus)>;
+    using ExportObjects = std::function<bool(const QDBusConnection& aBus)>;
 
     /// Options that every program on a bus takes.
-    static void AddCommonOptions(Options& options);
+    static void AddCommonOptions(Options& aOptions);
 
-    Program(int& argc, char** argv, const Options& options);
+    Program(int& argc, char** argv, const Options& aOptions);
 
-    /// Runs until the end of the process; returns the exit status. An empty `serviceName` owns no name.
-    int Run(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects);
+    /// Runs until the end of the process; returns the exit status. An empty `aServiceName` owns no name.
+    int Run(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects);
 
     /// Lives as long as the program.
     const FaultPlan& Faults() const { return m_Faults; }
@@ -59,10 +59,10 @@ private Q_SLOTS:
 private:
     void WatchSignals();
     void ArmCrash() const;
-    bool Start(BusChoice choice, const QString& serviceName, const ExportObjects& exportObjects);
-    bool Connect(BusChoice choice);
-    void TakeIn(const QDBusConnection& bus, const QString& address, QStringList& failures);
-    bool OwnName(QDBusConnection& bus, const QString& serviceName);
+    bool Start(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects);
+    bool Connect(BusChoice aChoice);
+    void TakeIn(const QDBusConnection& aBus, const QString& aDdress, QStringList& aFailures);
+    bool OwnName(QDBusConnection& aBus, const QString& aServiceName);
 
     QCoreApplication m_Application;
     FaultPlan m_Faults;

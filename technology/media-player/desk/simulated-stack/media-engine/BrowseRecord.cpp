@@ -96,13 +96,13 @@ uint ScoreOf(const QString& aName, const QString& aText)
 const std::array<Category, 5>& Categories()
 {
     using namespace MPL;
-    static const std::array<Category, 5> categories{
+    static const std::array<Category, 5> kCategories{
         {{MPL_BROWSE_CATEGORY_GENRE, MPL_RESULT_KEY_GENRE, MPL_BROWSE_CATEGORY_ARTIST},
          {MPL_BROWSE_CATEGORY_ARTIST, MPL_RESULT_KEY_ARTIST, MPL_BROWSE_CATEGORY_ALBUM},
          {MPL_BROWSE_CATEGORY_ALBUM, MPL_RESULT_KEY_ALBUM, MPL_BROWSE_CATEGORY_SONG},
          {MPL_BROWSE_CATEGORY_SONG, MPL_RESULT_KEY_SONG, {}},
          {MPL_BROWSE_CATEGORY_FOLDER, MPL_RESULT_KEY_FOLDER, MPL_BROWSE_CATEGORY_SONG}}};
-    return categories;
+    return kCategories;
 }
 
 const Category* FindCategory(const QString& aWord)

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "BrowseRecord.h"
-
 #include <MPL_Types.h>
 
 namespace sim

@@ -4,7 +4,6 @@
 #include "CapabilityTexts.h"
 #include "Player.h"
 #include "sim_BrowserAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <algorithm>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "BrowseSession.h"
-
 #include "Object.h"
 
 #include <QMap>

@@ -1,9 +1,7 @@
 // The requests whose answers travel as signals.
 #include "BrowserObject.h"
-
 #include "PlayQueue.h"
 #include "sim_BrowserAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 namespace sim

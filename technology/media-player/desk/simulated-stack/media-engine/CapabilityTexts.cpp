@@ -1,7 +1,7 @@
 #include "CapabilityTexts.h"
 
-#include <MPL_MediaPlayerLib.h>
 #include "ParameterText.h"
+#include <MPL_MediaPlayerLib.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

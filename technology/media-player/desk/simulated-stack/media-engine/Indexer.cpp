@@ -2,7 +2,6 @@
 
 #include "MediaLibrary.h"
 #include "TagReader.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QDir>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Indexer.h"
-
 #include "Object.h"
 
 class IndexerInfoAdaptor;

@@ -3,7 +3,6 @@
 #include "CapabilityTexts.h"
 #include "Relay.h"
 #include "sim_MediaInfoAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 namespace sim

@@ -1,9 +1,8 @@
 // The MediaInfo interface of a media source: what is playing.
 #pragma once
 
-#include "Player.h"
-
 #include "Object.h"
+#include "Player.h"
 
 #include <QVariantMap>
 

@@ -4,7 +4,6 @@
 #include "MediaLibrary.h"
 #include "Relay.h"
 #include "sim_PlayQueueAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QDBusArgument>

@@ -1,10 +1,9 @@
 // The PlayQueue interface of a media source.
 #pragma once
 
-#include "PlayQueue.h"
-
-#include <MPL_Types.h>
 #include "Object.h"
+#include "PlayQueue.h"
+#include <MPL_Types.h>
 
 class PlayQueueAdaptor;
 

@@ -4,7 +4,6 @@
 #include "Chapters.h"
 #include "Relay.h"
 #include "sim_PlaybackControlAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 namespace sim

@@ -1,10 +1,9 @@
 // The PlaybackControl interface of a media source.
 #pragma once
 
-#include "Player.h"
-
-#include <MPL_Types.h>
 #include "Object.h"
+#include "Player.h"
+#include <MPL_Types.h>
 
 class PlaybackControlAdaptor;
 

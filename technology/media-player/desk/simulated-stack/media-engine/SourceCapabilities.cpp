@@ -7,7 +7,6 @@
 #include "MediaLibrary.h"
 #include "PlayQueueObject.h"
 #include "PlaybackControlObject.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <utility>

@@ -1,7 +1,6 @@
 #include "MediaManager.h"
 
 #include "sim_MediaManagerAdaptor.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <algorithm>
@@ -14,31 +13,32 @@ namespace
 
 const QLatin1String kPlaybackControl("com.talvex.DBus.MediaPlayer.PlaybackControl");
 
-QString PlaybackControlPath(const MPL::ServiceObject& source)
+QString PlaybackControlPath(const MPL::ServiceObject& aSource)
 {
-    return source.objectPath.path() + MPL::MPL_OBJECT_PATH_SUFFIX_PLAYBACKCONTROL;
+    return aSource.objectPath.path() + MPL::MPL_OBJECT_PATH_SUFFIX_PLAYBACKCONTROL;
 }
 
-bool IsSame(const MPL::ServiceObject& one, const MPL::ServiceObject& other)
+bool IsSame(const MPL::ServiceObject& aOne, const MPL::ServiceObject& aOther)
 {
-    return one.serviceName == other.serviceName && one.objectPath == other.objectPath;
+    return aOne.serviceName == aOther.serviceName && aOne.objectPath == aOther.objectPath;
 }
 
-QString NoSuchSource(const MPL::ServiceObject& source)
+QString NoSuchSource(const MPL::ServiceObject& aSource)
 {
     return QStringLiteral(
                "no such media source: \"%1\" at \"%2\"; take one that GetAvailableMediaSources lists")
-        .arg(source.serviceName, source.objectPath.path());
+        .arg(aSource.serviceName, aSource.objectPath.path());
 }
 
 } // namespace
 
-MediaManager::MediaManager(const FaultPlan& faults, const QDBusConnection& bus, const QString& databasePath)
-    : Object(faults),
-      m_Bus(bus),
+MediaManager::MediaManager(const FaultPlan& aFaults, const QDBusConnection& aBus,
+                           const QString& aDatabasePath)
+    : Object(aFaults),
+      m_Bus(aBus),
       m_Adaptor(Adapt<MediaManagerAdaptor>(this)),
-      m_Finder(bus),
-      m_Stored(databasePath)
+      m_Finder(aBus),
+      m_Stored(aDatabasePath)
 {
     connect(&m_Finder, &SourceFinder::Found, this, &MediaManager::AddSource);
     connect(&m_Finder, &SourceFinder::Lost, this, &MediaManager::RemoveSource);
@@ -68,53 +68,55 @@ QList<MPL::ServiceObject> MediaManager::GetAvailableMediaSources()
     return {};
 }
 
-void MediaManager::SetActiveMediaSource(const MPL::ServiceObject& source)
+void MediaManager::SetActiveMediaSource(const MPL::ServiceObject& aSource)
 {
-    if (Knows(source)) {
-        Activate(source, [] {}); // answered on return
+    if (Knows(aSource)) {
+        Activate(aSource, [] {}); // answered on return
     } else if (m_Finder.IsSettled()) {
-        Refuse(NoSuchSource(source));
+        Refuse(NoSuchSource(aSource));
     } else {
         setDelayedReply(true);
-        m_Waiting.emplace_back([this, source, call = message()] {
-            if (Knows(source)) {
-                Activate(source, [this, &call] { m_Bus.send(call.createReply()); });
+        m_Waiting.emplace_back([this, aSource, call = message()] {
+            if (Knows(aSource)) {
+                Activate(aSource, [this, &call] { m_Bus.send(call.createReply()); });
             } else {
-                m_Bus.send(call.createErrorReply(kRefused, NoSuchSource(source)));
+                m_Bus.send(call.createErrorReply(kRefused, NoSuchSource(aSource)));
             }
         });
     }
 }
 
-bool MediaManager::Knows(const MPL::ServiceObject& source) const
+bool MediaManager::Knows(const MPL::ServiceObject& aSource) const
 {
     return std::any_of(m_Sources.begin(), m_Sources.end(),
-                       [&source](const MPL::ServiceObject& known) { return IsSame(known, source); });
+                       [&aSource](const MPL::ServiceObject& aKnown) { return IsSame(aKnown, aSource); });
 }
 
-void MediaManager::AddSource(const MPL::ServiceObject& source)
+void MediaManager::AddSource(const MPL::ServiceObject& aSource)
 {
-    m_Sources.append(source);
-    Announce(
-        [this, source] { Q_EMIT m_Adaptor->MediaSourceAdded(source.serviceName, source.objectPath.path()); });
+    m_Sources.append(aSource);
+    Announce([this, aSource] {
+        Q_EMIT m_Adaptor->MediaSourceAdded(aSource.serviceName, aSource.objectPath.path());
+    });
     // Read anew each time: a test may have cleared what is stored while the manager runs.
-    if (m_Active.serviceName.isEmpty() && IsSame(m_Stored.Load(), source)) {
-        SetActive(source);
+    if (m_Active.serviceName.isEmpty() && IsSame(m_Stored.Load(), aSource)) {
+        SetActive(aSource);
         AnnounceActive();
         ResumePlayback();
     }
 }
 
-void MediaManager::RemoveSource(const MPL::ServiceObject& source)
+void MediaManager::RemoveSource(const MPL::ServiceObject& aSource)
 {
     m_Sources.erase(
         std::remove_if(m_Sources.begin(), m_Sources.end(),
-                       [&source](const MPL::ServiceObject& known) { return IsSame(known, source); }),
+                       [&aSource](const MPL::ServiceObject& aKnown) { return IsSame(aKnown, aSource); }),
         m_Sources.end());
-    Announce(
-        [this, source] { Q_EMIT m_Adaptor->MediaSourceRemoved(source.serviceName, source.objectPath.path()); });
+    Announce([this, aSource] {
+        Q_EMIT m_Adaptor->MediaSourceRemoved(aSource.serviceName, aSource.objectPath.path());
+    });
     // It stays stored: it is resumed when it comes back.
-    if (IsSame(m_Active, source)) {
+    if (IsSame(m_Active, aSource)) {
         SetActive(MPL::ServiceObject());
         AnnounceActive();
     }
@@ -122,22 +124,22 @@ void MediaManager::RemoveSource(const MPL::ServiceObject& source)
 
 // Done before the answer, so that whoever has it may kill the manager or let the source play; signalled
 // after.
-void MediaManager::Activate(const MPL::ServiceObject& source, const std::function<void()>& answer)
+void MediaManager::Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aNswer)
 {
-    if (IsSame(m_Active, source)) {
-        answer();
+    if (IsSame(m_Active, aSource)) {
+        aNswer();
         return;
     }
-    m_Stored.Save(source);
-    SetActive(source);
-    answer();
+    m_Stored.Save(aSource);
+    SetActive(aSource);
+    aNswer();
     AnnounceActive();
 }
 
-void MediaManager::SetActive(const MPL::ServiceObject& source)
+void MediaManager::SetActive(const MPL::ServiceObject& aSource)
 {
     FollowPlayState(m_Active, false);
-    m_Active = source;
+    m_Active = aSource;
     FollowPlayState(m_Active, true);
 }
 
@@ -148,24 +150,24 @@ void MediaManager::AnnounceActive()
     });
 }
 
-void MediaManager::FollowPlayState(const MPL::ServiceObject& source, bool follow)
+void MediaManager::FollowPlayState(const MPL::ServiceObject& aSource, bool aFollow)
 {
-    if (source.serviceName.isEmpty()) {
+    if (aSource.serviceName.isEmpty()) {
         return;
     }
-    const QString path = PlaybackControlPath(source);
+    const QString path = PlaybackControlPath(aSource);
     const QString signal = QStringLiteral("SignalPlayStateChanged");
     const char* slot = SLOT(PlayStateChanged(QString));
-    if (follow) {
-        m_Bus.connect(source.serviceName, path, kPlaybackControl, signal, this, slot);
+    if (aFollow) {
+        m_Bus.connect(aSource.serviceName, path, kPlaybackControl, signal, this, slot);
     } else {
-        m_Bus.disconnect(source.serviceName, path, kPlaybackControl, signal, this, slot);
+        m_Bus.disconnect(aSource.serviceName, path, kPlaybackControl, signal, this, slot);
     }
 }
 
-void MediaManager::PlayStateChanged(const QString& state)
+void MediaManager::PlayStateChanged(const QString& aState)
 {
-    m_Stored.SavePlaybackState(state);
+    m_Stored.SavePlaybackState(aState);
 }
 
 // A source that can't play answers with an error or false, which leaves it as it is.

@@ -6,7 +6,6 @@
 #include "Object.h"
 #include "SourceFinder.h"
 #include "StoredSource.h"
-
 #include <MPL_ServiceObject.h>
 
 #include <QDBusConnection>
@@ -26,7 +25,7 @@ class MediaManager : public Object
 
 public:
     /// Without a database path the active source is kept only while the program runs.
-    MediaManager(const FaultPlan& faults, const QDBusConnection& bus, const QString& databasePath);
+    MediaManager(const FaultPlan& aFaults, const QDBusConnection& aBus, const QString& aDatabasePath);
 
     /// Exports the object, or as many as the faults ask for, and starts to look for sources.
     bool Export();
@@ -37,20 +36,20 @@ public:
     /// which was on the bus before the call is in the list.
     QList<MPL::ServiceObject> GetAvailableMediaSources();
     /// Refuses a source that is not available.
-    void SetActiveMediaSource(const MPL::ServiceObject& source);
+    void SetActiveMediaSource(const MPL::ServiceObject& aSource);
 
 private Q_SLOTS:
-    void PlayStateChanged(const QString& state);
+    void PlayStateChanged(const QString& aState);
 
 private:
-    void AddSource(const MPL::ServiceObject& source);
-    void RemoveSource(const MPL::ServiceObject& source);
-    bool Knows(const MPL::ServiceObject& source) const;
-    void SetActive(const MPL::ServiceObject& source);
+    void AddSource(const MPL::ServiceObject& aSource);
+    void RemoveSource(const MPL::ServiceObject& aSource);
+    bool Knows(const MPL::ServiceObject& aSource) const;
+    void SetActive(const MPL::ServiceObject& aSource);
     void AnnounceActive();
-    void Activate(const MPL::ServiceObject& source, const std::function<void()>& answer);
+    void Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aNswer);
     void AnswerWaiting();
-    void FollowPlayState(const MPL::ServiceObject& source, bool follow);
+    void FollowPlayState(const MPL::ServiceObject& aSource, bool aFollow);
     void ResumePlayback();
 
     QDBusConnection m_Bus;

@@ -17,20 +17,20 @@ constexpr int kMaximumObjects = 1000;
 
 const QLatin1String kObjectManager("org.freedesktop.DBus.ObjectManager");
 
-bool IsMediaSource(const QString& name)
+bool IsMediaSource(const QString& aName)
 {
-    return name.startsWith(QLatin1String("com.talvex.DBus.MediaPlayer.MediaSource.")) ||
-           name == QLatin1String("com.talvex.DBus.Examples.MediaSourceTest");
+    return aName.startsWith(QLatin1String("com.talvex.DBus.MediaPlayer.MediaSource.")) ||
+           aName == QLatin1String("com.talvex.DBus.Examples.MediaSourceTest");
 }
 
-MPL::ServiceObject MakeSource(const QString& service, const QString& path)
+MPL::ServiceObject MakeSource(const QString& aService, const QString& aPath)
 {
-    return {service, QDBusObjectPath(path)};
+    return {aService, QDBusObjectPath(aPath)};
 }
 
 } // namespace
 
-SourceFinder::SourceFinder(const QDBusConnection& bus, QObject* parent) : QObject(parent), m_Bus(bus) {}
+SourceFinder::SourceFinder(const QDBusConnection& aBus, QObject* aParent) : QObject(aParent), m_Bus(aBus) {}
 
 void SourceFinder::Start()
 {
@@ -61,30 +61,30 @@ void SourceFinder::Start()
     });
 }
 
-void SourceFinder::OwnerChanged(const QString& name, const QString& /*oldOwner*/, const QString& newOwner)
+void SourceFinder::OwnerChanged(const QString& aName, const QString& /*oldOwner*/, const QString& aNewOwner)
 {
-    if (!IsMediaSource(name)) {
+    if (!IsMediaSource(aName)) {
         return;
     }
-    Forget(name);
-    if (!newOwner.isEmpty()) {
-        LookUp(name);
+    Forget(aName);
+    if (!aNewOwner.isEmpty()) {
+        LookUp(aName);
     }
 }
 
-void SourceFinder::ObjectsChanged(const QDBusMessage& signal)
+void SourceFinder::ObjectsChanged(const QDBusMessage& aSignal)
 {
     for (auto service = m_Services.begin(); service != m_Services.end(); ++service) {
         // Before its first answer the owner is not known; that answer may have been given before the change.
-        if (service->owner == signal.service() || service->owner.isEmpty()) {
+        if (service->owner == aSignal.service() || service->owner.isEmpty()) {
             LookUp(service.key());
         }
     }
 }
 
-void SourceFinder::LookUp(const QString& name)
+void SourceFinder::LookUp(const QString& aName)
 {
-    Service& service = m_Services[name];
+    Service& service = m_Services[aName];
     if (service.inFlight == 0) {
         ++m_LookUps;
     }
@@ -93,41 +93,41 @@ void SourceFinder::LookUp(const QString& name)
     service.asked = 0;
     service.found.clear();
     service.time.start();
-    Introspect(name, QStringLiteral("/"));
+    Introspect(aName, QStringLiteral("/"));
 }
 
-void SourceFinder::Introspect(const QString& name, const QString& path)
+void SourceFinder::Introspect(const QString& aName, const QString& aPath)
 {
-    Service& service = m_Services[name];
+    Service& service = m_Services[aName];
     ++service.inFlight;
     ++service.asked;
     QDBusMessage call = QDBusMessage::createMethodCall(
-        name, path, QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
+        aName, aPath, QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     call.setAutoStartService(false);
     const int timeLeft = qMax(1, kLookUpMs - static_cast<int>(service.time.elapsed()));
     auto* watcher = new QDBusPendingCallWatcher(m_Bus.asyncCall(call, timeLeft), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, watcher, name, path, lookUp = service.lookUp] {
+            [this, watcher, aName, aPath, lookUp = service.lookUp] {
                 const QDBusPendingReply<QString> reply = *watcher;
                 watcher->deleteLater();
-                const auto asked = m_Services.find(name);
+                const auto asked = m_Services.find(aName);
                 if (asked == m_Services.end() || asked->lookUp != lookUp) {
                     return;
                 }
                 if (reply.isValid()) {
                     asked->owner = reply.reply().service();
-                    Read(*asked, name, path, reply.value());
+                    Read(*asked, aName, aPath, reply.value());
                 }
                 if (--asked->inFlight == 0) {
-                    Finish(name);
+                    Finish(aName);
                 }
             });
 }
 
-void SourceFinder::Read(Service& service, const QString& name, const QString& path, const QString& xml)
+void SourceFinder::Read(Service& aService, const QString& aName, const QString& aPath, const QString& aXml)
 {
-    const QString prefix = path == QLatin1String("/") ? path : path + QLatin1Char('/');
-    QXmlStreamReader reader(xml);
+    const QString prefix = aPath == QLatin1String("/") ? aPath : aPath + QLatin1Char('/');
+    QXmlStreamReader reader(aXml);
     int depth = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
@@ -141,42 +141,42 @@ void SourceFinder::Read(Service& service, const QString& name, const QString& pa
             }
             if (reader.name() == QLatin1String("interface") &&
                 child == QLatin1String("com.talvex.DBus.MediaPlayer.MediaSource")) {
-                service.found.append(path);
+                aService.found.append(aPath);
             } else if (reader.name() == QLatin1String("node") && !child.isEmpty() &&
-                       service.asked < kMaximumObjects && service.time.elapsed() < kLookUpMs) {
-                Introspect(name, prefix + child);
+                       aService.asked < kMaximumObjects && aService.time.elapsed() < kLookUpMs) {
+                Introspect(aName, prefix + child);
             }
         }
     }
 }
 
-void SourceFinder::Finish(const QString& name)
+void SourceFinder::Finish(const QString& aName)
 {
-    Service& service = m_Services[name];
+    Service& service = m_Services[aName];
     const QStringList before = service.known;
     const QStringList now = service.found;
     service.known = now;
     for (const QString& path : before) {
         if (!now.contains(path)) {
-            Q_EMIT Lost(MakeSource(name, path));
+            Q_EMIT Lost(MakeSource(aName, path));
         }
     }
     for (const QString& path : now) {
         if (!before.contains(path)) {
-            Q_EMIT Found(MakeSource(name, path));
+            Q_EMIT Found(MakeSource(aName, path));
         }
     }
     EndLookUp();
 }
 
-void SourceFinder::Forget(const QString& name)
+void SourceFinder::Forget(const QString& aName)
 {
-    if (!m_Services.contains(name)) {
+    if (!m_Services.contains(aName)) {
         return;
     }
-    const Service gone = m_Services.take(name);
+    const Service gone = m_Services.take(aName);
     for (const QString& path : gone.known) {
-        Q_EMIT Lost(MakeSource(name, path));
+        Q_EMIT Lost(MakeSource(aName, path));
     }
     if (gone.inFlight > 0) {
         EndLookUp();

@@ -20,7 +20,7 @@ class SourceFinder : public QObject
     Q_OBJECT
 
 public:
-    explicit SourceFinder(const QDBusConnection& bus, QObject* parent = nullptr);
+    explicit SourceFinder(const QDBusConnection& aBus, QObject* aParent = nullptr);
 
     /// Also looks at what is on the bus already. Does not block.
     void Start();
@@ -29,13 +29,13 @@ public:
     bool IsSettled() const { return m_LookUps == 0; }
 
 Q_SIGNALS:
-    void Found(const MPL::ServiceObject& source);
-    void Lost(const MPL::ServiceObject& source);
+    void Found(const MPL::ServiceObject& aSource);
+    void Lost(const MPL::ServiceObject& aSource);
     void Settled();
 
 private Q_SLOTS:
-    void OwnerChanged(const QString& name, const QString& oldOwner, const QString& newOwner);
-    void ObjectsChanged(const QDBusMessage& signal);
+    void OwnerChanged(const QString& aName, const QString& aOldOwner, const QString& aNewOwner);
+    void ObjectsChanged(const QDBusMessage& aSignal);
 
 private:
     // One service, and its look-up while one runs. Replies of an older look-up are told by its number.
@@ -49,11 +49,11 @@ private:
         QElapsedTimer time;
     };
 
-    void LookUp(const QString& name);
-    void Introspect(const QString& name, const QString& path);
-    void Read(Service& service, const QString& name, const QString& path, const QString& xml);
-    void Finish(const QString& name);
-    void Forget(const QString& name);
+    void LookUp(const QString& aName);
+    void Introspect(const QString& aName, const QString& aPath);
+    void Read(Service& aService, const QString& aName, const QString& aPath, const QString& aXml);
+    void Finish(const QString& aName);
+    void Forget(const QString& aName);
     void EndLookUp();
 
     QDBusConnection m_Bus;

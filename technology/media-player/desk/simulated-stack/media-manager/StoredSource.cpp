@@ -1,7 +1,6 @@
 #include "StoredSource.h"
 
 #include "Log.h"
-
 #include "ParameterText.h"
 #include <MPL_Parameters.h>
 #include <MPL_SourceWords.h>
@@ -11,17 +10,17 @@ namespace sim
 namespace
 {
 
-QString ToText(const MPL::ServiceObject& source)
+QString ToText(const MPL::ServiceObject& aSource)
 {
-    return MPL::MakeParameters({{MPL::MPL_DEVICE_RECORD_KEY_SERVICE_NAME, source.serviceName},
-                                {MPL::MPL_DEVICE_RECORD_KEY_OBJECT_PATH, source.objectPath.path()}});
+    return MPL::MakeParameters({{MPL::MPL_DEVICE_RECORD_KEY_SERVICE_NAME, aSource.serviceName},
+                                {MPL::MPL_DEVICE_RECORD_KEY_OBJECT_PATH, aSource.objectPath.path()}});
 }
 
-MPL::ServiceObject FromText(const QString& text)
+MPL::ServiceObject FromText(const QString& aText)
 {
     QMap<QString, QString> parameters;
     MPL::ServiceObject source;
-    if (!text.isEmpty() && MPL::GetParameters(text, parameters)) {
+    if (!aText.isEmpty() && MPL::GetParameters(aText, parameters)) {
         source.serviceName = parameters.value(MPL::MPL_DEVICE_RECORD_KEY_SERVICE_NAME);
         source.objectPath = QDBusObjectPath(parameters.value(MPL::MPL_DEVICE_RECORD_KEY_OBJECT_PATH));
     }
@@ -30,52 +29,52 @@ MPL::ServiceObject FromText(const QString& text)
 
 } // namespace
 
-StoredSource::StoredSource(const QString& databasePath) : m_DatabasePath(databasePath) {}
+StoredSource::StoredSource(const QString& aDatabasePath) : m_DatabasePath(aDatabasePath) {}
 
 MPL::ServiceObject StoredSource::Load()
 {
-    return FromText(Read(MPL::STATE_KEY_ACTIVE_SOURCE));
+    return FromText(Read(MPL::kStateKeyActiveSource));
 }
 
 QString StoredSource::LoadPlaybackState()
 {
-    return Read(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE);
+    return Read(MPL::kStateKeyActiveSourcePlaybackState);
 }
 
-void StoredSource::Save(const MPL::ServiceObject& source)
+void StoredSource::Save(const MPL::ServiceObject& aSource)
 {
-    Write(MPL::STATE_KEY_ACTIVE_SOURCE, ToText(source));
-    Write(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, QString());
+    Write(MPL::kStateKeyActiveSource, ToText(aSource));
+    Write(MPL::kStateKeyActiveSourcePlaybackState, QString());
 }
 
-void StoredSource::SavePlaybackState(const QString& state)
+void StoredSource::SavePlaybackState(const QString& aState)
 {
-    Write(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, state);
+    Write(MPL::kStateKeyActiveSourcePlaybackState, aState);
 }
 
 // The database is opened at its first use, to keep it out of the program's start.
-QString StoredSource::Read(const QString& key)
+QString StoredSource::Read(const QString& aKey)
 {
     if (m_DatabasePath.isEmpty()) {
-        return m_InMemory.value(key);
+        return m_InMemory.value(aKey);
     }
     QString value;
     QString error;
-    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Load(key, value, error)) {
-        Log(QStringLiteral("%1 can't be read: %2").arg(key, error));
+    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Load(aKey, value, error)) {
+        Log(QStringLiteral("%1 can't be read: %2").arg(aKey, error));
     }
     return value;
 }
 
-void StoredSource::Write(const QString& key, const QString& value)
+void StoredSource::Write(const QString& aKey, const QString& aValue)
 {
     if (m_DatabasePath.isEmpty()) {
-        m_InMemory.insert(key, value);
+        m_InMemory.insert(aKey, aValue);
         return;
     }
     QString error;
-    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Save(key, value, error)) {
-        Log(QStringLiteral("%1 can't be stored: %2").arg(key, error));
+    if (!(m_Store.IsOpen() || m_Store.Open(m_DatabasePath, error)) || !m_Store.Save(aKey, aValue, error)) {
+        Log(QStringLiteral("%1 can't be stored: %2").arg(aKey, error));
     }
 }
 

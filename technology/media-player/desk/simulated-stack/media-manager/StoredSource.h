@@ -1,8 +1,8 @@
 /// The active source and its playback state as they are kept from one start of the media manager to the next.
 #pragma once
 
-#include <MPL_ServiceObject.h>
 #include "StateStore.h"
+#include <MPL_ServiceObject.h>
 
 #include <QMap>
 #include <QString>
@@ -14,7 +14,7 @@ class StoredSource
 {
 public:
     /// With an empty path everything is kept in memory only.
-    explicit StoredSource(const QString& databasePath);
+    explicit StoredSource(const QString& aDatabasePath);
 
     /// The empty object when none is stored or the database can't be read, which is logged.
     MPL::ServiceObject Load();
@@ -24,13 +24,13 @@ public:
 
     /// Stores a source whose playback state is not known yet. On disk when it returns, so that it survives a
     /// SIGKILL. A failure is logged and the old content stays.
-    void Save(const MPL::ServiceObject& source);
+    void Save(const MPL::ServiceObject& aSource);
     /// The same for a word of MPL_PLAY_STATES.
-    void SavePlaybackState(const QString& state);
+    void SavePlaybackState(const QString& aState);
 
 private:
-    QString Read(const QString& key);
-    void Write(const QString& key, const QString& value);
+    QString Read(const QString& aKey);
+    void Write(const QString& aKey, const QString& aValue);
 
     QString m_DatabasePath;
     MPL::StateStore m_Store;

@@ -1,7 +1,6 @@
 // media_manager.
 #include "MediaManager.h"
 #include "Program.h"
-
 #include <MPL_ServiceNames.h>
 
 #include <memory>
@@ -17,8 +16,8 @@ int main(int argc, char* argv[])
     sim::Program program(argc, argv, options);
     std::unique_ptr<sim::MediaManager> manager;
     return program.Run(
-        sim::BusChoice::ByOption, MPL::MPL_MEDIA_MANAGER_SERVICE_NAME, [&](const QDBusConnection& bus) {
-            manager = std::make_unique<sim::MediaManager>(program.Faults(), bus, options.Get("DB="));
+        sim::BusChoice::ByOption, MPL::MPL_MEDIA_MANAGER_SERVICE_NAME, [&](const QDBusConnection& aBus) {
+            manager = std::make_unique<sim::MediaManager>(program.Faults(), aBus, options.Get("DB="));
             return manager->Export();
         });
 }

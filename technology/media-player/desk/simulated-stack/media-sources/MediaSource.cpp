@@ -1,10 +1,9 @@
 #include "MediaSource.h"
 
 #include "Log.h"
-#include "sim_MediaSourceAdaptor.h"
-
-#include <MPL_MediaPlayerLib.h>
 #include "ParameterText.h"
+#include "sim_MediaSourceAdaptor.h"
+#include <MPL_MediaPlayerLib.h>
 
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -29,21 +28,21 @@ const QLatin1String kPresetName("preset_name");
 const QLatin1String kStateData("state_data");
 const QLatin1String kSecondaryData("secondary_data");
 
-SourceSetup At(const QString& objectPath, SourceSetup media)
+SourceSetup At(const QString& aObjectPath, SourceSetup aMedia)
 {
-    media.objectPath = objectPath;
-    return media;
+    aMedia.objectPath = aObjectPath;
+    return aMedia;
 }
 
 } // namespace
 
-MediaSource::MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity,
-                         SourceSetup media)
-    : Object(faults),
-      m_Bus(bus),
+MediaSource::MediaSource(const FaultPlan& aFaults, const QDBusConnection& aBus, SourceIdentity aIdentity,
+                         SourceSetup aMedia)
+    : Object(aFaults),
+      m_Bus(aBus),
       m_Adaptor(Adapt<MediaSourceAdaptor>(this)),
-      m_Identity(std::move(identity)),
-      m_Media(faults, bus, At(m_Identity.objectPath, std::move(media)))
+      m_Identity(std::move(aIdentity)),
+      m_Media(aFaults, aBus, At(m_Identity.objectPath, std::move(aMedia)))
 {
     qDBusRegisterMetaType<InterfaceProperties>();
 }
@@ -75,13 +74,13 @@ bool MediaSource::Export()
 
 // Not held back until the call that is being served is answered: whoever has made a device appear may rely on
 // the media manager to know of it.
-void MediaSource::TellWatchers(bool added)
+void MediaSource::TellWatchers(bool aDded)
 {
     QDBusMessage message = QDBusMessage::createSignal(
         QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.ObjectManager"),
-        added ? QStringLiteral("InterfacesAdded") : QStringLiteral("InterfacesRemoved"));
+        aDded ? QStringLiteral("InterfacesAdded") : QStringLiteral("InterfacesRemoved"));
     message << QVariant::fromValue(QDBusObjectPath(m_Identity.objectPath));
-    if (added) {
+    if (aDded) {
         message << QVariant::fromValue(InterfaceProperties{{kMediaSource, {}}});
     } else {
         message << QStringList{kMediaSource};
@@ -89,15 +88,15 @@ void MediaSource::TellWatchers(bool added)
     m_Bus.send(message);
 }
 
-QDBusObjectPath MediaSource::GetCapability(const QString& name)
+QDBusObjectPath MediaSource::GetCapability(const QString& aName)
 {
     const QMap<QString, QDBusObjectPath> paths = m_Media.Paths();
-    const auto capability = paths.find(name);
+    const auto capability = paths.find(aName);
     if (capability != paths.end()) {
         return *capability;
     }
     Refuse(
-        QStringLiteral("the source has no capability \"%1\"; GetCapabilities lists those it has").arg(name));
+        QStringLiteral("the source has no capability \"%1\"; GetCapabilities lists those it has").arg(aName));
     return QDBusObjectPath(QStringLiteral("/"));
 }
 
@@ -114,17 +113,17 @@ QString MediaSource::GetMediaSourceStatus() const
     return MPL::MakeParameters(status);
 }
 
-void MediaSource::SetError(const QString& errorType)
+void MediaSource::SetError(const QString& aErrorType)
 {
-    if (errorType != m_ErrorType) {
-        m_ErrorType = errorType;
+    if (aErrorType != m_ErrorType) {
+        m_ErrorType = aErrorType;
         AnnounceStatus();
     }
 }
 
-void MediaSource::ActiveSourceChanged(const QString& serviceName, const QString& objectPath)
+void MediaSource::ActiveSourceChanged(const QString& aServiceName, const QString& aObjectPath)
 {
-    const bool active = serviceName == m_Identity.serviceName && objectPath == m_Identity.objectPath;
+    const bool active = aServiceName == m_Identity.serviceName && aObjectPath == m_Identity.objectPath;
     if (active != m_Active) {
         m_Active = active;
         if (!active) {
@@ -139,13 +138,13 @@ void MediaSource::AnnounceStatus()
     Announce([this, status = GetMediaSourceStatus()] { Q_EMIT m_Adaptor->SignalStatusChanged(status); });
 }
 
-uint MediaSource::ActivatePreset(const QMap<QString, QString>& preset)
+uint MediaSource::ActivatePreset(const QMap<QString, QString>& aPreset)
 {
-    const QString id = preset.value(kPresetId);
+    const QString id = aPreset.value(kPresetId);
     if (id.isEmpty()) {
         return 1;
     }
-    m_Preset = preset;
+    m_Preset = aPreset;
     Announce([this, id] { Q_EMIT m_Adaptor->SignalPresetActivated(id, m_Identity.objectPath); });
     return 0;
 }
@@ -157,35 +156,36 @@ void MediaSource::PublishPreset()
                 {kPresetName, m_Identity.name + QLatin1Char(' ') + id},
                 {kStateData, QString()},
                 {kSecondaryData, QString()}};
-    Announce(
-        [this, preset = m_Preset] { Q_EMIT m_Adaptor->SignalNewPresetContext(m_Identity.objectPath, preset); });
-}
-
-void MediaSource::UpdatePreset(const QString& stateData, const QString& secondaryData)
-{
-    const QString previousState = m_Preset.value(kStateData);
-    m_Preset[kStateData] = stateData;
-    m_Preset[kSecondaryData] = secondaryData;
-    AnnounceUpdate(previousState);
-}
-
-void MediaSource::UpdatePresetSecondaryData(const QString& secondaryData)
-{
-    m_Preset[kSecondaryData] = secondaryData;
-    AnnounceUpdate(m_Preset.value(kStateData));
-}
-
-void MediaSource::AnnounceUpdate(const QString& previousState)
-{
-    Announce([this, previousState, preset = m_Preset] {
-        Q_EMIT m_Adaptor->SignalUpdatePresetContext(m_Identity.objectPath, previousState, preset);
+    Announce([this, preset = m_Preset] {
+        Q_EMIT m_Adaptor->SignalNewPresetContext(m_Identity.objectPath, preset);
     });
 }
 
-void MediaSource::RemoteMessageReceived(const QVariantMap& message)
+void MediaSource::UpdatePreset(const QString& aStateData, const QString& aSecondaryData)
+{
+    const QString previousState = m_Preset.value(kStateData);
+    m_Preset[kStateData] = aStateData;
+    m_Preset[kSecondaryData] = aSecondaryData;
+    AnnounceUpdate(previousState);
+}
+
+void MediaSource::UpdatePresetSecondaryData(const QString& aSecondaryData)
+{
+    m_Preset[kSecondaryData] = aSecondaryData;
+    AnnounceUpdate(m_Preset.value(kStateData));
+}
+
+void MediaSource::AnnounceUpdate(const QString& aPreviousState)
+{
+    Announce([this, aPreviousState, preset = m_Preset] {
+        Q_EMIT m_Adaptor->SignalUpdatePresetContext(m_Identity.objectPath, aPreviousState, preset);
+    });
+}
+
+void MediaSource::RemoteMessageReceived(const QVariantMap& aMessage)
 {
     const QByteArray text =
-        QJsonDocument(QJsonObject::fromVariantMap(message)).toJson(QJsonDocument::Compact);
+        QJsonDocument(QJsonObject::fromVariantMap(aMessage)).toJson(QJsonDocument::Compact);
     Log(QStringLiteral("remote message %1").arg(QString::fromUtf8(text)));
 }
 

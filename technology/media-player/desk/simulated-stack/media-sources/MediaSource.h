@@ -30,9 +30,9 @@ class MediaSource : public Object
     Q_OBJECT
 
 public:
-    /// `media` says what the source plays and offers; its object path is filled in here.
-    MediaSource(const FaultPlan& faults, const QDBusConnection& bus, SourceIdentity identity,
-                SourceSetup media);
+    /// `aMedia` says what the source plays and offers; its object path is filled in here.
+    MediaSource(const FaultPlan& aFaults, const QDBusConnection& aBus, SourceIdentity aIdentity,
+                SourceSetup aMedia);
     ~MediaSource() override;
 
     const SourceIdentity& Identity() const { return m_Identity; }
@@ -40,26 +40,26 @@ public:
     bool IsActive() const { return m_Active; }
 
     /// The source works no longer (or, with an empty text, works again).
-    void SetError(const QString& errorType);
+    void SetError(const QString& aErrorType);
 
     /// Exports the object and those of its capabilities, and tells those who watch the service. All of them
     /// vanish when the source is deleted.
     bool Export();
 
-    /// Loads all of the source's tracks into its play queue; false when there is no track `index`.
-    bool ChangePlayQueue(uint index) { return m_Media.ChangePlayQueue(index); }
+    /// Loads all of the source's tracks into its play queue; false when there is no track `aIndex`.
+    bool ChangePlayQueue(uint aIndex) { return m_Media.ChangePlayQueue(aIndex); }
 
     /// A new preset is there to be stored.
     void PublishPreset();
     /// The preset that is there has changed.
-    void UpdatePreset(const QString& stateData, const QString& secondaryData);
-    void UpdatePresetSecondaryData(const QString& secondaryData);
+    void UpdatePreset(const QString& aStateData, const QString& aSecondaryData);
+    void UpdatePresetSecondaryData(const QString& aSecondaryData);
 
     // The methods of the interface.
     /// Returns 0, or 1 when the data names no "preset_id".
-    uint ActivatePreset(const QMap<QString, QString>& preset);
+    uint ActivatePreset(const QMap<QString, QString>& aPreset);
     QStringList GetCapabilities() const { return m_Media.Paths().keys(); }
-    QDBusObjectPath GetCapability(const QString& name);
+    QDBusObjectPath GetCapability(const QString& aName);
     QString GetDeviceBusNumber() const { return m_Identity.busNumber; }
     QString GetDeviceId() const { return m_Identity.deviceId; }
     QString GetDevicePath() const { return m_Identity.devicePath; }
@@ -68,15 +68,15 @@ public:
     QMap<QString, QString> GetPresetContext() const { return m_Preset; }
     QString GetSourceName() const { return m_Identity.name; }
     QString GetSourceType() const { return m_Identity.type; }
-    void RemoteMessageReceived(const QVariantMap& message);
+    void RemoteMessageReceived(const QVariantMap& aMessage);
 
 private Q_SLOTS:
-    void ActiveSourceChanged(const QString& serviceName, const QString& objectPath);
+    void ActiveSourceChanged(const QString& aServiceName, const QString& aObjectPath);
 
 private:
     void AnnounceStatus();
-    void AnnounceUpdate(const QString& previousState);
-    void TellWatchers(bool added);
+    void AnnounceUpdate(const QString& aPreviousState);
+    void TellWatchers(bool aDded);
 
     QDBusConnection m_Bus;
     MediaSourceAdaptor* m_Adaptor;

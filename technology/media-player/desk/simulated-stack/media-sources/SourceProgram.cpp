@@ -1,7 +1,6 @@
 #include "SourceProgram.h"
 
 #include "Log.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QFile>
@@ -16,9 +15,9 @@ namespace sim
 namespace
 {
 
-QString LastWord(const QString& name)
+QString LastWord(const QString& aName)
 {
-    return name.mid(name.lastIndexOf(QLatin1Char('.')) + 1);
+    return aName.mid(aName.lastIndexOf(QLatin1Char('.')) + 1);
 }
 
 } // namespace
@@ -26,7 +25,7 @@ QString LastWord(const QString& name)
 const SourceProgram* FindSourceProgram()
 {
     using namespace MPL;
-    static const std::array<SourceProgram, 6> programs{{
+    static const std::array<SourceProgram, 6> kPrograms{{
         {MPL_MASS_STORAGE_PROCESS_NAME, MPL_MASS_STORAGE_SERVICE_NAME, MPL_MASS_STORAGE_DEVICE_LABEL, true,
          false, true},
         // Its label is a template of a device path, no name.
@@ -37,7 +36,7 @@ const SourceProgram* FindSourceProgram()
         {MPL_BLUETOOTH_PROCESS_NAME, MPL_BLUETOOTH_SERVICE_NAME, LastWord(MPL_BLUETOOTH_SERVICE_NAME), false,
          false, false},
     }};
-    for (const SourceProgram& program : programs) {
+    for (const SourceProgram& program : kPrograms) {
         if (program.processName == QLatin1String(program_invocation_short_name)) {
             return &program;
         }
@@ -45,16 +44,16 @@ const SourceProgram* FindSourceProgram()
     return nullptr;
 }
 
-QString SourceType(const SourceProgram& program)
+QString SourceType(const SourceProgram& aProgram)
 {
-    return LastWord(program.serviceName);
+    return LastWord(aProgram.serviceName);
 }
 
-QString LoginError(const QString& configurationFile)
+QString LoginError(const QString& aConfigurationFile)
 {
-    QFile file(configurationFile);
+    QFile file(aConfigurationFile);
     if (!file.open(QIODevice::ReadOnly)) {
-        Log(QStringLiteral("%1 can't be read: %2").arg(configurationFile, file.errorString()));
+        Log(QStringLiteral("%1 can't be read: %2").arg(aConfigurationFile, file.errorString()));
         return MPL::MPL_SOURCE_ERROR_TYPE_INITIALIZATION_FAILED;
     }
     const QJsonValue login = QJsonDocument::fromJson(file.readAll())
@@ -66,7 +65,8 @@ QString LoginError(const QString& configurationFile)
                                  .value(QLatin1String("login_config"));
     for (const char* key : {"user_name", "password"}) {
         if (login.toObject().value(QLatin1String(key)).toString().isEmpty()) {
-            Log(QStringLiteral("%1 has no \"%2\" to log in with").arg(configurationFile, QLatin1String(key)));
+            Log(QStringLiteral("%1 has no \"%2\" to log in with")
+                    .arg(aConfigurationFile, QLatin1String(key)));
             return MPL::MPL_SOURCE_ERROR_TYPE_CREDENTIALS_MISSING;
         }
     }

@@ -24,10 +24,10 @@ struct SourceProgram {
 const SourceProgram* FindSourceProgram();
 
 /// The last word of the service's name, which is the source's type.
-QString SourceType(const SourceProgram& program);
+QString SourceType(const SourceProgram& aProgram);
 
 /// Looks for the streaming account in a media-player configuration. Returns the error type of a source that
 /// can't log in, with one log line that says why, or an empty text.
-QString LoginError(const QString& configurationFile);
+QString LoginError(const QString& aConfigurationFile);
 
 } // namespace sim

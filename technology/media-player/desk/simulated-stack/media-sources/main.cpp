@@ -3,7 +3,6 @@
 #include "MediaSource.h"
 #include "Program.h"
 #include "SourceProgram.h"
-
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_TestEnvironmentNames.h>
 
@@ -17,14 +16,14 @@ QString EnvironmentFolder()
     return MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/");
 }
 
-sim::Options MakeOptions(const sim::SourceProgram& source)
+sim::Options MakeOptions(const sim::SourceProgram& aSource)
 {
     sim::Options options;
-    if (source.login) {
+    if (aSource.login) {
         options.LeadingWord("unitTest", "FILE", "log in with the account of this media-player configuration");
     }
     sim::Program::AddCommonOptions(options);
-    if (source.remote) {
+    if (aSource.remote) {
         options.Value("--remote=", "IP", "use the devices of this remote computer");
         options.Port("--port=", "its port");
         options.Port("--ddpport=", "the port of its device discovery");
@@ -33,46 +32,46 @@ sim::Options MakeOptions(const sim::SourceProgram& source)
 }
 
 // Mass storage plays the files of the environment directory, the others a built-in catalogue.
-sim::SourceSetup MakeMedia(const sim::SourceProgram& source)
+sim::SourceSetup MakeMedia(const sim::SourceProgram& aSource)
 {
     sim::SourceSetup media;
     media.capabilities << MPL::MPL_FUNCTIONALITY_BROWSE << MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL
                        << MPL::MPL_FUNCTIONALITY_MEDIA_INFO << MPL::MPL_FUNCTIONALITY_PLAYQUEUE;
-    if (source.index) {
+    if (aSource.index) {
         media.capabilities.append(MPL::MPL_FUNCTIONALITY_INDEX);
     }
-    if (source.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
+    if (aSource.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
         media.mediaFolder = EnvironmentFolder();
     }
-    if (source.login) {
+    if (aSource.login) {
         media.stationArt = QStringLiteral("catalogue:/station.png");
     }
     return media;
 }
 
-QString DevicePath(const sim::SourceProgram& source, const sim::Options& options)
+QString DevicePath(const sim::SourceProgram& aSource, const sim::Options& aOptions)
 {
-    if (source.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
+    if (aSource.serviceName == MPL::MPL_MASS_STORAGE_SERVICE_NAME) {
         return EnvironmentFolder();
     }
-    if (source.serviceName == MPL::MPL_APPLE_SERVICE_NAME) {
-        const QString port = options.Get("--ddpport=");
-        return MPL::MPL_APPLE_DEVICE_LABEL.arg(options.Get("--remote="),
+    if (aSource.serviceName == MPL::MPL_APPLE_SERVICE_NAME) {
+        const QString port = aOptions.Get("--ddpport=");
+        return MPL::MPL_APPLE_DEVICE_LABEL.arg(aOptions.Get("--remote="),
                                                port.isEmpty() ? port : QLatin1Char(':') + port);
     }
-    return options.Get("--remote=");
+    return aOptions.Get("--remote=");
 }
 
-sim::SourceIdentity MakeIdentity(const sim::SourceProgram& source, const sim::Options& options)
+sim::SourceIdentity MakeIdentity(const sim::SourceProgram& aSource, const sim::Options& aOptions)
 {
     const QString path =
-        QLatin1Char('/') + QString(source.serviceName).replace(QLatin1Char('.'), QLatin1Char('/'));
-    return {source.serviceName,
+        QLatin1Char('/') + QString(aSource.serviceName).replace(QLatin1Char('.'), QLatin1Char('/'));
+    return {aSource.serviceName,
             path + QStringLiteral("/1"),
-            source.sourceName,
-            sim::SourceType(source),
-            source.sourceName + QStringLiteral("-1"),
-            DevicePath(source, options),
+            aSource.sourceName,
+            sim::SourceType(aSource),
+            aSource.sourceName + QStringLiteral("-1"),
+            DevicePath(aSource, aOptions),
             QStringLiteral("1")};
 }
 
@@ -91,8 +90,8 @@ int main(int argc, char* argv[])
     }
     sim::Program program(argc, argv, options);
     std::unique_ptr<sim::MediaSource> object;
-    return program.Run(sim::BusChoice::ByOption, source->serviceName, [&](const QDBusConnection& bus) {
-        object = std::make_unique<sim::MediaSource>(program.Faults(), bus, MakeIdentity(*source, options),
+    return program.Run(sim::BusChoice::ByOption, source->serviceName, [&](const QDBusConnection& aBus) {
+        object = std::make_unique<sim::MediaSource>(program.Faults(), aBus, MakeIdentity(*source, options),
                                                     MakeMedia(*source));
         if (source->login) {
             const QString given = options.Get("unitTest");

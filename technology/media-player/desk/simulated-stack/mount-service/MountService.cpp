@@ -1,7 +1,6 @@
 #include "MountService.h"
 
 #include "sim_MMEMountAdaptor.h"
-
 #include <MPL_ServiceNames.h>
 #include <MPL_SourceWords.h>
 
@@ -13,31 +12,32 @@ namespace sim
 namespace
 {
 
-QString CleanPath(const QString& path)
+QString CleanPath(const QString& aPath)
 {
-    return path.isEmpty() ? path : QDir::cleanPath(path);
+    return aPath.isEmpty() ? aPath : QDir::cleanPath(aPath);
 }
 
 } // namespace
 
-MountService::MountService(const FaultPlan& faults) : Object(faults), m_Adaptor(Adapt<MMEMountAdaptor>(this))
+MountService::MountService(const FaultPlan& aFaults)
+    : Object(aFaults), m_Adaptor(Adapt<MMEMountAdaptor>(this))
 {
 }
 
-bool MountService::Export(QDBusConnection bus)
+bool MountService::Export(QDBusConnection aBus)
 {
-    return bus.registerObject(QStringLiteral("/com/talvex/DBus/MediaPlayer/MMEMount"), this);
+    return aBus.registerObject(QStringLiteral("/com/talvex/DBus/MediaPlayer/MMEMount"), this);
 }
 
-void MountService::MountPath(const QString& path)
+void MountService::MountPath(const QString& aPath)
 {
-    const QString folder = CleanPath(path);
+    const QString folder = CleanPath(aPath);
     if (!QFileInfo(folder).isDir() || !QDir::isAbsolutePath(folder)) {
-        Refuse(QStringLiteral("\"%1\" is no folder; give the absolute path of an existing one").arg(path));
+        Refuse(QStringLiteral("\"%1\" is no folder; give the absolute path of an existing one").arg(aPath));
         return;
     }
     if (IndexOf(folder) >= 0) {
-        Refuse(QStringLiteral("\"%1\" is mounted already; dismount it first").arg(path));
+        Refuse(QStringLiteral("\"%1\" is mounted already; dismount it first").arg(aPath));
         return;
     }
     const QVariantMap device{
@@ -51,21 +51,21 @@ void MountService::MountPath(const QString& path)
     Announce([this, device] { Q_EMIT m_Adaptor->SignalDeviceMounted(device); });
 }
 
-void MountService::Dismount(const QString& path)
+void MountService::Dismount(const QString& aPath)
 {
-    const int index = IndexOf(CleanPath(path));
+    const int index = IndexOf(CleanPath(aPath));
     if (index < 0) {
-        Refuse(QStringLiteral("\"%1\" is not mounted").arg(path));
+        Refuse(QStringLiteral("\"%1\" is not mounted").arg(aPath));
         return;
     }
     const QVariantMap device = m_Devices.takeAt(index);
     Announce([this, device] { Q_EMIT m_Adaptor->SignalDeviceDismounted(device); });
 }
 
-int MountService::IndexOf(const QString& path) const
+int MountService::IndexOf(const QString& aPath) const
 {
     for (int i = 0; i < m_Devices.size(); ++i) {
-        if (m_Devices.at(i).value(MPL::MPL_DEVICE_RECORD_KEY_DEVICE_PATH) == path) {
+        if (m_Devices.at(i).value(MPL::MPL_DEVICE_RECORD_KEY_DEVICE_PATH) == aPath) {
             return i;
         }
     }

@@ -17,19 +17,19 @@ class MountService : public Object
     Q_OBJECT
 
 public:
-    explicit MountService(const FaultPlan& faults);
+    explicit MountService(const FaultPlan& aFaults);
 
-    bool Export(QDBusConnection bus);
+    bool Export(QDBusConnection aBus);
 
     /// Adds the record of an existing folder. Refuses anything else, and a folder that is mounted.
-    void MountPath(const QString& path);
+    void MountPath(const QString& aPath);
     /// Removes the record. Refuses a path that is not mounted.
-    void Dismount(const QString& path);
+    void Dismount(const QString& aPath);
     /// In the order of mounting.
     QList<QVariantMap> GetMountedDeviceList() const { return m_Devices; }
 
 private:
-    int IndexOf(const QString& path) const;
+    int IndexOf(const QString& aPath) const;
 
     MMEMountAdaptor* m_Adaptor;
     QList<QVariantMap> m_Devices;

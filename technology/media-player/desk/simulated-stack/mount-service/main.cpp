@@ -2,7 +2,6 @@
 // the system bus, where the lifecycle manager waits for its name, and the private test bus.
 #include "MountService.h"
 #include "Program.h"
-
 #include <MPL_TestEnvironmentNames.h>
 
 int main(int argc, char* argv[])
@@ -16,5 +15,5 @@ int main(int argc, char* argv[])
     sim::MountService service(program.Faults());
     const auto choice = options.Has("--test-dbus") ? sim::BusChoice::ByOption : sim::BusChoice::WhateverRuns;
     return program.Run(choice, MPL_TEST_MME_MOUNT_SERVICE_NAME,
-                       [&service](const QDBusConnection& bus) { return service.Export(bus); });
+                       [&service](const QDBusConnection& aBus) { return service.Export(aBus); });
 }

@@ -1,7 +1,6 @@
 // The programs of the stack that tests only start, stop and look for: recognition server, HMI, tuners. One
 // main function for all; of them only the recognition server is on a bus.
 #include "Program.h"
-
 #include <MPL_ServiceNames.h>
 
 #include <cerrno>

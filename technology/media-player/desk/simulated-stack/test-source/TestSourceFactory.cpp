@@ -1,7 +1,6 @@
 #include "TestSourceFactory.h"
 
 #include "sim_MediaSourceFactorySimulationAdaptor.h"
-
 #include <MPL_TestEnvironmentNames.h>
 
 #include <algorithm>
@@ -20,10 +19,10 @@ QString Root()
 }
 
 // A device id may hold any characters, an object path may not.
-QString PathOf(const QString& deviceId)
+QString PathOf(const QString& aDeviceId)
 {
     QString path = Root() + QStringLiteral("/Device_");
-    for (const char byte : deviceId.toUtf8()) {
+    for (const char byte : aDeviceId.toUtf8()) {
         const bool plain =
             (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
         path += plain ? QString(QLatin1Char(byte))
@@ -34,13 +33,13 @@ QString PathOf(const QString& deviceId)
 
 } // namespace
 
-TestSourceFactory::TestSourceFactory(const FaultPlan& faults, const QDBusConnection& bus,
-                                     QStringList capabilities, bool defaultPlayQueue)
-    : Object(faults),
-      m_Bus(bus),
+TestSourceFactory::TestSourceFactory(const FaultPlan& aFaults, const QDBusConnection& aBus,
+                                     QStringList aCapabilities, bool aDefaultPlayQueue)
+    : Object(aFaults),
+      m_Bus(aBus),
       m_Adaptor(Adapt<MediaSourceFactorySimulationAdaptor>(this)),
-      m_Capabilities(std::move(capabilities)),
-      m_DefaultPlayQueue(defaultPlayQueue)
+      m_Capabilities(std::move(aCapabilities)),
+      m_DefaultPlayQueue(aDefaultPlayQueue)
 {
 }
 
@@ -60,38 +59,38 @@ bool TestSourceFactory::Export()
     return true;
 }
 
-bool TestSourceFactory::AddSource(const QString& name, const QString& deviceId)
+bool TestSourceFactory::AddSource(const QString& aName, const QString& aDeviceId)
 {
     SourceSetup media;
     media.capabilities = m_Capabilities;
     media.defaultPlayQueue = m_DefaultPlayQueue;
     auto source =
         std::make_unique<MediaSource>(Faults(), m_Bus,
-                                      SourceIdentity{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, PathOf(deviceId),
-                                                     name, QStringLiteral("MassStorage"), deviceId, QString(),
-                                                     QString::number(++m_LastBusNumber)},
+                                      SourceIdentity{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, PathOf(aDeviceId),
+                                                     aName, QStringLiteral("MassStorage"), aDeviceId,
+                                                     QString(), QString::number(++m_LastBusNumber)},
                                       std::move(media));
     const bool exported = source->Export();
     m_Sources.push_back(std::move(source));
     return exported;
 }
 
-void TestSourceFactory::AddMassStorageDevice(const QString& sourceName, const QString& deviceId)
+void TestSourceFactory::AddMassStorageDevice(const QString& aSourceName, const QString& aDeviceId)
 {
-    if (sourceName.isEmpty() || deviceId.isEmpty()) {
+    if (aSourceName.isEmpty() || aDeviceId.isEmpty()) {
         Refuse(QStringLiteral("a device needs a name and an id"));
-    } else if (Find(deviceId) != m_Sources.end()) {
-        Refuse(QStringLiteral("device \"%1\" is there already; remove it first").arg(deviceId));
-    } else if (!AddSource(sourceName, deviceId)) {
-        Refuse(QStringLiteral("device \"%1\" can't be exported").arg(deviceId));
+    } else if (Find(aDeviceId) != m_Sources.end()) {
+        Refuse(QStringLiteral("device \"%1\" is there already; remove it first").arg(aDeviceId));
+    } else if (!AddSource(aSourceName, aDeviceId)) {
+        Refuse(QStringLiteral("device \"%1\" can't be exported").arg(aDeviceId));
     }
 }
 
-void TestSourceFactory::RemoveMassStorageDevice(const QString& sourceName, const QString& deviceId)
+void TestSourceFactory::RemoveMassStorageDevice(const QString& aSourceName, const QString& aDeviceId)
 {
-    const auto source = Find(deviceId);
-    if (source == m_Sources.end() || (*source)->Identity().name != sourceName) {
-        Refuse(QStringLiteral("there is no device \"%1\" called \"%2\"").arg(deviceId, sourceName));
+    const auto source = Find(aDeviceId);
+    if (source == m_Sources.end() || (*source)->Identity().name != aSourceName) {
+        Refuse(QStringLiteral("there is no device \"%1\" called \"%2\"").arg(aDeviceId, aSourceName));
         return;
     }
     m_Sources.erase(source);
@@ -104,32 +103,33 @@ void TestSourceFactory::PublishPresetData()
     }
 }
 
-void TestSourceFactory::UpdatePresetStateData(const QString& stateData, const QString& secondaryData)
+void TestSourceFactory::UpdatePresetStateData(const QString& aStateData, const QString& aSecondaryData)
 {
     if (MediaSource* source = Addressed()) {
-        source->UpdatePreset(stateData, secondaryData);
+        source->UpdatePreset(aStateData, aSecondaryData);
     }
 }
 
-void TestSourceFactory::UpdatePresetSecondaryData(const QString& secondaryData)
+void TestSourceFactory::UpdatePresetSecondaryData(const QString& aSecondaryData)
 {
     if (MediaSource* source = Addressed()) {
-        source->UpdatePresetSecondaryData(secondaryData);
+        source->UpdatePresetSecondaryData(aSecondaryData);
     }
 }
 
-void TestSourceFactory::ChangePlayQueue(uint index)
+void TestSourceFactory::ChangePlayQueue(uint aIndex)
 {
     MediaSource* source = Addressed();
-    if (source != nullptr && !source->ChangePlayQueue(index)) {
-        Refuse(QStringLiteral("there is no track %1").arg(index));
+    if (source != nullptr && !source->ChangePlayQueue(aIndex)) {
+        Refuse(QStringLiteral("there is no track %1").arg(aIndex));
     }
 }
 
-TestSourceFactory::Sources::iterator TestSourceFactory::Find(const QString& deviceId)
+TestSourceFactory::Sources::iterator TestSourceFactory::Find(const QString& aDeviceId)
 {
-    return std::find_if(m_Sources.begin(), m_Sources.end(),
-                        [&deviceId](const auto& source) { return source->Identity().deviceId == deviceId; });
+    return std::find_if(m_Sources.begin(), m_Sources.end(), [&aDeviceId](const auto& aSource) {
+        return aSource->Identity().deviceId == aDeviceId;
+    });
 }
 
 MediaSource* TestSourceFactory::Addressed()
@@ -139,7 +139,7 @@ MediaSource* TestSourceFactory::Addressed()
         return nullptr;
     }
     const auto active = std::find_if(m_Sources.begin(), m_Sources.end(),
-                                     [](const auto& source) { return source->IsActive(); });
+                                     [](const auto& aSource) { return aSource->IsActive(); });
     return (active == m_Sources.end() ? m_Sources.front() : *active).get();
 }
 

@@ -21,9 +21,9 @@ class TestSourceFactory : public Object
     Q_OBJECT
 
 public:
-    /// The sources offer `capabilities`; with `defaultPlayQueue` their play queues are filled at once.
-    TestSourceFactory(const FaultPlan& faults, const QDBusConnection& bus, QStringList capabilities,
-                      bool defaultPlayQueue);
+    /// The sources offer `aCapabilities`; with `aDefaultPlayQueue` their play queues are filled at once.
+    TestSourceFactory(const FaultPlan& aFaults, const QDBusConnection& aBus, QStringList aCapabilities,
+                      bool aDefaultPlayQueue);
     ~TestSourceFactory() override;
 
     /// Exports the simulation object and the sources that are there from the start.
@@ -31,18 +31,18 @@ public:
 
     // The methods of the interface. Those without a device speak of the active source of this program, or of
     // its first one while none is active.
-    void AddMassStorageDevice(const QString& sourceName, const QString& deviceId);
-    void RemoveMassStorageDevice(const QString& sourceName, const QString& deviceId);
+    void AddMassStorageDevice(const QString& aSourceName, const QString& aDeviceId);
+    void RemoveMassStorageDevice(const QString& aSourceName, const QString& aDeviceId);
     void PublishPresetData();
-    void UpdatePresetStateData(const QString& stateData, const QString& secondaryData);
-    void UpdatePresetSecondaryData(const QString& secondaryData);
-    void ChangePlayQueue(uint index);
+    void UpdatePresetStateData(const QString& aStateData, const QString& aSecondaryData);
+    void UpdatePresetSecondaryData(const QString& aSecondaryData);
+    void ChangePlayQueue(uint aIndex);
 
 private:
     using Sources = std::vector<std::unique_ptr<MediaSource>>;
 
-    bool AddSource(const QString& name, const QString& deviceId);
-    Sources::iterator Find(const QString& deviceId);
+    bool AddSource(const QString& aName, const QString& aDeviceId);
+    Sources::iterator Find(const QString& aDeviceId);
     MediaSource* Addressed();
 
     QDBusConnection m_Bus;

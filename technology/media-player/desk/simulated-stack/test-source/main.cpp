@@ -1,7 +1,6 @@
 // test_media_source.
 #include "Program.h"
 #include "TestSourceFactory.h"
-
 #include <MPL_SourceWords.h>
 #include <MPL_TestEnvironmentNames.h>
 
@@ -14,17 +13,17 @@ namespace
 // Bit i of the capabilities option stands for the i-th of these.
 const std::array<QString, 5>& Capabilities()
 {
-    static const std::array<QString, 5> names{
+    static const std::array<QString, 5> kNames{
         MPL::MPL_FUNCTIONALITY_BROWSE, MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL, MPL::MPL_FUNCTIONALITY_INDEX,
         MPL::MPL_FUNCTIONALITY_MEDIA_INFO, MPL::MPL_FUNCTIONALITY_PLAYQUEUE};
-    return names;
+    return kNames;
 }
 
-QStringList Chosen(uint option)
+QStringList Chosen(uint aOption)
 {
     QStringList chosen;
     for (size_t i = 0; i < Capabilities().size(); ++i) {
-        if ((option >> i & 1U) != 0) {
+        if ((aOption >> i & 1U) != 0) {
             chosen.append(Capabilities().at(i));
         }
     }
@@ -46,9 +45,9 @@ int main(int argc, char* argv[])
     sim::Program program(argc, argv, options);
     std::unique_ptr<sim::TestSourceFactory> factory;
     return program.Run(
-        sim::BusChoice::ByOption, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, [&](const QDBusConnection& bus) {
+        sim::BusChoice::ByOption, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, [&](const QDBusConnection& aBus) {
             factory = std::make_unique<sim::TestSourceFactory>(
-                program.Faults(), bus, Chosen(options.Number()), options.Has("-default_playqueue"));
+                program.Faults(), aBus, Chosen(options.Number()), options.Has("-default_playqueue"));
             return factory->Export();
         });
 }

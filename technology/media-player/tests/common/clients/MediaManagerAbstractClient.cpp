@@ -1,5 +1,4 @@
 #include <MPL_MediaManagerAbstractClient.h>
-
 #include <MPL_TestFixture.h>
 
 #include <QDBusError>
@@ -20,48 +19,48 @@ using Proxy = ComTalvexDBusMediaPlayerMediaManagerInterface;
 
 // No proxy of these clients goes while somebody holds this: its destruction, on whichever thread, passes
 // here.
-QBasicMutex proxyGate;
+QBasicMutex s_ProxyGate;
 
 void PassGate()
 {
-    const QMutexLocker locker(&proxyGate);
+    const QMutexLocker locker(&s_ProxyGate);
 }
 
 // Deletes the proxy unless its thread has done so, or is doing so at this moment.
-void Dispose(const QPointer<Proxy>& proxy)
+void Dispose(const QPointer<Proxy>& aProxy)
 {
     QThread* home = nullptr;
     {
-        const QMutexLocker locker(&proxyGate);
-        if (proxy.isNull()) {
+        const QMutexLocker locker(&s_ProxyGate);
+        if (aProxy.isNull()) {
             return;
         }
-        home = proxy->thread();
+        home = aProxy->thread();
         // Only its own thread may delete an object that is in use there.
         if (home != nullptr && home != QThread::currentThread() && home->isRunning()) {
-            proxy->deleteLater();
+            aProxy->deleteLater();
             return;
         }
     }
     if (home != nullptr && home != QThread::currentThread()) {
         home->wait(); // it may be about to end, and deletes the proxy then
     }
-    delete proxy.data();
+    delete aProxy.data();
 }
 
 template <typename Value>
-Value Ask(Proxy* proxy, QDBusPendingReply<Value> (Proxy::*query)(), const char* errorText,
-          const char* failureText)
+Value Ask(Proxy* aProxy, QDBusPendingReply<Value> (Proxy::*aQuery)(), const char* aErrorText,
+          const char* aFailureText)
 {
-    if (proxy == nullptr) {
-        ADD_FAILURE() << failureText << ": the client has no media manager proxy (any more)";
+    if (aProxy == nullptr) {
+        ADD_FAILURE() << aFailureText << ": the client has no media manager proxy (any more)";
         return {};
     }
-    QDBusPendingReply<Value> reply = (proxy->*query)();
+    QDBusPendingReply<Value> reply = (aProxy->*aQuery)();
     reply.waitForFinished();
     if (reply.isError()) {
-        qDebug() << errorText << reply.error();
-        ADD_FAILURE() << failureText;
+        qDebug() << aErrorText << reply.error();
+        ADD_FAILURE() << aFailureText;
         return {};
     }
     return reply.value();
@@ -69,24 +68,24 @@ Value Ask(Proxy* proxy, QDBusPendingReply<Value> (Proxy::*query)(), const char* 
 
 } // namespace
 
-MediaManagerAbstractClient::MediaManagerAbstractClient(Proxy* proxy, TestFixture* fixture)
-    : QObject(nullptr), m_Thread(&fixture->m_Thread), m_Proxy(proxy), m_Fixture(fixture)
+MediaManagerAbstractClient::MediaManagerAbstractClient(Proxy* aProxy, TestFixture* aFixture)
+    : QObject(nullptr), m_Thread(&aFixture->m_Thread), m_Proxy(aProxy), m_Fixture(aFixture)
 {
-    if (proxy == nullptr) {
+    if (aProxy == nullptr) {
         return;
     }
-    connect(proxy, &QObject::destroyed, &PassGate);
-    proxy->moveToThread(m_Thread);
+    connect(aProxy, &QObject::destroyed, &PassGate);
+    aProxy->moveToThread(m_Thread);
     connect(m_Thread, &QThread::started, this, &MediaManagerAbstractClient::TestStarted);
     connect(m_Thread, &QThread::finished, this, &MediaManagerAbstractClient::deleteLater);
-    connect(m_Thread, &QThread::finished, proxy, &Proxy::deleteLater);
+    connect(m_Thread, &QThread::finished, aProxy, &Proxy::deleteLater);
     connect(m_Thread, &QThread::finished, this, &MediaManagerAbstractClient::TestFinished);
 
-    connect(proxy, SIGNAL(ActiveMediaSourceChanged(const QString&, const QString&)), this,
+    connect(aProxy, SIGNAL(ActiveMediaSourceChanged(const QString&, const QString&)), this,
             SLOT(HandleActiveMediaSourceChanged(const QString&, const QString&)));
-    connect(proxy, SIGNAL(MediaSourceAdded(const QString&, const QString&)), this,
+    connect(aProxy, SIGNAL(MediaSourceAdded(const QString&, const QString&)), this,
             SLOT(HandleMediaSourceAdded(const QString&, const QString&)));
-    connect(proxy, SIGNAL(MediaSourceRemoved(const QString&, const QString&)), this,
+    connect(aProxy, SIGNAL(MediaSourceRemoved(const QString&, const QString&)), this,
             SLOT(HandleMediaSourceRemoved(const QString&, const QString&)));
 }
 

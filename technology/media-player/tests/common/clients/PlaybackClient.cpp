@@ -1,9 +1,7 @@
-#include <MPL_PlaybackClient.h>
-
 #include "harness/FunctionalitiesText.h"
-
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_Parameters.h>
+#include <MPL_PlaybackClient.h>
 #include <MPL_TestEnvironment.h>
 
 #include <QDebug>
@@ -12,18 +10,18 @@
 namespace MPL
 {
 
-PlaybackClient::PlaybackClient(QThread* thread) : QObject(nullptr), m_Thread(thread) {}
+PlaybackClient::PlaybackClient(QThread* aThread) : QObject(nullptr), m_Thread(aThread) {}
 
-PlaybackClient::PlaybackClient(const QString& service, const QString& path, QThread* thread)
-    : PlaybackClient(thread)
+PlaybackClient::PlaybackClient(const QString& aService, const QString& aPath, QThread* aThread)
+    : PlaybackClient(aThread)
 {
-    CreateProxy(service, path);
+    CreateProxy(aService, aPath);
 }
 
-void PlaybackClient::CreateProxy(const QString& service, const QString& path)
+void PlaybackClient::CreateProxy(const QString& aService, const QString& aPath)
 {
     using Proxy = ComTalvexDBusMediaPlayerPlaybackControlInterface;
-    m_Proxy = new Proxy(service, path, MPL_TestEnvironment::GetDbusConnection());
+    m_Proxy = new Proxy(aService, aPath, MPL_TestEnvironment::GetDbusConnection());
     if (m_Thread == nullptr) {
         delete m_Proxy.data();
         qCritical() << "PlaybackClient::PlaybackClient Invalid PlaybackControl proxy";
@@ -40,11 +38,11 @@ void PlaybackClient::CreateProxy(const QString& service, const QString& path)
     connect(m_Thread, &QThread::finished, proxy, &Proxy::deleteLater);
 }
 
-void PlaybackClient::GetAvailableFunctionMap(const QString& text,
-                                             QMap<QString, MPL::PlaybackClient::Functionality>& map)
+void PlaybackClient::GetAvailableFunctionMap(const QString& aText,
+                                             QMap<QString, MPL::PlaybackClient::Functionality>& aMap)
 {
-    for (const FunctionalityEntry& entry : ReadFunctionalitiesText(text)) {
-        map.insert(entry.name, {entry.name, entry.state == MPL_FUNCTIONALITY_STATE_ENABLED, entry.options});
+    for (const FunctionalityEntry& entry : ReadFunctionalitiesText(aText)) {
+        aMap.insert(entry.name, {entry.name, entry.state == MPL_FUNCTIONALITY_STATE_ENABLED, entry.options});
     }
 }
 

@@ -13,46 +13,46 @@ namespace
 using Proxy = ComTalvexDBusMediaPlayerPlaybackControlInterface;
 
 template <typename Reply>
-bool Finish(const char* operation, Reply& reply)
+bool Finish(const char* aOperation, Reply& aReply)
 {
-    reply.waitForFinished();
-    if (reply.isError()) {
-        qCritical() << operation << "DBus error" << reply.error();
+    aReply.waitForFinished();
+    if (aReply.isError()) {
+        qCritical() << aOperation << "DBus error" << aReply.error();
         return false;
     }
     return true;
 }
 
-bool HasProxy(const char* operation, const Proxy* proxy)
+bool HasProxy(const char* aOperation, const Proxy* aProxy)
 {
-    if (proxy == nullptr) {
-        qCritical() << operation << "Invalid PlaybackControl Proxy";
+    if (aProxy == nullptr) {
+        qCritical() << aOperation << "Invalid PlaybackControl Proxy";
     }
-    return proxy != nullptr;
+    return aProxy != nullptr;
 }
 
 template <typename Reply, typename... Parameters, typename... Arguments>
-bool Command(const char* operation, Proxy* proxy, Reply (Proxy::*method)(Parameters...),
-             const Arguments&... arguments)
+bool Command(const char* aOperation, Proxy* aProxy, Reply (Proxy::*aMethod)(Parameters...),
+             const Arguments&... aRguments)
 {
-    if (!HasProxy(operation, proxy)) {
+    if (!HasProxy(aOperation, aProxy)) {
         return false;
     }
-    Reply reply = (proxy->*method)(arguments...);
-    return Finish(operation, reply);
+    Reply reply = (aProxy->*aMethod)(aRguments...);
+    return Finish(aOperation, reply);
 }
 
 template <typename Value>
-bool Query(const char* operation, Proxy* proxy, QDBusPendingReply<Value> (Proxy::*method)(), Value& value)
+bool Query(const char* aOperation, Proxy* aProxy, QDBusPendingReply<Value> (Proxy::*aMethod)(), Value& aValue)
 {
-    if (!HasProxy(operation, proxy)) {
+    if (!HasProxy(aOperation, aProxy)) {
         return false;
     }
-    QDBusPendingReply<Value> reply = (proxy->*method)();
-    if (!Finish(operation, reply)) {
+    QDBusPendingReply<Value> reply = (aProxy->*aMethod)();
+    if (!Finish(aOperation, reply)) {
         return false;
     }
-    value = reply.value();
+    aValue = reply.value();
     return true;
 }
 

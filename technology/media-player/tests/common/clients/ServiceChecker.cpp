@@ -1,5 +1,4 @@
 #include <MPL_ServiceChecker.h>
-
 #include <MPL_TestEnvironment.h>
 
 #include <QDBusServiceWatcher>
@@ -10,11 +9,11 @@ namespace MPL
 
 ServiceChecker::ServiceChecker() : QObject(nullptr) {}
 
-ServiceChecker::ServiceChecker(QThread* thread, const QString& serviceName)
+ServiceChecker::ServiceChecker(QThread* aThread, const QString& aServiceName)
     : QObject(nullptr),
-      m_Thread(thread),
-      m_ServiceName(serviceName),
-      m_Watcher(new QDBusServiceWatcher(serviceName, MPL_TestEnvironment::GetDbusConnection(),
+      m_Thread(aThread),
+      m_ServiceName(aServiceName),
+      m_Watcher(new QDBusServiceWatcher(aServiceName, MPL_TestEnvironment::GetDbusConnection(),
                                         QDBusServiceWatcher::WatchForRegistration))
 {
     connect(m_Watcher, SIGNAL(serviceRegistered(const QString&)), this,

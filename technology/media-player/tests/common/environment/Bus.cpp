@@ -1,7 +1,6 @@
 // The shared connection and the private bus daemon.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
+#include <MPL_TestEnvironment.h>
 
 #include <QDBusError>
 #include <QDebug>
@@ -11,19 +10,19 @@
 namespace
 {
 
-constexpr int PROBES = 30;
-constexpr unsigned long SECONDS_BETWEEN_PROBES = 1;
+constexpr int kProbes = 30;
+constexpr unsigned long kSecondsBetweenProbes = 1;
 
 bool WaitForDaemon()
 {
-    for (int n = 0; n < PROBES; ++n) {
+    for (int n = 0; n < kProbes; ++n) {
         if (MPL_TestEnvironment::IsMplTestDbusDaemonAlive()) {
             qDebug() << "MPL_TestEnvironment::LaunchMPLTestDbusDaemon - Successfully connected to newly "
                         "started daemon after "
                      << n << " seconds.";
             return true;
         }
-        QThread::sleep(SECONDS_BETWEEN_PROBES);
+        QThread::sleep(kSecondsBetweenProbes);
     }
     return false;
 }

@@ -1,8 +1,6 @@
 // The environment directory, a clean stop of the whole stack, and the test configuration with its login.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
-
+#include <MPL_TestEnvironment.h>
 #include <MPL_Utils.h>
 
 #include <QDebug>
@@ -19,10 +17,10 @@ namespace
 {
 
 struct TreeDeleter {
-    void operator()(cJSON* tree) const { cJSON_Delete(tree); }
+    void operator()(cJSON* aTree) const { cJSON_Delete(aTree); }
 };
 struct TextDeleter {
-    void operator()(char* text) const { cJSON_free(text); }
+    void operator()(char* aText) const { cJSON_free(aText); }
 };
 using Tree = std::unique_ptr<cJSON, TreeDeleter>;
 
@@ -31,8 +29,8 @@ using Tree = std::unique_ptr<cJSON, TreeDeleter>;
 class BorrowedValue
 {
 public:
-    BorrowedValue(cJSON* node, const QString& value)
-        : m_Node(node), m_Own(node->valuestring), m_Value(value.toLocal8Bit())
+    BorrowedValue(cJSON* aNode, const QString& aValue)
+        : m_Node(aNode), m_Own(aNode->valuestring), m_Value(aValue.toLocal8Bit())
     {
         m_Node->valuestring = m_Value.data();
     }
@@ -46,15 +44,15 @@ private:
     QByteArray m_Value;
 };
 
-cJSON* Member(const cJSON* object, const QString& key)
+cJSON* Member(const cJSON* aObject, const QString& aKey)
 {
-    return cJSON_GetObjectItemCaseSensitive(object, key.toUtf8().constData());
+    return cJSON_GetObjectItemCaseSensitive(aObject, aKey.toUtf8().constData());
 }
 
 // Null, with a log line, when the way to the login ends early.
-cJSON* FindLoginConfig(cJSON* root)
+cJSON* FindLoginConfig(cJSON* aRoot)
 {
-    cJSON* node = root;
+    cJSON* node = aRoot;
     for (const QString& key :
          {MPL_TEST_CONFIG_KEY_CONFIG, MPL_TEST_CONFIG_KEY_PANDORA, MPL_TEST_CONFIG_KEY_LOGIN_CONFIG}) {
         node = Member(node, key);
@@ -66,11 +64,11 @@ cJSON* FindLoginConfig(cJSON* root)
     return node;
 }
 
-QString PrintWithLogin(const cJSON* root, cJSON* userName, cJSON* password)
+QString PrintWithLogin(const cJSON* aRoot, cJSON* aUserName, cJSON* aPassword)
 {
-    const BorrowedValue lentUserName(userName, MPL_TestEnvironment::m_PandoraUserName);
-    const BorrowedValue lentPassword(password, MPL_TestEnvironment::m_PandoraPassword);
-    const std::unique_ptr<char, TextDeleter> text(cJSON_Print(root));
+    const BorrowedValue lentUserName(aUserName, MPL_TestEnvironment::m_PandoraUserName);
+    const BorrowedValue lentPassword(aPassword, MPL_TestEnvironment::m_PandoraPassword);
+    const std::unique_ptr<char, TextDeleter> text(cJSON_Print(aRoot));
     return QString::fromUtf8(text.get());
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Constants.h"
-
 #include <MPL_ProcessInfo.h>
 
 #include <QProcess>
@@ -11,23 +10,23 @@
 namespace MPL::Detail
 {
 
-inline bool IsProcessRunning(const QString& name)
+inline bool IsProcessRunning(const QString& aName)
 {
-    return MPL_ProcessInfo::GetPidFromName(name.toUtf8().constData()) != -1;
+    return MPL_ProcessInfo::GetPidFromName(aName.toUtf8().constData()) != -1;
 }
 
-inline QString MakeBinaryPath(const QString& process)
+inline QString MakeBinaryPath(const QString& aProcess)
 {
-    return MPL_TEST_BINARY_DIRECTORY + QLatin1Char('/') + process;
+    return MPL_TEST_BINARY_DIRECTORY + QLatin1Char('/') + aProcess;
 }
 
 // Starts a command without arguments, split at its blanks. Qt 5.15 prefers a program with a list; the stack's
 // launchers are defined by this form.
-inline bool StartCommandDetached(const QString& command)
+inline bool StartCommandDetached(const QString& aCommand)
 {
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
-    return QProcess::startDetached(command);
+    return QProcess::startDetached(aCommand);
     QT_WARNING_POP
 }
 

@@ -1,10 +1,8 @@
 // Starting the stack's programs and waiting until they are there.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
 #include "Helpers.h"
-
 #include <MPL_MediaPlayerLib.h>
+#include <MPL_TestEnvironment.h>
 
 #include <QDebug>
 #include <QThread>
@@ -17,10 +15,10 @@ namespace
 {
 
 // What a media manager does after its object is there can't be watched from outside.
-constexpr unsigned long SECONDS_TO_SETTLE = 2;
+constexpr unsigned long kSecondsToSettle = 2;
 
 const QString TEST_DBUS_OPTION = QStringLiteral("--test-dbus");
-const QString VERBOSE_OPTION = QStringLiteral("--verbose");
+const QString kVerboseOption = QStringLiteral("--verbose");
 
 bool OnTestBus()
 {
@@ -28,11 +26,11 @@ bool OnTestBus()
 }
 
 // The bus name of one of the sources that can be launched; null for any other process.
-const QString* ServiceOfSource(const QString& process)
+const QString* ServiceOfSource(const QString& aProcess)
 {
     const auto begin = MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.begin();
     const auto end = MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.end();
-    const auto found = std::find(begin, end, process);
+    const auto found = std::find(begin, end, aProcess);
     return found == end ? nullptr : MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES.begin() + (found - begin);
 }
 
@@ -49,11 +47,11 @@ bool LaunchMme()
     return true;
 }
 
-bool StartMediaManager(char const* extraArgument)
+bool StartMediaManager(const char* aExtraArgument)
 {
     QStringList arguments;
-    if (extraArgument != nullptr) {
-        arguments << QString::fromUtf8(extraArgument);
+    if (aExtraArgument != nullptr) {
+        arguments << QString::fromUtf8(aExtraArgument);
     }
     arguments << QStringLiteral("DB=") + kMPLDataManagerDb;
     if (OnTestBus()) {
@@ -85,12 +83,12 @@ bool WaitForMediaManager()
     return true;
 }
 
-bool LaunchMediaManager(char const* extraArgument)
+bool LaunchMediaManager(const char* aExtraArgument)
 {
     if (MPL::Detail::IsProcessRunning(MPL_TEST_MEDIAMANAGER_PROCESS_NAME)) {
         return true;
     }
-    if (!StartMediaManager(extraArgument)) {
+    if (!StartMediaManager(aExtraArgument)) {
         qCritical() << "LaunchMediaManagerProcess() failed.";
         return false;
     }
@@ -98,25 +96,25 @@ bool LaunchMediaManager(char const* extraArgument)
 }
 
 // The programs that know how to delegate to a remote computer.
-bool IsRemoteCapable(const QString& process)
+bool IsRemoteCapable(const QString& aProcess)
 {
-    return process == MPL::MPL_MASS_STORAGE_PROCESS_NAME || process == MPL::MPL_DISC_PROCESS_NAME ||
-           process == MPL::MPL_APPLE_PROCESS_NAME;
+    return aProcess == MPL::MPL_MASS_STORAGE_PROCESS_NAME || aProcess == MPL::MPL_DISC_PROCESS_NAME ||
+           aProcess == MPL::MPL_APPLE_PROCESS_NAME;
 }
 
 } // namespace
 
-bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, char const* aExtraArgument)
+bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, const char* aExtraArgument)
 {
     qDebug() << "MPL_TestEnvironment::LaunchMediaManagerProcess";
     ClearMPLState(aActivateDataManager);
     const bool result = LaunchMme() && LaunchMediaManager(aExtraArgument);
-    QThread::sleep(SECONDS_TO_SETTLE);
+    QThread::sleep(kSecondsToSettle);
     qDebug() << "MPL_TestEnvironment::LaunchMediaManagerProcess -- finished.";
     return result;
 }
 
-bool MPL_TestEnvironment::LaunchMediaSourceProcess(bool aActivateDataManager, QString const& aProcess,
+bool MPL_TestEnvironment::LaunchMediaSourceProcess(bool aActivateDataManager, const QString& aProcess,
                                                    bool aResetActiveMediaSource, bool aVerbose)
 {
     qDebug() << "MPL_TestEnvironment::LaunchMediaSourceProcess" << aProcess;
@@ -137,7 +135,7 @@ bool MPL_TestEnvironment::LaunchMediaSourceProcess(bool aActivateDataManager, QS
         arguments << QStringLiteral("unitTest") << MPL_TEST_UNIT_CONFIG_FILE;
     }
     if (aVerbose) {
-        arguments << VERBOSE_OPTION;
+        arguments << kVerboseOption;
     }
     if (OnTestBus()) {
         qDebug() << "LaunchMediaSourceProcess: " << aProcess << " on the test dbus.";
@@ -195,7 +193,7 @@ bool MPL_TestEnvironment::LaunchTestMediaSourceProcess(bool aActivateDataManager
 }
 
 bool MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(
-    bool aActivateDataManager, QString const& aProcess,
+    bool aActivateDataManager, const QString& aProcess,
     // NOLINTNEXTLINE(performance-unnecessary-value-param)
     QString aRemoteIP, QString aPort, QString aDdpPort, bool aVerbose, bool aResetActiveMediaSource)
 {
@@ -209,7 +207,7 @@ bool MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(
     if (const QString* service = ServiceOfSource(aProcess)) {
         QStringList arguments;
         if (aVerbose) {
-            arguments << VERBOSE_OPTION;
+            arguments << kVerboseOption;
         }
         if (IsRemoteCapable(aProcess) && !aRemoteIP.isEmpty()) {
             arguments << QStringLiteral("--remote=") + aRemoteIP << QStringLiteral("--port=") + aPort

@@ -1,15 +1,14 @@
 // Starting all media sources at once.
-#include <MPL_TestEnvironment.h>
-
 #include <MPL_MediaPlayerLib.h>
+#include <MPL_TestEnvironment.h>
 
 #include <QDebug>
 
 #include <gtest/gtest.h>
 
 void MPL_TestEnvironment::LaunchMediaSourceProcesses(bool aActivateDataManager, bool aResetActiveMediaSource,
-                                                     QString const& aRemoteIP, QString const& aPort,
-                                                     QString const& aDdpPort, bool aVerbose)
+                                                     const QString& aRemoteIP, const QString& aPort,
+                                                     const QString& aDdpPort, bool aVerbose)
 {
     qDebug() << "MPL_TestEnvironment::LaunchMediaSourceProcesses --" << aRemoteIP << aPort << aDdpPort
              << aVerbose;

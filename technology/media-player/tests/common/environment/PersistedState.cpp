@@ -1,8 +1,7 @@
 // What the stack remembers between runs.
-#include <MPL_TestEnvironment.h>
-
 #include <DataManager.h>
 #include <MPL_DataManagerWrapper.h>
+#include <MPL_TestEnvironment.h>
 
 #include <QDebug>
 

@@ -1,8 +1,7 @@
 // Ending the stack's processes, by signal or through the lifecycle manager.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
 #include "Helpers.h"
+#include <MPL_TestEnvironment.h>
 
 #include <QDebug>
 #include <QThread>
@@ -12,63 +11,63 @@
 namespace
 {
 
-constexpr int TERM_PASSES = 10;
-constexpr unsigned long SECONDS_PER_PASS = 1;
-constexpr unsigned long SECONDS_AFTER_KILL = 5;
+constexpr int kTermPasses = 10;
+constexpr unsigned long kSecondsPerPass = 1;
+constexpr unsigned long kSecondsAfterKill = 5;
 
-bool IsRunning(char const* name)
+bool IsRunning(const char* aName)
 {
-    return MPL_ProcessInfo::GetPidFromName(name) != -1;
+    return MPL_ProcessInfo::GetPidFromName(aName) != -1;
 }
 
-bool KillByName(const QString& name)
+bool KillByName(const QString& aName)
 {
-    return MPL_TestEnvironment::KillMediaProcess(name.toUtf8().constData());
+    return MPL_TestEnvironment::KillMediaProcess(aName.toUtf8().constData());
 }
 
-bool SlmStart(const QString& service)
+bool SlmStart(const QString& aService)
 {
-    return MPL_ProcessInfo::SlmStartService(service.toUtf8().constData());
+    return MPL_ProcessInfo::SlmStartService(aService.toUtf8().constData());
 }
 
-bool SlmStop(const QString& service)
+bool SlmStop(const QString& aService)
 {
-    return MPL_ProcessInfo::SlmStopService(service.toUtf8().constData());
+    return MPL_ProcessInfo::SlmStopService(aService.toUtf8().constData());
 }
 
 // Gives the process time to end by itself; true when it has.
-bool WaitForEnd(char const* name, int first)
+bool WaitForEnd(const char* aName, int aFirst)
 {
-    for (int pass = 0; pass < TERM_PASSES; ++pass) {
-        if (!IsRunning(name)) {
+    for (int pass = 0; pass < kTermPasses; ++pass) {
+        if (!IsRunning(aName)) {
             return true;
         }
         // Somebody has started it anew.
-        if (MPL_ProcessInfo::GetPidFromName(name) != first) {
-            MPL_ProcessInfo::KillProcess(name, false);
+        if (MPL_ProcessInfo::GetPidFromName(aName) != aFirst) {
+            MPL_ProcessInfo::KillProcess(aName, false);
         }
-        QThread::sleep(SECONDS_PER_PASS);
+        QThread::sleep(kSecondsPerPass);
     }
     return false;
 }
 
 } // namespace
 
-bool MPL_TestEnvironment::KillMediaProcess(char const* name)
+bool MPL_TestEnvironment::KillMediaProcess(const char* aName)
 {
-    qDebug() << "MPL_TestEnvironment::KillMediaProcess " << name;
-    const int first = MPL_ProcessInfo::GetPidFromName(name);
-    MPL_ProcessInfo::KillProcess(name, false);
-    if (WaitForEnd(name, first)) {
+    qDebug() << "MPL_TestEnvironment::KillMediaProcess " << aName;
+    const int first = MPL_ProcessInfo::GetPidFromName(aName);
+    MPL_ProcessInfo::KillProcess(aName, false);
+    if (WaitForEnd(aName, first)) {
         return true;
     }
-    if (IsRunning(name)) {
-        qDebug() << "Couldn't kill process " << name << " with SIGTERM. Sending SIGKILL instead.";
-        MPL_ProcessInfo::KillProcess(name, true);
-        QThread::sleep(SECONDS_AFTER_KILL);
+    if (IsRunning(aName)) {
+        qDebug() << "Couldn't kill process " << aName << " with SIGTERM. Sending SIGKILL instead.";
+        MPL_ProcessInfo::KillProcess(aName, true);
+        QThread::sleep(kSecondsAfterKill);
     }
-    if (IsRunning(name)) {
-        qCritical() << "Failed to kill process " << name;
+    if (IsRunning(aName)) {
+        qCritical() << "Failed to kill process " << aName;
         return false;
     }
     return true;

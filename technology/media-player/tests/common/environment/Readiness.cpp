@@ -1,11 +1,9 @@
 // Waiting until services are there, and proxies of those that are.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
 #include "Helpers.h"
-
 #include <MPL_DBusUtils.h>
 #include <MPL_MediaPlayerLib.h>
+#include <MPL_TestEnvironment.h>
 
 #include <QDebug>
 #include <QThread>
@@ -16,19 +14,19 @@
 namespace
 {
 
-constexpr int SERVICE_PAUSES = 10;
-constexpr unsigned long SECONDS_BETWEEN_QUESTIONS = 2;
-constexpr int OBJECT_LOOKUPS = 10;
-constexpr unsigned long MILLISECONDS_BETWEEN_LOOKUPS = 100;
+constexpr int kServicePauses = 10;
+constexpr unsigned long kSecondsBetweenQuestions = 2;
+constexpr int kObjectLookups = 10;
+constexpr unsigned long kMillisecondsBetweenLookups = 100;
 
 } // namespace
 
-bool MPL_TestEnvironment::WaitForServiceRunning(QString const& aServiceName)
+bool MPL_TestEnvironment::WaitForServiceRunning(const QString& aServiceName)
 {
     for (int n = 0;; ++n) {
         const bool running = MPL::IsServiceRunning(aServiceName, GetDbusConnection());
         // The answer after the last pause is not used: a service this late counts as missing.
-        if (n >= SERVICE_PAUSES) {
+        if (n >= kServicePauses) {
             return false;
         }
         if (running) {
@@ -36,15 +34,15 @@ bool MPL_TestEnvironment::WaitForServiceRunning(QString const& aServiceName)
         }
         qDebug() << "MPL_TestEnvironment::WaitForServiceRunning -- Service" << aServiceName
                  << "not running, pausing for 2 seconds..";
-        QThread::sleep(SECONDS_BETWEEN_QUESTIONS);
+        QThread::sleep(kSecondsBetweenQuestions);
     }
 }
 
-bool MPL_TestEnvironment::WaitForServiceObjects(QString const& aServiceName, unsigned int aCount,
-                                                QString const& aInterfaceName, QStringList& aPaths)
+bool MPL_TestEnvironment::WaitForServiceObjects(const QString& aServiceName, unsigned int aCount,
+                                                const QString& aInterfaceName, QStringList& aPaths)
 {
     const QDBusConnection connection = GetDbusConnection();
-    for (int attempt = 0; attempt < OBJECT_LOOKUPS; ++attempt) {
+    for (int attempt = 0; attempt < kObjectLookups; ++attempt) {
         aPaths.clear();
         const bool found =
             MPL::FindServiceObjectPathsByInterface(aServiceName, aInterfaceName, connection, aPaths);
@@ -56,14 +54,14 @@ bool MPL_TestEnvironment::WaitForServiceObjects(QString const& aServiceName, uns
         qDebug() << "MPL_TestEnvironment::WaitForServiceObjects -- Time:"
                  << qPrintable(QTime::currentTime().toString(QStringLiteral("mm:ss.zzz")))
                  << "Service:" << aServiceName << "Source Objects Found:" << aPaths.size() << "objects.";
-        QThread::msleep(MILLISECONDS_BETWEEN_LOOKUPS);
+        QThread::msleep(kMillisecondsBetweenLookups);
     }
     qDebug() << "MPL_TestEnvironment::WaitForServiceObjects timed out. Last found " << aPaths.size()
              << " objects.";
     return false;
 }
 
-bool MPL_TestEnvironment::WaitForMediaSourceServiceObjects(QString const& aServiceName, unsigned int aCount)
+bool MPL_TestEnvironment::WaitForMediaSourceServiceObjects(const QString& aServiceName, unsigned int aCount)
 {
     QStringList paths;
     return WaitForServiceObjects(aServiceName, aCount, MPL::MPL_MEDIA_SOURCE_INTERFACE_NAME, paths);

@@ -1,11 +1,9 @@
 // Questions to the running stack, answered synchronously, and the choice of the active source.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
-
 #include <MPL_DBusUtils.h>
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_Parameters.h>
+#include <MPL_TestEnvironment.h>
 
 #include <QDBusPendingReply>
 #include <QDebug>
@@ -17,33 +15,33 @@
 namespace
 {
 
-constexpr int INDEX_POLLS = 100;
-constexpr unsigned long SECONDS_BETWEEN_POLLS = 5;
-constexpr unsigned int INDEX_COMPLETE_PERCENT = 100;
+constexpr int kIndexPolls = 100;
+constexpr unsigned long kSecondsBetweenPolls = 5;
+constexpr unsigned int kIndexCompletePercent = 100;
 
 using MediaSource = ComTalvexDBusMediaPlayerMediaSourceInterface;
 
 // The mass-storage source at this path, if it reports this name; otherwise null.
-std::unique_ptr<MediaSource> SourceIfNamed(const QString& name, const QString& path,
-                                           const QDBusConnection& connection)
+std::unique_ptr<MediaSource> SourceIfNamed(const QString& aName, const QString& aPath,
+                                           const QDBusConnection& aConnection)
 {
-    auto source = std::make_unique<MediaSource>(MPL::MPL_MASS_STORAGE_SERVICE_NAME, path, connection);
+    auto source = std::make_unique<MediaSource>(MPL::MPL_MASS_STORAGE_SERVICE_NAME, aPath, aConnection);
     QDBusPendingReply<QString> reply = source->GetSourceName();
     reply.waitForFinished();
     if (reply.isError()) {
         qCritical() << "DBus error" << reply.error().message();
         return nullptr;
     }
-    if (reply.value() != name) {
+    if (reply.value() != aName) {
         return nullptr;
     }
     return source;
 }
 
-bool IsListed(const QList<MPL::ServiceObject>& sources, const MPL::ServiceObject& wanted)
+bool IsListed(const QList<MPL::ServiceObject>& aSources, const MPL::ServiceObject& aWanted)
 {
-    return std::any_of(sources.begin(), sources.end(), [&wanted](const MPL::ServiceObject& source) {
-        return source.serviceName == wanted.serviceName && source.objectPath == wanted.objectPath;
+    return std::any_of(aSources.begin(), aSources.end(), [&aWanted](const MPL::ServiceObject& aSource) {
+        return aSource.serviceName == aWanted.serviceName && aSource.objectPath == aWanted.objectPath;
     });
 }
 
@@ -95,9 +93,9 @@ bool MPL_TestEnvironment::WaitForIndexFinished(const QString& aIndexerObjectPath
     qDebug() << "MPL_TestEnvironment::WaitForIndexFinished -- IndexerInfo status:" << status
              << ", Progress:" << progress;
     int poll = 0;
-    while ((progress != INDEX_COMPLETE_PERCENT || status != MPL_TEST_INDEXING_COMPLETED) &&
-           poll != INDEX_POLLS) {
-        QThread::sleep(SECONDS_BETWEEN_POLLS);
+    while ((progress != kIndexCompletePercent || status != MPL_TEST_INDEXING_COMPLETED) &&
+           poll != kIndexPolls) {
+        QThread::sleep(kSecondsBetweenPolls);
         ++poll;
         if (!GetIndexProgress(&indexer, progress) || !GetIndexStatus(&indexer, status)) {
             return false;

@@ -1,7 +1,6 @@
 // The exported constants and the static members: all that the environment controller keeps.
-#include <MPL_TestEnvironment.h>
-
 #include "Constants.h"
+#include <MPL_TestEnvironment.h>
 
 const QString kMPLDefaultEnvironment = QStringLiteral("/var/talvex/media-player/test/");
 const QString kMPLDataManagerDb = QStringLiteral("/var/talvex/media-player/test/DataManagerDb.sqlite");

@@ -12,35 +12,35 @@ namespace
 {
 
 struct TreeDeleter {
-    void operator()(cJSON* tree) const { cJSON_Delete(tree); }
+    void operator()(cJSON* aTree) const { cJSON_Delete(aTree); }
 };
 
-QString ToText(const char* utf8)
+QString ToText(const char* aUtf8)
 {
-    if (utf8 == nullptr) {
+    if (aUtf8 == nullptr) {
         return {};
     }
     // Qt drops a leading byte-order mark; a text is to arrive as it was sent.
-    QString text = QString::fromUtf8(utf8);
-    return qstrncmp(utf8, "\xEF\xBB\xBF", 3) == 0 ? QChar(QChar::ByteOrderMark) + text : text;
+    QString text = QString::fromUtf8(aUtf8);
+    return qstrncmp(aUtf8, "\xEF\xBB\xBF", 3) == 0 ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
-const cJSON* Member(const cJSON* object, const QString& key)
+const cJSON* Member(const cJSON* aObject, const QString& aKey)
 {
-    return cJSON_GetObjectItem(object, key.toUtf8().constData());
+    return cJSON_GetObjectItem(aObject, aKey.toUtf8().constData());
 }
 
-QString StringOf(const cJSON* item)
+QString StringOf(const cJSON* aItem)
 {
-    return cJSON_IsString(item) != 0 ? ToText(item->valuestring) : QString();
+    return cJSON_IsString(aItem) != 0 ? ToText(aItem->valuestring) : QString();
 }
 
-FunctionalityEntry ReadEntry(const cJSON* functionality)
+FunctionalityEntry ReadEntry(const cJSON* aFunctionality)
 {
     FunctionalityEntry entry;
-    entry.name = ToText(functionality->string);
-    entry.state = StringOf(Member(functionality, MPL_FUNCTIONALITY_JSON_KEY_FUNCTIONALITY_STATE));
-    const cJSON* options = Member(functionality, MPL_FUNCTIONALITY_JSON_KEY_OPTIONS);
+    entry.name = ToText(aFunctionality->string);
+    entry.state = StringOf(Member(aFunctionality, MPL_FUNCTIONALITY_JSON_KEY_FUNCTIONALITY_STATE));
+    const cJSON* options = Member(aFunctionality, MPL_FUNCTIONALITY_JSON_KEY_OPTIONS);
     const cJSON* option = nullptr;
     cJSON_ArrayForEach(option, options)
     {
@@ -51,10 +51,10 @@ FunctionalityEntry ReadEntry(const cJSON* functionality)
 
 } // namespace
 
-QVector<FunctionalityEntry> ReadFunctionalitiesText(const QString& text)
+QVector<FunctionalityEntry> ReadFunctionalitiesText(const QString& aText)
 {
     QVector<FunctionalityEntry> entries;
-    const std::unique_ptr<cJSON, TreeDeleter> root(cJSON_Parse(text.toUtf8().constData()));
+    const std::unique_ptr<cJSON, TreeDeleter> root(cJSON_Parse(aText.toUtf8().constData()));
     const cJSON* functionalities = Member(root.get(), MPL_FUNCTIONALITY_JSON_KEY_AVAILABLE_FUNCTIONALITIES);
     const cJSON* functionality = nullptr;
     cJSON_ArrayForEach(functionality, functionalities)

@@ -18,6 +18,6 @@ struct FunctionalityEntry {
 // Returns the functionalities in the text's order, the same name more than once if the text has it so; none
 // when the text is not JSON or has no "available_functionalities". A state that is no text counts as absent,
 // an option that is no text as an empty one.
-QVector<FunctionalityEntry> ReadFunctionalitiesText(const QString& text);
+QVector<FunctionalityEntry> ReadFunctionalitiesText(const QString& aText);
 
 } // namespace MPL

@@ -1,5 +1,4 @@
 #include <MPL_MediaSourceTestFixture.h>
-
 #include <MPL_TestEnvironment.h>
 
 #include <QDebug>

@@ -1,6 +1,5 @@
-#include <MPL_TestFixture.h>
-
 #include <MPL_TestEnvironment.h>
+#include <MPL_TestFixture.h>
 
 #include <QDebug>
 #include <QMutexLocker>

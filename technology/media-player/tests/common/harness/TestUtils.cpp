@@ -1,6 +1,5 @@
-#include <MPL_TestUtils.h>
-
 #include "FunctionalitiesText.h"
+#include <MPL_TestUtils.h>
 
 #include <QDBusError>
 #include <QDebug>
@@ -12,38 +11,38 @@ namespace MPL
 namespace TestUtils
 {
 
-unsigned WaitForSignal(const QSignalSpy& spy, unsigned count, unsigned timeoutMs)
+unsigned WaitForSignal(const QSignalSpy& aSpy, unsigned aCount, unsigned aTimeoutMs)
 {
-    constexpr unsigned pauseMs = 100;
+    constexpr unsigned kPauseMs = 100;
     unsigned elapsed = 0;
-    while (elapsed < timeoutMs && static_cast<unsigned>(spy.count()) < count) {
-        QThread::msleep(pauseMs);
-        elapsed += pauseMs;
+    while (elapsed < aTimeoutMs && static_cast<unsigned>(aSpy.count()) < aCount) {
+        QThread::msleep(kPauseMs);
+        elapsed += kPauseMs;
     }
     return elapsed;
 }
 
-bool WaitForDBusReply(QDBusPendingReply<> reply)
+bool WaitForDBusReply(QDBusPendingReply<> aReply)
 {
-    reply.waitForFinished();
-    return !reply.isError();
+    aReply.waitForFinished();
+    return !aReply.isError();
 }
 
-bool WaitForDBusReply(QDBusPendingReply<bool> reply, bool& value)
+bool WaitForDBusReply(QDBusPendingReply<bool> aReply, bool& aValue)
 {
-    reply.waitForFinished();
-    if (reply.isError()) {
-        qDebug() << "TestUtils::WaitForDBusReply -- D-Bus error:" << reply.error();
+    aReply.waitForFinished();
+    if (aReply.isError()) {
+        qDebug() << "TestUtils::WaitForDBusReply -- D-Bus error:" << aReply.error();
         return false;
     }
-    value = reply.argumentAt<0>();
+    aValue = aReply.argumentAt<0>();
     return true;
 }
 
-void GetAvailableFunctionMap(const QString& text, QMap<QString, MPL::Functionality>& map)
+void GetAvailableFunctionMap(const QString& aText, QMap<QString, MPL::Functionality>& aMap)
 {
-    for (const FunctionalityEntry& entry : ReadFunctionalitiesText(text)) {
-        map.insert(entry.name, {entry.name, entry.state, entry.options});
+    for (const FunctionalityEntry& entry : ReadFunctionalitiesText(aText)) {
+        aMap.insert(entry.name, {entry.name, entry.state, entry.options});
     }
 }
 

@@ -44,7 +44,7 @@ public:
     /// Takes ownership of the proxy and moves it to the fixture's thread, so the proxy must have no parent
     /// and live on the calling thread. Without a proxy the client is inert. The fixture must not be null and
     /// must outlive its thread's run.
-    MediaManagerAbstractClient(ComTalvexDBusMediaPlayerMediaManagerInterface* proxy, TestFixture* fixture);
+    MediaManagerAbstractClient(ComTalvexDBusMediaPlayerMediaManagerInterface* aProxy, TestFixture* aFixture);
 
     /// Deletes the proxy if the thread's end has not done so. While the fixture's thread runs, that thread
     /// does it. Blocks while the thread is finishing.

@@ -46,15 +46,15 @@ public:
     };
 
     /// Makes a client without a proxy: every command fails until CreateProxy() is called.
-    explicit PlaybackClient(QThread* thread);
+    explicit PlaybackClient(QThread* aThread);
 
     /// Makes a client with a proxy, see CreateProxy().
-    PlaybackClient(const QString& service, const QString& path, QThread* thread);
+    PlaybackClient(const QString& aService, const QString& aPath, QThread* aThread);
 
     /// Makes the proxy on the shared connection, moves it to the client's thread of the constructor and
     /// connects its signals. The end of that thread deletes it; a thread that never ends never does. Without
     /// a thread there is no proxy, and one critical line is logged. May block for one round trip to the bus.
-    void CreateProxy(const QString& service, const QString& path);
+    void CreateProxy(const QString& aService, const QString& aPath);
 
     /// @name Commands
     /// Each sends the D-Bus method of its name and blocks the calling thread until the reply is there or the
@@ -89,9 +89,9 @@ public:
     bool GetSpeedMode(QString& aMode);
     /// @}
 
-    /// Adds the functionalities of the text to `map`, as MPL::TestUtils::GetAvailableFunctionMap() does.
-    static void GetAvailableFunctionMap(const QString& text,
-                                        QMap<QString, MPL::PlaybackClient::Functionality>& map);
+    /// Adds the functionalities of the text to `aMap`, as MPL::TestUtils::GetAvailableFunctionMap() does.
+    static void GetAvailableFunctionMap(const QString& aText,
+                                        QMap<QString, MPL::PlaybackClient::Functionality>& aMap);
 
     /// @name Hooks
     /// Called on the client's thread. HandleError() gets the whole text of an error event and logs it at

@@ -27,7 +27,7 @@ public:
     ServiceChecker();
 
     /// Begins to watch for the name. Takes no ownership of the thread. May block for a round trip to the bus.
-    ServiceChecker(QThread* thread, const QString& serviceName);
+    ServiceChecker(QThread* aThread, const QString& aServiceName);
     ~ServiceChecker() override;
 
 public Q_SLOTS:

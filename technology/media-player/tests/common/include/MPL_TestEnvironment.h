@@ -83,7 +83,7 @@ public:
     /// Terminates every process of this executable name: SIGTERM, again for a process that reappears under a
     /// new id, and SIGKILL after 10 seconds. Returns true when none is left (or none ran), false after about
     /// 15 seconds.
-    static bool KillMediaProcess(char const* name);
+    static bool KillMediaProcess(const char* aName);
 
     /// Terminates the media manager, then the mount service, each as KillMediaProcess() does and only if it
     /// runs; the second is tried even when the first stays. Returns true when both are gone.
@@ -124,16 +124,16 @@ public:
 
     /// Waits until the bus name is owned. Asks at once and then after pauses of 2 seconds; returns false
     /// after 10 pauses. A name that appears during the last pause still counts as missing.
-    static bool WaitForServiceRunning(QString const& aServiceName);
+    static bool WaitForServiceRunning(const QString& aServiceName);
 
     /// Waits until at least `aCount` objects of the service implement the interface: 10 look-ups with pauses
     /// of 100 milliseconds. `aPaths` receives what the last look-up found, on failure too. Meant to follow
     /// WaitForServiceRunning(), which does the long wait.
-    static bool WaitForServiceObjects(QString const& aServiceName, unsigned int aCount,
-                                      QString const& aInterfaceName, QStringList& aPaths);
+    static bool WaitForServiceObjects(const QString& aServiceName, unsigned int aCount,
+                                      const QString& aInterfaceName, QStringList& aPaths);
 
     /// The same for the media-source interface, with the paths discarded.
-    static bool WaitForMediaSourceServiceObjects(QString const& aServiceName, unsigned int aCount);
+    static bool WaitForMediaSourceServiceObjects(const QString& aServiceName, unsigned int aCount);
 
     /// True when all five media sources of MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES run; logs a line for each.
     static bool AllMediaSourcesAlive();
@@ -161,12 +161,12 @@ public:
     /// Resets the persisted state, starts the mount service and the media manager unless they run, and waits
     /// for the manager's name and object. `aExtraArgument`, if not null, becomes the manager's first
     /// argument. Blocks up to about 23 seconds; the last 2 are always slept, to let the manager settle.
-    static bool LaunchMediaManagerProcess(bool aActivateDataManager, char const* aExtraArgument = nullptr);
+    static bool LaunchMediaManagerProcess(bool aActivateDataManager, const char* aExtraArgument = nullptr);
 
     /// Starts one of the media sources of MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES and waits up to 20 seconds for
     /// its bus name. Any other name gives false. The Pandora source gets the configuration that
     /// AddPandoraLogin() writes. Does not check whether the process runs already.
-    static bool LaunchMediaSourceProcess(bool aActivateDataManager, QString const& aProcess,
+    static bool LaunchMediaSourceProcess(bool aActivateDataManager, const QString& aProcess,
                                          bool aResetActiveMediaSource, bool aVerbose);
 
     /// Starts the test media source unless it runs, and waits up to 20 seconds for its bus name. A name that
@@ -177,7 +177,7 @@ public:
     /// Like LaunchMediaSourceProcess(), for a source that delegates to a remote computer. Only the
     /// mass-storage, disc and Apple sources are told of the remote computer, and none when `aRemoteIP` is
     /// empty. No login is written for the Pandora source.
-    static bool LaunchRemoteMediaSourceProcess(bool aActivateDataManager, QString const& aProcess,
+    static bool LaunchRemoteMediaSourceProcess(bool aActivateDataManager, const QString& aProcess,
                                                QString aRemoteIP, QString aPort, QString aDdpPort,
                                                bool aVerbose, bool aResetActiveMediaSource);
 
@@ -186,8 +186,8 @@ public:
     /// fatal failure of the running test and ends the function, so check HasFatalFailure(). Blocks up to
     /// about 41 seconds for each source.
     static void LaunchMediaSourceProcesses(bool aActivateDataManager, bool aResetActiveMediaSource,
-                                           QString const& aRemoteIP, QString const& aPort,
-                                           QString const& aDdpPort, bool aVerbose);
+                                           const QString& aRemoteIP, const QString& aPort,
+                                           const QString& aDdpPort, bool aVerbose);
 
     /// @}
     /// @name Environment directory, configuration, persisted state

@@ -36,23 +36,23 @@ struct Functionality {
 namespace TestUtils
 {
 
-/// Waits until the spy has recorded at least `count` emissions, looking every 100 milliseconds. Returns the
-/// milliseconds waited: a multiple of 100, and at least `timeoutMs` when the wait failed or succeeded only
+/// Waits until the spy has recorded at least `aCount` emissions, looking every 100 milliseconds. Returns the
+/// milliseconds waited: a multiple of 100, and at least `aTimeoutMs` when the wait failed or succeeded only
 /// with its last pause; the spy's count tells. With a time-out of 0 the spy is not looked at. Blocks the
 /// calling thread without an event loop, so the signals must come from another thread.
-unsigned WaitForSignal(const QSignalSpy& spy, unsigned count, unsigned timeoutMs);
+unsigned WaitForSignal(const QSignalSpy& aSpy, unsigned aCount, unsigned aTimeoutMs);
 
 /// Blocks the calling thread until the reply is there or the D-Bus time-out has passed. Returns true when the
 /// call succeeded. Logs nothing.
-bool WaitForDBusReply(QDBusPendingReply<> reply);
+bool WaitForDBusReply(QDBusPendingReply<> aReply);
 
-/// The same for a call that answers with a boolean, which is stored in `value`. On failure `value` stays as
+/// The same for a call that answers with a boolean, which is stored in `aValue`. On failure `aValue` stays as
 /// it was and the error is logged at debug level.
-bool WaitForDBusReply(QDBusPendingReply<bool> reply, bool& value);
+bool WaitForDBusReply(QDBusPendingReply<bool> aReply, bool& aValue);
 
-/// Adds the functionalities of the text to `map` by name; one already there under the same name is replaced,
+/// Adds the functionalities of the text to `aMap` by name; one already there under the same name is replaced,
 /// others stay. A text that is not JSON or has no "available_functionalities" leaves the map as it was.
-void GetAvailableFunctionMap(const QString& text, QMap<QString, MPL::Functionality>& map);
+void GetAvailableFunctionMap(const QString& aText, QMap<QString, MPL::Functionality>& aMap);
 
 } // namespace TestUtils
 } // namespace MPL

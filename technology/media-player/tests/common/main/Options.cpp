@@ -8,10 +8,10 @@ namespace MPL
 namespace
 {
 
-bool AsksForHelp(std::string_view argument)
+bool AsksForHelp(std::string_view aRgument)
 {
     for (const std::string_view word : {"--help", "-h", "-?", "/?", "--gtest_help"}) {
-        if (argument == word) {
+        if (aRgument == word) {
             return true;
         }
     }
@@ -38,7 +38,7 @@ TestMainOptions TakeTestMainOptions(int& argc, char** argv)
     return options;
 }
 
-void PrintTestMainHelp(const char* program)
+void PrintTestMainHelp(const char* aProgram)
 {
     std::printf("Usage: %s [options]\n"
                 "\n"
@@ -48,7 +48,7 @@ void PrintTestMainHelp(const char* program)
                 "\n"
                 "All other options are googletest's:\n"
                 "\n",
-                program);
+                aProgram);
     std::fflush(stdout);
 }
 

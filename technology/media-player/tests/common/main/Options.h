@@ -14,6 +14,6 @@ struct TestMainOptions {
 // for the test program.
 TestMainOptions TakeTestMainOptions(int& argc, char** argv);
 
-void PrintTestMainHelp(const char* program);
+void PrintTestMainHelp(const char* aProgram);
 
 } // namespace MPL

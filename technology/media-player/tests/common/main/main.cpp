@@ -1,7 +1,6 @@
 // The ready `main` of test programs: the suite runs on a worker thread, the event loop on this one, and the
 // exit code says whether the suite ran and passed.
 #include "Options.h"
-
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestHandler.h>
 #include <MPL_Types.h>
@@ -32,14 +31,14 @@ public:
     }
 };
 
-int ExitCode(bool noTestWanted)
+int ExitCode(bool aNoTestWanted)
 {
     const testing::UnitTest& suite = *testing::UnitTest::GetInstance();
     const bool started = suite.start_timestamp() != 0;
     if (started) {
         return suite.Passed() ? 0 : 1;
     }
-    if (noTestWanted || testing::GTEST_FLAG(list_tests)) {
+    if (aNoTestWanted || testing::GTEST_FLAG(list_tests)) {
         return 0;
     }
     std::fputs("No test was run: see the messages above (an option that googletest does not know makes it "

@@ -1,6 +1,5 @@
 // Callers of services that answer late, wrongly or never, and of services that have left.
 #include "StackFaults.h"
-
 #include <MPL_Proxies.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestUtils.h>

@@ -2,10 +2,10 @@
 #include <MPL_DBusUtils.h>
 #include <MPL_TestEnvironment.h>
 
-#include <gtest/gtest.h>
-
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+
+#include <gtest/gtest.h>
 
 namespace
 {

@@ -1,18 +1,18 @@
 #include "JobRecorder.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 
+#include <gtest/gtest.h>
+
 namespace
 {
 
-const QString SERVICE = QStringLiteral("org.freedesktop.systemd1");
-const QString PATH = QStringLiteral("/org/freedesktop/systemd1");
-const QString INTERFACE = QStringLiteral("org.freedesktop.systemd1.Manager");
+const QString kService = QStringLiteral("org.freedesktop.systemd1");
+const QString kPath = QStringLiteral("/org/freedesktop/systemd1");
+const QString kInterface = QStringLiteral("org.freedesktop.systemd1.Manager");
 
 } // namespace
 
@@ -20,16 +20,16 @@ JobRecorder::JobRecorder()
 {
     moveToThread(QCoreApplication::instance()->thread());
     QDBusConnection bus = QDBusConnection::systemBus();
-    EXPECT_TRUE(bus.connect(SERVICE, PATH, INTERFACE, "JobNew", this,
+    EXPECT_TRUE(bus.connect(kService, kPath, kInterface, "JobNew", this,
                             SLOT(OnJobNew(uint, QDBusObjectPath, QString))));
-    bus.call(QDBusMessage::createMethodCall(SERVICE, PATH, INTERFACE, "Subscribe"));
+    bus.call(QDBusMessage::createMethodCall(kService, kPath, kInterface, "Subscribe"));
 }
 
 QStringList JobRecorder::TakeServices()
 {
     // An answer from systemd comes after the signals it sent before, and an event of our own after theirs.
     QDBusConnection::systemBus().call(
-        QDBusMessage::createMethodCall(SERVICE, PATH, "org.freedesktop.DBus.Peer", "Ping"));
+        QDBusMessage::createMethodCall(kService, kPath, "org.freedesktop.DBus.Peer", "Ping"));
     QMetaObject::invokeMethod(
         this, [] {}, Qt::BlockingQueuedConnection);
     const QMutexLocker locker(&m_Mutex);
@@ -38,10 +38,10 @@ QStringList JobRecorder::TakeServices()
     return services;
 }
 
-void JobRecorder::OnJobNew(uint, const QDBusObjectPath&, const QString& unit)
+void JobRecorder::OnJobNew(uint, const QDBusObjectPath&, const QString& aUnit)
 {
     const QMutexLocker locker(&m_Mutex);
-    if (unit.startsWith("media-")) {
-        m_Services << QString(unit).remove(".service");
+    if (aUnit.startsWith("media-")) {
+        m_Services << QString(aUnit).remove(".service");
     }
 }

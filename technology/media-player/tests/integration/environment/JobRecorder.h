@@ -20,7 +20,7 @@ public:
     QStringList TakeServices();
 
 public Q_SLOTS:
-    void OnJobNew(uint id, const QDBusObjectPath& job, const QString& unit);
+    void OnJobNew(uint aId, const QDBusObjectPath& aJob, const QString& aUnit);
 
 private:
     QMutex m_Mutex;

@@ -1,14 +1,13 @@
 // Handing the stack to the real service manager and taking it back.
 #include "JobRecorder.h"
-
 #include <MPL_DBusUtils.h>
 #include <MPL_ProcessInfo.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestEnvironmentNames.h>
 
-#include <gtest/gtest.h>
-
 #include <QDir>
+
+#include <gtest/gtest.h>
 
 namespace
 {
@@ -21,15 +20,15 @@ protected:
         if (qgetenv("MPL_SANDBOX_LIFECYCLE_MANAGER") == "systemd") {
             return;
         }
-        constexpr const char* reason =
+        constexpr const char* kReason =
             "this sandbox has no lifecycle manager; mpl-sandbox prints why at its start";
         if (qgetenv("CI") == "true") {
-            FAIL() << reason;
+            FAIL() << kReason;
         }
-        GTEST_SKIP() << reason;
+        GTEST_SKIP() << kReason;
     }
 
-    static std::string InOneLine(const QStringList& services) { return services.join(' ').toStdString(); }
+    static std::string InOneLine(const QStringList& aServices) { return aServices.join(' ').toStdString(); }
 };
 
 TEST_F(LifecycleManager, StartsTheMountServiceFirstAndStopsTheManagerFirst)

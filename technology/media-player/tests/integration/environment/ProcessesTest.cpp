@@ -2,13 +2,12 @@
 #include "ProcessStatus.h"
 #include "StackFaults.h"
 #include "WaitUntil.h"
-
 #include <MPL_ProcessInfo.h>
 #include <MPL_TestEnvironment.h>
 
-#include <gtest/gtest.h>
-
 #include <QProcess>
+
+#include <gtest/gtest.h>
 
 #include <csignal>
 #include <thread>
@@ -16,7 +15,7 @@
 namespace
 {
 
-constexpr const char* NAME = "hmi_main";
+constexpr const char* kName = "hmi_main";
 
 /// Starts the display process and returns its id once it minds SIGTERM in its own way.
 qint64 Start()
@@ -34,13 +33,13 @@ qint64 Start()
 
 TEST(KillingAProcess, EndsOneThatIgnoresSigterm)
 {
-    const StackFaults faults(NAME, R"({"ignore_sigterm": true})");
+    const StackFaults faults(kName, R"({"ignore_sigterm": true})");
     Start();
     QElapsedTimer timer;
     timer.start();
-    EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess(NAME));
+    EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess(kName));
     EXPECT_GE(timer.elapsed(), 15000) << "it should have been SIGKILL after ten passes that ended it";
-    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(NAME), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(kName), -1);
 }
 
 TEST(KillingAProcess, SignalsAgainWhenItComesBackUnderANewId)
@@ -55,10 +54,10 @@ TEST(KillingAProcess, SignalsAgainWhenItComesBackUnderANewId)
     });
     QElapsedTimer timer;
     timer.start();
-    EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess(NAME));
+    EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess(kName));
     restarter.join();
     EXPECT_LT(timer.elapsed(), 10000) << "the second instance should have ended by SIGTERM";
-    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(NAME), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(kName), -1);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Services that are slow, silent or ambiguous when a test waits for them.
 #include "StackFaults.h"
-
 #include <MPL_Proxies.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_Types.h>

@@ -1,14 +1,13 @@
 // What the media manager remembers between runs, and that a reset makes it forget.
 #include "WaitUntil.h"
-
 #include <MPL_Proxies.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestEnvironmentNames.h>
 #include <MPL_Types.h>
 
-#include <gtest/gtest.h>
-
 #include <QProcess>
+
+#include <gtest/gtest.h>
 
 #include <memory>
 
@@ -26,9 +25,9 @@ ManagerProxy StartManagerWithoutReset()
     return ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy());
 }
 
-QString ActiveSource(ComTalvexDBusMediaPlayerMediaManagerInterface& manager)
+QString ActiveSource(ComTalvexDBusMediaPlayerMediaManagerInterface& aManager)
 {
-    auto reply = manager.GetActiveMediaSource();
+    auto reply = aManager.GetActiveMediaSource();
     reply.waitForFinished();
     EXPECT_FALSE(reply.isError()) << qPrintable(reply.error().message());
     return reply.value().serviceName;

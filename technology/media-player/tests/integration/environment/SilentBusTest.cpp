@@ -1,22 +1,21 @@
 // A daemon that never answers on the private bus's address, in virtual time: thirty failing probes take no
 // half minute.
 #include "Journal.h"
-
 #include <MPL_TestEnvironment.h>
-
-#include <gtest/gtest.h>
 
 #include <QDBusConnection>
 #include <QFile>
 
+#include <gtest/gtest.h>
+
 namespace
 {
 
-const QString CONFIG = QStringLiteral("/opt/talvex/etc/mpl-dbus.conf");
+const QString kConfig = QStringLiteral("/opt/talvex/etc/mpl-dbus.conf");
 
 TEST(TestBus, FallsBackToTheSystemBusWhenTheDaemonNeverAnswers)
 {
-    QFile config(CONFIG);
+    QFile config(kConfig);
     ASSERT_TRUE(config.open(QIODevice::ReadWrite));
     QByteArray text = config.readAll();
     ASSERT_TRUE(text.contains("/var/talvex/media-player/testDbus"));
@@ -34,7 +33,7 @@ TEST(TestBus, FallsBackToTheSystemBusWhenTheDaemonNeverAnswers)
 
 TEST(TestBus, IsNotStartedWithoutADaemonConfiguration)
 {
-    ASSERT_TRUE(QFile::remove(CONFIG));
+    ASSERT_TRUE(QFile::remove(kConfig));
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
     EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
 }

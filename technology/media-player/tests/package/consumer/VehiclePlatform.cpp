@@ -6,19 +6,19 @@
 #include <MPL_ProcessInfo.h>
 #include <MPL_Utils.h>
 
-int MPL_ProcessInfo::GetPidFromName(char const* /*aName*/)
+int MPL_ProcessInfo::GetPidFromName(const char* /*aName*/)
 {
     return -1;
 }
-bool MPL_ProcessInfo::KillProcess(char const* /*aName*/, bool /*aKill*/)
+bool MPL_ProcessInfo::KillProcess(const char* /*aName*/, bool /*aKill*/)
 {
     return false;
 }
-bool MPL_ProcessInfo::SlmStartService(char const* /*aServiceName*/)
+bool MPL_ProcessInfo::SlmStartService(const char* /*aServiceName*/)
 {
     return false;
 }
-bool MPL_ProcessInfo::SlmStopService(char const* /*aServiceName*/)
+bool MPL_ProcessInfo::SlmStopService(const char* /*aServiceName*/)
 {
     return false;
 }

@@ -1,6 +1,5 @@
 // When proxies and clients go. What goes twice, too early or never is for the sanitizers to see.
 #include "ClientTest.h"
-
 #include <MPL_PlaybackClient.h>
 #include <MPL_ServiceChecker.h>
 
@@ -31,7 +30,7 @@ TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
     for (int round = 0; round < 200; ++round) {
         const auto moment = static_cast<Moment>(round % 4);
         OneTest test;
-        QPointer<QObject> proxy = NewManagerProxy(serviceName, path);
+        QPointer<QObject> proxy = NewManagerProxy(kServiceName, kPath);
         auto client = std::make_unique<Idle>(
             static_cast<ComTalvexDBusMediaPlayerMediaManagerInterface*>(proxy.data()), &test);
         if (moment == BeforeTheThread) {
@@ -41,7 +40,7 @@ TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
         test.m_Thread.start();
         if (moment == WhileItRuns) {
             // Signals keep arriving while it goes.
-            m_Service.Signal(path, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
+            m_Service.Signal(kPath, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
                              QStringLiteral("MediaSourceAdded"), {QString(), QString()});
             client.reset();
         }
@@ -49,7 +48,7 @@ TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
         if (moment == WhileItEnds) {
             client.reset();
         }
-        ASSERT_TRUE(test.m_Thread.wait(limitMs));
+        ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
         EXPECT_TRUE(proxy.isNull()) << moment;
     }
 }
@@ -60,13 +59,13 @@ TEST_F(ClientLifetime, PlaybackProxyOutlivesTheClientUntilTheThreadEnds)
         QThread thread;
         QPointer<QObject> proxy;
         {
-            const Player client(serviceName, path, &thread);
+            const Player client(kServiceName, kPath, &thread);
             proxy = client.m_Proxy.data();
             thread.start();
         }
         EXPECT_FALSE(proxy.isNull());
         thread.quit();
-        ASSERT_TRUE(thread.wait(limitMs));
+        ASSERT_TRUE(thread.wait(kLimitMs));
         EXPECT_TRUE(proxy.isNull());
     }
 }
@@ -76,15 +75,15 @@ TEST_F(ClientLifetime, AThousandClientsOfEachKindLeaveNothing)
     OneTest test;
     QList<QPointer<QObject>> proxies;
     for (int round = 0; round < 1000; ++round) {
-        auto* proxy = NewManagerProxy(serviceName, path);
+        auto* proxy = NewManagerProxy(kServiceName, kPath);
         const Idle idle(proxy, &test);
-        const Player player(serviceName, path, &test.m_Thread);
-        const MPL::ServiceChecker checker(&test.m_Thread, serviceName);
+        const Player player(kServiceName, kPath, &test.m_Thread);
+        const MPL::ServiceChecker checker(&test.m_Thread, kServiceName);
         proxies << proxy << player.m_Proxy.data();
     }
     test.m_Thread.start();
     test.QuitTest();
-    ASSERT_TRUE(test.m_Thread.wait(limitMs));
+    ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
     for (const QPointer<QObject>& proxy : qAsConst(proxies)) {
         ASSERT_TRUE(proxy.isNull());
     }

@@ -4,7 +4,6 @@
 #include "DoublesTest.h"
 #include "FakeService.h"
 #include "PrivateBus.h"
-
 #include <MPL_MediaManagerAbstractClient.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestFixture.h>
@@ -27,16 +26,16 @@ protected:
         QDBusConnection::disconnectFromBus(QStringLiteral("clients"));
         s_Bus.reset();
     }
-    ClientTest() : m_Service(s_Bus->Address(), serviceName)
+    ClientTest() : m_Service(s_Bus->Address(), kServiceName)
     {
         MPL_TestEnvironment::m_TestDbusConnection =
             QDBusConnection::connectToBus(s_Bus->Address(), QStringLiteral("clients"));
     }
 
-    inline static const QString serviceName = QStringLiteral("com.talvex.Test.Clients");
-    inline static const QString path = QStringLiteral("/object");
+    inline static const QString kServiceName = QStringLiteral("com.talvex.Test.Clients");
+    inline static const QString kPath = QStringLiteral("/object");
     inline static std::unique_ptr<MPL::Doubles::PrivateBus> s_Bus;
-    static constexpr int limitMs = 10000;
+    static constexpr int kLimitMs = 10000;
 
     MPL::Doubles::FakeService m_Service;
 };
@@ -55,9 +54,9 @@ private:
     void TestBody() override {}
 };
 
-inline ComTalvexDBusMediaPlayerMediaManagerInterface* NewManagerProxy(const QString& service,
-                                                                      const QString& path)
+inline ComTalvexDBusMediaPlayerMediaManagerInterface* NewManagerProxy(const QString& aService,
+                                                                      const QString& aPath)
 {
-    return new ComTalvexDBusMediaPlayerMediaManagerInterface(service, path,
+    return new ComTalvexDBusMediaPlayerMediaManagerInterface(aService, aPath,
                                                              MPL_TestEnvironment::GetDbusConnection());
 }

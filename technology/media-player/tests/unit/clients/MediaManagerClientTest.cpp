@@ -28,19 +28,19 @@ public:
             Note(QStringLiteral("available ") + source.serviceName);
         }
         QTimer::singleShot(10000, this, [this] { m_Fixture->QuitTest(); });
-        running.release();
+        s_Running.release();
     }
-    void ActiveMediaSourceChanged(const QString& service, const QString& object) override
+    void ActiveMediaSourceChanged(const QString& aService, const QString& aObject) override
     {
-        Note(QStringLiteral("changed %1 %2").arg(service, object));
+        Note(QStringLiteral("changed %1 %2").arg(aService, aObject));
     }
-    void MediaSourceAdded(const QString& service, const QString& object) override
+    void MediaSourceAdded(const QString& aService, const QString& aObject) override
     {
-        Note(QStringLiteral("added %1 %2").arg(service, object));
+        Note(QStringLiteral("added %1 %2").arg(aService, aObject));
     }
-    void MediaSourceRemoved(const QString& service, const QString& object) override
+    void MediaSourceRemoved(const QString& aService, const QString& aObject) override
     {
-        Note(QStringLiteral("removed %1 %2").arg(service, object));
+        Note(QStringLiteral("removed %1 %2").arg(aService, aObject));
         const QDeadlineTimer deadline(10000);
         while (!static_cast<OneTest*>(m_Fixture)->Waits() && !deadline.hasExpired()) {
             QThread::yieldCurrentThread();
@@ -48,24 +48,24 @@ public:
         m_Fixture->QuitTest();
     }
 
-    static QSemaphore running;
+    static QSemaphore s_Running;
 };
 
-QSemaphore Watcher::running;
+QSemaphore Watcher::s_Running;
 
 class MediaManagerClientTest : public ClientTest
 {
 protected:
     MediaManagerClientTest() : m_Source{QStringLiteral("s.t"), QDBusObjectPath(QStringLiteral("/t"))}
     {
-        m_Service.Reply(path, QStringLiteral("GetActiveMediaSource"), QVariant::fromValue(m_Source));
-        m_Service.Reply(path, QStringLiteral("GetAvailableMediaSources"),
+        m_Service.Reply(kPath, QStringLiteral("GetActiveMediaSource"), QVariant::fromValue(m_Source));
+        m_Service.Reply(kPath, QStringLiteral("GetAvailableMediaSources"),
                         QVariant::fromValue(Sources{m_Source, m_Source}));
     }
-    void Signal(const char* name, const QString& first, const QString& second)
+    void Signal(const char* aName, const QString& aFirst, const QString& aSecond)
     {
-        m_Service.Signal(path, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
-                         QLatin1String(name), {first, second});
+        m_Service.Signal(kPath, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
+                         QLatin1String(aName), {aFirst, aSecond});
     }
     const MPL::ServiceObject m_Source;
 };
@@ -76,16 +76,16 @@ TEST_F(MediaManagerClientTest, LogicRunsOnTheFixturesThreadUntilItsEndWakesTheTe
     for (int round = 0; round < 50; ++round) {
         ClearNotes();
         OneTest test;
-        QPointer<Watcher> client = new Watcher(NewManagerProxy(serviceName, path), &test);
+        QPointer<Watcher> client = new Watcher(NewManagerProxy(kServiceName, kPath), &test);
         QPointer<QObject> proxy = client->m_Proxy.data();
         client->moveToThread(&test.m_Thread);
         test.m_Thread.start();
-        ASSERT_TRUE(Watcher::running.tryAcquire(1, limitMs));
+        ASSERT_TRUE(Watcher::s_Running.tryAcquire(1, kLimitMs));
         Signal("MediaSourceAdded", odd, QStringLiteral("/a"));
         Signal("ActiveMediaSourceChanged", QString(), QStringLiteral("/b"));
         Signal("MediaSourceRemoved", odd, QStringLiteral("/c"));
         test.Wait();
-        ASSERT_TRUE(test.m_Thread.wait(limitMs));
+        ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
         EXPECT_TRUE(client.isNull());
         EXPECT_TRUE(proxy.isNull());
         ASSERT_EQ(Text(Notes()),
@@ -100,7 +100,7 @@ TEST_F(MediaManagerClientTest, FailedQueriesAreLoggedFailTheTestAndGiveNothing)
     m_Service.Fail(QStringLiteral("/bad"), QStringLiteral("GetActiveMediaSource"), QStringLiteral("no"));
     m_Service.Fail(QStringLiteral("/bad"), QStringLiteral("GetAvailableMediaSources"), QStringLiteral("no"));
     OneTest test;
-    Watcher client(NewManagerProxy(serviceName, QStringLiteral("/bad")), &test);
+    Watcher client(NewManagerProxy(kServiceName, QStringLiteral("/bad")), &test);
     MPL::ServiceObject active = m_Source;
     Sources sources{m_Source};
     EXPECT_NONFATAL_FAILURE(active = client.GetActiveMediaSource(), "GetActiveMediaSource() failed");
@@ -119,7 +119,7 @@ TEST_F(MediaManagerClientTest, WithoutAProxyTheClientIsInertAndItsQueriesSaySo)
     client.moveToThread(&test.m_Thread);
     test.m_Thread.start();
     test.m_Thread.quit();
-    ASSERT_TRUE(test.m_Thread.wait(limitMs));
+    ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
     EXPECT_EQ(Text(Notes()), "");
     EXPECT_NONFATAL_FAILURE(client.GetAvailableMediaSources(), "no media manager proxy");
 }

@@ -1,6 +1,5 @@
 // The playback client's calls, slots and hooks.
 #include "ClientTest.h"
-
 #include <MPL_PlaybackClient.h>
 #include <MPL_TestUtils.h>
 
@@ -11,7 +10,7 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString interfaceName = QStringLiteral("com.talvex.DBus.MediaPlayer.PlaybackControl");
+const QString kInterfaceName = QStringLiteral("com.talvex.DBus.MediaPlayer.PlaybackControl");
 
 class Listener : public MPL::PlaybackClient
 {
@@ -21,23 +20,23 @@ public:
     using PlaybackClient::m_Proxy;
     using PlaybackClient::PlaybackClient;
 
-    void HandleError(const QString& text) override
+    void HandleError(const QString& aText) override
     {
-        Hook("error", text);
-        PlaybackClient::HandleError(text);
+        Hook("error", aText);
+        PlaybackClient::HandleError(aText);
     }
-    void HandleFunctionalitiesChanged(const QString& text) override { Hook("functionalities", text); }
-    void HandlePlayStateChanged(const QString& text) override { Hook("play state", text); }
-    void HandleRepeatModeChanged(const QString& text) override { Hook("repeat", text); }
-    void HandleShuffleModeChanged(const QString& text) override { Hook("shuffle", text); }
-    void HandleSpeedModeChanged(const QString& text) override { Hook("speed", text); }
+    void HandleFunctionalitiesChanged(const QString& aText) override { Hook("functionalities", aText); }
+    void HandlePlayStateChanged(const QString& aText) override { Hook("play state", aText); }
+    void HandleRepeatModeChanged(const QString& aText) override { Hook("repeat", aText); }
+    void HandleShuffleModeChanged(const QString& aText) override { Hook("shuffle", aText); }
+    void HandleSpeedModeChanged(const QString& aText) override { Hook("speed", aText); }
 
     QSemaphore m_Hooks;
 
 private:
-    void Hook(const char* name, const QString& text)
+    void Hook(const char* aName, const QString& aText)
     {
-        Note(QStringLiteral("hook %1 %2").arg(QLatin1String(name), text));
+        Note(QStringLiteral("hook %1 %2").arg(QLatin1String(aName), aText));
         m_Hooks.release();
     }
 };
@@ -56,18 +55,18 @@ protected:
 
 using Client = MPL::PlaybackClient;
 
-// A query as an operation; what it delivered is in `out`.
-template <bool (Client::*query)(QString&)>
-bool Get(Client& client, QString& out)
+// A query as an operation; what it delivered is in `aOut`.
+template <bool (Client::*Query)(QString&)>
+bool Get(Client& aClient, QString& aOut)
 {
-    return (client.*query)(out);
+    return (aClient.*Query)(aOut);
 }
 
-bool GetSpeeds(Client& client, QString& out)
+bool GetSpeeds(Client& aClient, QString& aOut)
 {
-    QStringList modes{out};
-    const bool ok = client.GetAllSpeedModes(modes);
-    out = modes.join(QLatin1Char(' '));
+    QStringList modes{aOut};
+    const bool ok = aClient.GetAllSpeedModes(modes);
+    aOut = modes.join(QLatin1Char(' '));
     return ok;
 }
 
@@ -82,17 +81,17 @@ TEST_F(PlaybackClientTest, OperationsCallTheSourceAndReportMissingProxiesAndErro
         QVariant reply;
         QString delivered = QStringLiteral("before");
     } operations[] = {
-        {"NextTrack", [](Client& c, QString&) { return c.NextTrack(); }, {}, no},
-        {"PreviousTrack", [](Client& c, QString&) { return c.PreviousTrack(); }, {}, no},
-        {"Pause", [](Client& c, QString&) { return c.Pause(); }, {}, no},
-        {"Resume", [](Client& c, QString&) { return c.Resume(); }, {}, no},
-        {"SeekTrack", [&](Client& c, QString&) { return c.SeekTrack(odd); }, {odd}, no},
-        {"SeekToTime", [](Client& c, QString&) { return c.SeekToTime(4294967295U); }, {4294967295U}, {}},
-        {"Jump", [](Client& c, QString&) { return c.Jump(-5000); }, {-5000}, {}},
-        {"SetTrackIndex", [](Client& c, QString&) { return c.SetTrackIndex(7U); }, {7U}, no},
-        {"SetRepeatMode", [&](Client& c, QString&) { return c.SetRepeatMode(odd); }, {odd}, no},
-        {"SetShuffleMode", [&](Client& c, QString&) { return c.SetShuffleMode(odd); }, {odd}, no},
-        {"SetSpeedMode", [&](Client& c, QString&) { return c.SetSpeedMode(odd); }, {odd}, no},
+        {"NextTrack", [](Client& aC, QString&) { return aC.NextTrack(); }, {}, no},
+        {"PreviousTrack", [](Client& aC, QString&) { return aC.PreviousTrack(); }, {}, no},
+        {"Pause", [](Client& aC, QString&) { return aC.Pause(); }, {}, no},
+        {"Resume", [](Client& aC, QString&) { return aC.Resume(); }, {}, no},
+        {"SeekTrack", [&](Client& aC, QString&) { return aC.SeekTrack(odd); }, {odd}, no},
+        {"SeekToTime", [](Client& aC, QString&) { return aC.SeekToTime(4294967295U); }, {4294967295U}, {}},
+        {"Jump", [](Client& aC, QString&) { return aC.Jump(-5000); }, {-5000}, {}},
+        {"SetTrackIndex", [](Client& aC, QString&) { return aC.SetTrackIndex(7U); }, {7U}, no},
+        {"SetRepeatMode", [&](Client& aC, QString&) { return aC.SetRepeatMode(odd); }, {odd}, no},
+        {"SetShuffleMode", [&](Client& aC, QString&) { return aC.SetShuffleMode(odd); }, {odd}, no},
+        {"SetSpeedMode", [&](Client& aC, QString&) { return aC.SetSpeedMode(odd); }, {odd}, no},
         {"GetAllSpeedModes",
          GetSpeeds,
          {},
@@ -105,8 +104,8 @@ TEST_F(PlaybackClientTest, OperationsCallTheSourceAndReportMissingProxiesAndErro
         {"GetSpeedMode", Get<&Client::GetSpeedMode>, {}, odd, odd},
     };
     Client inert(&m_Thread);
-    Client refused(serviceName, QStringLiteral("/refused"), &m_Thread);
-    Client served(serviceName, path, &m_Thread);
+    Client refused(kServiceName, QStringLiteral("/refused"), &m_Thread);
+    Client served(kServiceName, kPath, &m_Thread);
     for (const auto& operation : operations) {
         SCOPED_TRACE(operation.name);
         const QString name = QLatin1String(operation.name);
@@ -120,21 +119,21 @@ TEST_F(PlaybackClientTest, OperationsCallTheSourceAndReportMissingProxiesAndErro
                                        QStringLiteral("critical: %1 DBus error "
                                                       "QDBusError(\"com.talvex.Error.Test\", \"broken\")")
                                            .arg(name)}));
-        m_Service.Reply(path, name, operation.reply);
+        m_Service.Reply(kPath, name, operation.reply);
         EXPECT_TRUE(operation.run(served, out));
         EXPECT_EQ(out, operation.delivered);
-        EXPECT_EQ(m_Service.Calls().last(), QStringLiteral("%1 %2.%3").arg(path, interfaceName, name));
+        EXPECT_EQ(m_Service.Calls().last(), QStringLiteral("%1 %2.%3").arg(kPath, kInterfaceName, name));
         EXPECT_EQ(m_Service.LastArguments(), operation.sent);
         EXPECT_EQ(Notes().size(), 2);
     }
     m_Service.Reply(QStringLiteral("/mistyped"), QStringLiteral("GetPlayState"), 5);
     QString state;
-    EXPECT_FALSE(Client(serviceName, QStringLiteral("/mistyped"), &m_Thread).GetPlayState(state));
+    EXPECT_FALSE(Client(kServiceName, QStringLiteral("/mistyped"), &m_Thread).GetPlayState(state));
 }
 
 TEST_F(PlaybackClientTest, WithoutAThreadThereIsNoProxy)
 {
-    Listener client(serviceName, path, nullptr);
+    Listener client(kServiceName, kPath, nullptr);
     EXPECT_TRUE(client.m_Proxy.isNull());
     EXPECT_EQ(
         Text(Notes()),
@@ -143,7 +142,7 @@ TEST_F(PlaybackClientTest, WithoutAThreadThereIsNoProxy)
 
 TEST_F(PlaybackClientTest, SignalsReachTheHooksUnchangedInTheirOrder)
 {
-    Listener client(serviceName, path, &m_Thread);
+    Listener client(kServiceName, kPath, &m_Thread);
     client.moveToThread(&m_Thread);
     m_Thread.start();
     const QString odd = QString::fromUtf8("event_type=ERROR;text=\xC3\xA4 \"\xF0\x9F\x8E\xB5\"\t");
@@ -154,23 +153,23 @@ TEST_F(PlaybackClientTest, SignalsReachTheHooksUnchangedInTheirOrder)
                                  "SignalShuffleModeChanged",
                                  "SignalSpeedModeChanged"};
     for (const char* name : names) {
-        m_Service.Signal(path, interfaceName, QLatin1String(name), {odd});
+        m_Service.Signal(kPath, kInterfaceName, QLatin1String(name), {odd});
     }
-    ASSERT_TRUE(client.m_Hooks.tryAcquire(6, limitMs)) << Text(Notes());
+    ASSERT_TRUE(client.m_Hooks.tryAcquire(6, kLimitMs)) << Text(Notes());
     QStringList expected;
     for (const char* hook : {"error", "functionalities", "play state", "repeat", "shuffle", "speed"}) {
         expected << QStringLiteral("hook %1 %2").arg(QLatin1String(hook), odd);
     }
     EXPECT_EQ(Text(Notes(QStringLiteral("hook"))), Text(expected));
     m_Thread.quit();
-    ASSERT_TRUE(m_Thread.wait(limitMs));
+    ASSERT_TRUE(m_Thread.wait(kLimitMs));
     EXPECT_TRUE(client.m_Proxy.isNull());
     EXPECT_FALSE(client.Pause());
 }
 
-void Send(Listener& client, const char* slot, const QString& text)
+void Send(Listener& aClient, const char* aSlot, const QString& aText)
 {
-    ASSERT_TRUE(QMetaObject::invokeMethod(&client, slot, Qt::DirectConnection, Q_ARG(QString, text)));
+    ASSERT_TRUE(QMetaObject::invokeMethod(&aClient, aSlot, Qt::DirectConnection, Q_ARG(QString, aText)));
 }
 
 TEST_F(PlaybackClientTest, EveryEventIsLoggedAndOnlyErrorsAreHandled)
@@ -193,9 +192,9 @@ TEST_F(PlaybackClientTest, EveryEventIsLoggedAndOnlyErrorsAreHandled)
 
 TEST_F(PlaybackClientTest, FirstTextWithBothModesResetsThemOnceEvenWhileUpdatesAreDisabled)
 {
-    Listener client(serviceName, path, &m_Thread);
-    m_Service.Fail(path, QStringLiteral("SetRepeatMode"), QStringLiteral("no")); // the result is ignored
-    m_Service.Reply(path, QStringLiteral("SetShuffleMode"), true);
+    Listener client(kServiceName, kPath, &m_Thread);
+    m_Service.Fail(kPath, QStringLiteral("SetRepeatMode"), QStringLiteral("no")); // the result is ignored
+    m_Service.Reply(kPath, QStringLiteral("SetShuffleMode"), true);
     const QString text = QStringLiteral(R"({"available_functionalities": {"%1": {"options": ["%2"]}}})");
     const QString both =
         text.arg(QStringLiteral("B"), QStringLiteral("REPEAT_MODE_ONE\", \"SHUFFLE_MODE_OFF"));
@@ -207,7 +206,7 @@ TEST_F(PlaybackClientTest, FirstTextWithBothModesResetsThemOnceEvenWhileUpdatesA
     client.m_FunctionalityUpdatesDisabled = true;
     ClearNotes();
     Send(client, "FunctionalitiesChanged", both);
-    const QString member = path + QLatin1Char(' ') + interfaceName + QLatin1Char('.');
+    const QString member = kPath + QLatin1Char(' ') + kInterfaceName + QLatin1Char('.');
     EXPECT_EQ(m_Service.Calls(), QStringList({member + QStringLiteral("SetRepeatMode"),
                                               member + QStringLiteral("SetShuffleMode")}));
     EXPECT_EQ(m_Service.LastArguments(), QVariantList{QStringLiteral("SHUFFLE_MODE_OFF")});
@@ -224,13 +223,13 @@ TEST_F(PlaybackClientTest, FirstTextWithBothModesResetsThemOnceEvenWhileUpdatesA
 
 TEST_F(PlaybackClientTest, WaitForDBusReplyTellsSuccessAndKeepsTheValueOnFailure)
 {
-    ComTalvexDBusMediaPlayerPlaybackControlInterface proxy(serviceName, path,
+    ComTalvexDBusMediaPlayerPlaybackControlInterface proxy(kServiceName, kPath,
                                                            MPL_TestEnvironment::GetDbusConnection());
-    m_Service.Reply(path, QStringLiteral("Jump"), {});
-    m_Service.Reply(path, QStringLiteral("Pause"), true);
-    m_Service.Fail(path, QStringLiteral("SeekToTime"), QStringLiteral("no"));
-    m_Service.Fail(path, QStringLiteral("Resume"), QStringLiteral("no"));
-    m_Service.Reply(path, QStringLiteral("NextTrack"), QStringLiteral("no boolean"));
+    m_Service.Reply(kPath, QStringLiteral("Jump"), {});
+    m_Service.Reply(kPath, QStringLiteral("Pause"), true);
+    m_Service.Fail(kPath, QStringLiteral("SeekToTime"), QStringLiteral("no"));
+    m_Service.Fail(kPath, QStringLiteral("Resume"), QStringLiteral("no"));
+    m_Service.Reply(kPath, QStringLiteral("NextTrack"), QStringLiteral("no boolean"));
     bool value = false;
     EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(proxy.Jump(1)));
     EXPECT_FALSE(MPL::TestUtils::WaitForDBusReply(proxy.SeekToTime(1)));

@@ -1,6 +1,5 @@
 // The service checker on a bus where names come and go.
 #include "ClientTest.h"
-
 #include <MPL_ServiceChecker.h>
 
 #include <QSignalSpy>
@@ -18,13 +17,13 @@ TEST_F(ServiceCheckerTest, OnlyARegistrationOfTheAwaitedNameStartsAThreadThatDoe
     QThread thread;
     const QSignalSpy earlyStarted(&early, &QThread::started);
     QSignalSpy started(&thread, &QThread::started);
-    MPL::ServiceChecker tooLate(&early, serviceName); // registered already
+    MPL::ServiceChecker tooLate(&early, kServiceName); // registered already
     MPL::ServiceChecker checker(&thread, awaited);
     MPL::ServiceChecker inert;
 
     ASSERT_TRUE(peer.registerService(awaited + QStringLiteral("2")));
     ASSERT_TRUE(peer.registerService(awaited));
-    ASSERT_TRUE(started.wait(limitMs));
+    ASSERT_TRUE(started.wait(kLimitMs));
     EXPECT_EQ(earlyStarted.count(), 0);
 
     for (const QString& name : {awaited, awaited.toUpper()}) {
@@ -32,16 +31,16 @@ TEST_F(ServiceCheckerTest, OnlyARegistrationOfTheAwaitedNameStartsAThreadThatDoe
         inert.OnServiceRegistered(QString());
     }
     thread.quit();
-    ASSERT_TRUE(thread.wait(limitMs));
+    ASSERT_TRUE(thread.wait(kLimitMs));
     checker.OnServiceRegistered(awaited.toUpper());
     EXPECT_FALSE(thread.isRunning());
 
     ASSERT_TRUE(peer.unregisterService(awaited));
     ASSERT_TRUE(peer.registerService(awaited));
-    ASSERT_TRUE(started.wait(limitMs)); // again after its end
+    ASSERT_TRUE(started.wait(kLimitMs)); // again after its end
     EXPECT_EQ(started.count(), 2);
     thread.quit();
-    ASSERT_TRUE(thread.wait(limitMs));
+    ASSERT_TRUE(thread.wait(kLimitMs));
     QDBusConnection::disconnectFromBus(QStringLiteral("peer"));
 }
 

@@ -1,8 +1,6 @@
 // The value types on a real connection: their signatures, what comes back, and what a strange peer may send.
 #include <MPL_Types.h>
 
-#include <gtest/gtest.h>
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -12,6 +10,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <gtest/gtest.h>
+
 #include <memory>
 
 /// The same record from a peer that types the path as an object path.
@@ -20,20 +20,20 @@ struct TypedServiceObject {
     QDBusObjectPath objectPath;
 };
 
-QDBusArgument& operator<<(QDBusArgument& argument, const TypedServiceObject& object)
+QDBusArgument& operator<<(QDBusArgument& aRgument, const TypedServiceObject& aObject)
 {
-    argument.beginStructure();
-    argument << object.serviceName << object.objectPath;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument << aObject.serviceName << aObject.objectPath;
+    aRgument.endStructure();
+    return aRgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, TypedServiceObject& object)
+const QDBusArgument& operator>>(const QDBusArgument& aRgument, TypedServiceObject& aObject)
 {
-    argument.beginStructure();
-    argument >> object.serviceName >> object.objectPath;
-    argument.endStructure();
-    return argument;
+    aRgument.beginStructure();
+    aRgument >> aObject.serviceName >> aObject.objectPath;
+    aRgument.endStructure();
+    return aRgument;
 }
 
 Q_DECLARE_METATYPE(TypedServiceObject)
@@ -48,8 +48,8 @@ public:
     Echo()
     {
         m_Server.setAnonymousAuthenticationAllowed(true);
-        QObject::connect(&m_Server, &QDBusServer::newConnection, [this](const QDBusConnection& connection) {
-            m_FarEnd = std::make_unique<QDBusConnection>(connection);
+        QObject::connect(&m_Server, &QDBusServer::newConnection, [this](const QDBusConnection& aConnection) {
+            m_FarEnd = std::make_unique<QDBusConnection>(aConnection);
             m_FarEnd->registerVirtualObject("/", this);
         });
     }
@@ -64,17 +64,17 @@ public:
 
     QString introspect(const QString&) const override { return {}; }
 
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
+    bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection) override
     {
-        m_Signature = message.signature();
-        return connection.send(message.createReply(message.arguments()));
+        m_Signature = aMessage.signature();
+        return aConnection.send(aMessage.createReply(aMessage.arguments()));
     }
 
     template <typename Received, typename Sent>
-    Received RoundTrip(const Sent& value)
+    Received RoundTrip(const Sent& aValue)
     {
         QDBusMessage message = QDBusMessage::createMethodCall({}, "/", "x.y", "Echo");
-        message << QVariant::fromValue(value);
+        message << QVariant::fromValue(aValue);
         QDBusPendingReply<Received> reply = m_NearEnd.asyncCall(message);
         QEventLoop loop;
         QDBusPendingCallWatcher watcher(reply);

@@ -3,9 +3,9 @@
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_TestEnvironmentNames.h>
 
-#include <gtest/gtest.h>
-
 #include <QStringList>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
@@ -15,10 +15,10 @@ namespace
 {
 
 template <std::size_t N>
-QStringList ListOf(const std::array<QString, N>& words)
+QStringList ListOf(const std::array<QString, N>& aWords)
 {
     QStringList list;
-    std::copy(words.begin(), words.end(), std::back_inserter(list));
+    std::copy(aWords.begin(), aWords.end(), std::back_inserter(list));
     return list;
 }
 
@@ -33,9 +33,9 @@ TEST(Words, KeepTheOddSpellingsOfTheServices)
 }
 
 template <std::size_t N>
-void ExpectDistinct(const std::array<QString, N>& words)
+void ExpectDistinct(const std::array<QString, N>& aWords)
 {
-    const QStringList list = ListOf(words);
+    const QStringList list = ListOf(aWords);
     EXPECT_EQ(std::set<QString>(list.begin(), list.end()).size(), N) << qPrintable(list.join(' '));
     EXPECT_FALSE(list.contains(QString()));
 }

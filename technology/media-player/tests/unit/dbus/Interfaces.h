@@ -20,14 +20,14 @@ struct Interface {
 };
 
 template <class Proxy>
-std::unique_ptr<QDBusAbstractInterface> Make(const QDBusConnection& connection)
+std::unique_ptr<QDBusAbstractInterface> Make(const QDBusConnection& aConnection)
 {
-    return std::make_unique<Proxy>(QString(), QStringLiteral("/object"), connection);
+    return std::make_unique<Proxy>(QString(), QStringLiteral("/object"), aConnection);
 }
 
 inline const std::vector<Interface>& Interfaces()
 {
-    static const std::vector<Interface> interfaces{
+    static const std::vector<Interface> kInterfaces{
         {"MediaManager", Make<ComTalvexDBusMediaPlayerMediaManagerInterface>,
          "GetActiveMediaSource()->(ss) GetAvailableMediaSources()->a(ss) SetActiveMediaSource((ss))->",
          "ActiveMediaSourceChanged(ss) MediaSourceAdded(ss) MediaSourceRemoved(ss)"},
@@ -87,5 +87,5 @@ inline const std::vector<Interface>& Interfaces()
          "SignalBrowserHierarchy(a(ssuu)s) SignalBrowserHierarchyUrl(s) SignalBrowsingResultsChanged(s) "
          "SignalCurrentResultsSortModeChanged(s) SignalEvent(s) SignalFunctionalitiesChanged(s)"},
     };
-    return interfaces;
+    return kInterfaces;
 }

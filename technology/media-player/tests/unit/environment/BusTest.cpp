@@ -1,6 +1,5 @@
 #include "PrivateBus.h"
 #include "TestBuses.h"
-
 #include <MPL_TestEnvironment.h>
 
 using namespace MPL::Doubles;
@@ -8,15 +7,15 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString ADDRESS = QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
-const QString NOWHERE = QStringLiteral("unix:path=/nonexistent/bus");
+const QString kAddress = QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
+const QString kNowhere = QStringLiteral("unix:path=/nonexistent/bus");
 
-const QString PREFIX = QStringLiteral("MPL_TestEnvironment::LaunchMPLTestDbusDaemon - ");
-const QString LAUNCHING = "debug: " + PREFIX + "Launching DBus Daemon on MPL Test Port..";
-const QString ATTEMPT =
+const QString kPrefix = QStringLiteral("MPL_TestEnvironment::LaunchMPLTestDbusDaemon - ");
+const QString kLaunching = "debug: " + kPrefix + "Launching DBus Daemon on MPL Test Port..";
+const QString kAttempt =
     QStringLiteral("debug: Attempting to connect to ' \"unix:path=/var/talvex/media-player/testDbus\" '.");
-const QString FAILED = QStringLiteral("debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"");
-const QString START =
+const QString kFailed = QStringLiteral("debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"");
+const QString kStart =
     QStringLiteral("start /usr/bin/dbus-daemon --config-file /opt/talvex/etc/mpl-dbus.conf");
 
 class TestBus : public BusesTest
@@ -25,7 +24,7 @@ protected:
     TestBus()
     {
         QDBusConnection::disconnectFromBus(QStringLiteral("MPLTestDbus"));
-        PrivateBus::Redirect(ADDRESS, NOWHERE);
+        PrivateBus::Redirect(kAddress, kNowhere);
     }
     ~TestBus() override
     {
@@ -36,9 +35,10 @@ protected:
 
 TEST_F(TestBus, IsNotStartedWhenOneIsAlive)
 {
-    PrivateBus::Redirect(ADDRESS, BusAddress());
+    PrivateBus::Redirect(kAddress, BusAddress());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, "debug: " + PREFIX + "Test DBus is already active. Returning."}));
+    EXPECT_EQ(Text(Notes()),
+              Text({kAttempt, "debug: " + kPrefix + "Test DBus is already active. Returning."}));
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
     EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
 }
@@ -48,14 +48,14 @@ TEST_F(TestBus, IsProbedUntilItAnswers)
     Starts().onStart = [](const QString&, const QStringList&) {
         VirtualTime::OnSleep([] {
             if (VirtualTime::Slept() == 2000) {
-                PrivateBus::Redirect(ADDRESS, BusAddress());
+                PrivateBus::Redirect(kAddress, BusAddress());
             }
         });
     };
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, FAILED, LAUNCHING, START, ATTEMPT, FAILED, "sleep 1000 ms",
-                                   ATTEMPT, FAILED, "sleep 1000 ms", ATTEMPT,
-                                   "debug: " + PREFIX +
+    EXPECT_EQ(Text(Notes()), Text({kAttempt, kFailed, kLaunching, kStart, kAttempt, kFailed, "sleep 1000 ms",
+                                   kAttempt, kFailed, "sleep 1000 ms", kAttempt,
+                                   "debug: " + kPrefix +
                                        "Successfully connected to newly started daemon after  2  seconds."}));
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
 }
@@ -63,11 +63,11 @@ TEST_F(TestBus, IsProbedUntilItAnswers)
 TEST_F(TestBus, IsGivenUpAfterThirtyProbes)
 {
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    QStringList expected{ATTEMPT, FAILED, LAUNCHING, START};
+    QStringList expected{kAttempt, kFailed, kLaunching, kStart};
     for (int probe = 0; probe < 30; ++probe) {
-        expected << ATTEMPT << FAILED << "sleep 1000 ms";
+        expected << kAttempt << kFailed << "sleep 1000 ms";
     }
-    expected << "debug: " + PREFIX +
+    expected << "debug: " + kPrefix +
                     "Failed to connect to newly started daemon. Considering the start-up process failed.";
     EXPECT_EQ(Text(Notes()), Text(expected));
     EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
@@ -77,8 +77,8 @@ TEST_F(TestBus, IsGivenUpAtOnceWhenItsDaemonCannotBeStarted)
 {
     Starts().failing << "/usr/bin/dbus-daemon";
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
-    EXPECT_EQ(Text(Notes()), Text({ATTEMPT, FAILED, LAUNCHING, START,
-                                   "critical: " + PREFIX + "Failed to launch dbus-daemon process."}));
+    EXPECT_EQ(Text(Notes()), Text({kAttempt, kFailed, kLaunching, kStart,
+                                   "critical: " + kPrefix + "Failed to launch dbus-daemon process."}));
     EXPECT_FALSE(MPL_TestEnvironment::m_TestDbusConnection.isConnected());
 }
 
@@ -88,7 +88,7 @@ TEST_F(TestBus, IsReplacedByTheSystemBusUntilItIsLaunched)
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), QDBusConnection::systemBus().name());
     EXPECT_EQ(Text(Notes()), Text({"debug: MPL_TestEnvironment::GetDbusConnection - No Dbus instance "
                                    "created. Defaulting to system bus."}));
-    PrivateBus::Redirect(ADDRESS, BusAddress());
+    PrivateBus::Redirect(kAddress, BusAddress());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
 }

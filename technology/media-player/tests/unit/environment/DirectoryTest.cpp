@@ -1,5 +1,4 @@
 #include "DoublesTest.h"
-
 #include <MPL_TestEnvironment.h>
 
 #include <QDir>
@@ -13,19 +12,19 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString CONFIG = QStringLiteral("/opt/talvex/etc/mplConfig.json");
-const QString UNIT_CONFIG = QStringLiteral("/var/talvex/media-player/mplUnitConfig.json");
+const QString kConfig = QStringLiteral("/opt/talvex/etc/mplConfig.json");
+const QString kUnitConfig = QStringLiteral("/var/talvex/media-player/mplUnitConfig.json");
 
 class Environment : public DoublesTest
 {
 protected:
-    QString Path(const QString& name) const { return m_Folder.filePath(name); }
+    QString Path(const QString& aName) const { return m_Folder.filePath(aName); }
 
-    QString WrittenFile(const QString& name) const
+    QString WrittenFile(const QString& aName) const
     {
-        QFile file(Path(name));
+        QFile file(Path(aName));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(name.toUtf8());
+        file.write(aName.toUtf8());
         return file.fileName();
     }
 
@@ -123,21 +122,21 @@ using PandoraLogin = DoublesTest;
 TEST_F(PandoraLogin, ReplacesOnlyTheCredentials)
 {
     MPL_TestEnvironment::SetPandoraCredentials("a \"quoted\" \\ name", "");
-    World().files[CONFIG] = QStringLiteral(
+    World().files[kConfig] = QStringLiteral(
         R"({"other": ["ü", 1.5, null], "config": {"pandora": {"login_config":
             {"login_type": "t", "user_name": "old", "password": "old", "track_token": true}}}})");
-    const QString original = World().files[CONFIG];
+    const QString original = World().files[kConfig];
     EXPECT_TRUE(MPL_TestEnvironment::AddPandoraLogin());
     QString expected = original;
     expected.replace("\"user_name\": \"old\"", "\"user_name\": \"a \\\"quoted\\\" \\\\ name\"");
     expected.replace("\"password\": \"old\"", "\"password\": \"\"");
-    EXPECT_EQ(QJsonDocument::fromJson(World().files[UNIT_CONFIG].toUtf8()),
+    EXPECT_EQ(QJsonDocument::fromJson(World().files[kUnitConfig].toUtf8()),
               QJsonDocument::fromJson(expected.toUtf8()));
-    EXPECT_TRUE(World().files[UNIT_CONFIG].contains("\n\t\"config\":\t{")) << "not indented";
-    EXPECT_EQ(World().files[CONFIG], original);
-    EXPECT_EQ(Text(Notes()), Text({"read " + CONFIG, "write " + UNIT_CONFIG}));
+    EXPECT_TRUE(World().files[kUnitConfig].contains("\n\t\"config\":\t{")) << "not indented";
+    EXPECT_EQ(World().files[kConfig], original);
+    EXPECT_EQ(Text(Notes()), Text({"read " + kConfig, "write " + kUnitConfig}));
 
-    World().unwritable << UNIT_CONFIG;
+    World().unwritable << kUnitConfig;
     EXPECT_FALSE(MPL_TestEnvironment::AddPandoraLogin());
 }
 
@@ -145,20 +144,20 @@ TEST_F(PandoraLogin, ReplacesOnlyTheCredentials)
 // twice.
 TEST_F(PandoraLogin, LeavesCredentialsThatAreNoTextAlone)
 {
-    World().files[CONFIG] =
+    World().files[kConfig] =
         R"({"config":{"pandora":{"login_config":{"user_name":{"a":["b"]},"password":7}}}})";
     EXPECT_TRUE(MPL_TestEnvironment::AddPandoraLogin());
-    EXPECT_EQ(QJsonDocument::fromJson(World().files[UNIT_CONFIG].toUtf8()),
-              QJsonDocument::fromJson(World().files[CONFIG].toUtf8()));
+    EXPECT_EQ(QJsonDocument::fromJson(World().files[kUnitConfig].toUtf8()),
+              QJsonDocument::fromJson(World().files[kConfig].toUtf8()));
 }
 
 TEST_F(PandoraLogin, SaysWhatTheConfigurationLacks)
 {
     const QString prefix = QStringLiteral("critical: MPL_TestEnvironment::AddPandoraLogin - ");
     EXPECT_FALSE(MPL_TestEnvironment::AddPandoraLogin());
-    EXPECT_EQ(Text(Notes("critical")), Text({prefix + "error reading file \"" + CONFIG + "\""}));
+    EXPECT_EQ(Text(Notes("critical")), Text({prefix + "error reading file \"" + kConfig + "\""}));
 
-    const QString parsing = "error parsing root for \"" + CONFIG + "\"";
+    const QString parsing = "error parsing root for \"" + kConfig + "\"";
     const QString both = QStringLiteral("could not find both nodes \"user_name\"   \"password\"");
     const QList<QPair<QString, QString>> cases{
         {"", parsing},
@@ -171,9 +170,9 @@ TEST_F(PandoraLogin, SaysWhatTheConfigurationLacks)
         {R"({"config": {"pandora": {"login_config": {"password": "p"}}}})", both}};
     for (const auto& [text, complaint] : cases) {
         ClearNotes();
-        World().files[CONFIG] = text;
+        World().files[kConfig] = text;
         EXPECT_FALSE(MPL_TestEnvironment::AddPandoraLogin());
-        EXPECT_EQ(Text(Notes()), Text({"read " + CONFIG, prefix + complaint}));
+        EXPECT_EQ(Text(Notes()), Text({"read " + kConfig, prefix + complaint}));
     }
 }
 

@@ -1,5 +1,4 @@
 #include "TestBuses.h"
-
 #include <MPL_TestEnvironment.h>
 
 #include <gtest/gtest-spi.h>
@@ -9,20 +8,20 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString MANAGER = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
-const QString MANAGER_OBJECTS = MANAGER + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
-const QString SOURCES = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.");
+const QString kManager = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
+const QString kManagerObjects = kManager + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
+const QString kSources = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.");
 const QString TEST_SOURCE = QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
-const QString CONFIG = QStringLiteral("/opt/talvex/etc/mplConfig.json");
+const QString kConfig = QStringLiteral("/opt/talvex/etc/mplConfig.json");
 
-const QStringList RESET{"save active source \"\"", "save playback state \"\"",
-                        "debug: MPL_TestEnvironment::ClearMPLState result= true"};
-const QString PREFIX = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaManagerProcess");
-const QString FAILURE = QStringLiteral("critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ");
-const QString START_MME = QStringLiteral("start command /opt/talvex/bin/media_mme");
-const QStringList FINISH{"sleep 2000 ms", PREFIX + " -- finished."};
-const QString DATABASE = QStringLiteral("DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
-const QString START_MANAGER = QStringLiteral("start /opt/talvex/bin/media_manager ");
+const QStringList kReset{"save active source \"\"", "save playback state \"\"",
+                         "debug: MPL_TestEnvironment::ClearMPLState result= true"};
+const QString kPrefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaManagerProcess");
+const QString kFailure = QStringLiteral("critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ");
+const QString kStartMme = QStringLiteral("start command /opt/talvex/bin/media_mme");
+const QStringList kFinish{"sleep 2000 ms", kPrefix + " -- finished."};
+const QString kDatabase = QStringLiteral("DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
+const QString kStartManager = QStringLiteral("start /opt/talvex/bin/media_manager ");
 
 class Launching : public BusesTest
 {
@@ -30,15 +29,15 @@ protected:
     Launching()
     {
         UseTestBus();
-        World().files[CONFIG] =
+        World().files[kConfig] =
             R"({"config": {"pandora": {"login_config": {"user_name": "u", "password": "p"}}}})";
     }
 
-    static void SourceIsReady(const QString& name)
+    static void SourceIsReady(const QString& aName)
     {
-        World().owned << SOURCES + name;
-        World().objects[SOURCES + name + " com.talvex.DBus.MediaPlayer.MediaSource"] =
-            QStringList{"/" + name};
+        World().owned << kSources + aName;
+        World().objects[kSources + aName + " com.talvex.DBus.MediaPlayer.MediaSource"] =
+            QStringList{"/" + aName};
     }
 
     static std::string Started() { return Text(Notes("start")); }
@@ -46,20 +45,20 @@ protected:
 
 TEST_F(Launching, TheManagerStartsTheMountServiceFirst)
 {
-    World().owned << MANAGER;
-    World().objects[MANAGER_OBJECTS] = QStringList{"/manager"};
+    World().owned << kManager;
+    World().objects[kManagerObjects] = QStringList{"/manager"};
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(false, "extra argument"));
     EXPECT_EQ(Text(Notes()),
-              Text(QStringList{PREFIX} + RESET +
-                   QStringList{PREFIX + " -- Launching MME Process", START_MME,
-                               PREFIX + " -- Launching MediaManager Process on test dbus.",
-                               START_MANAGER + "extra argument " + DATABASE + " --test-dbus",
+              Text(QStringList{kPrefix} + kReset +
+                   QStringList{kPrefix + " -- Launching MME Process", kStartMme,
+                               kPrefix + " -- Launching MediaManager Process on test dbus.",
+                               kStartManager + "extra argument " + kDatabase + " --test-dbus",
                                "debug: MediaManager process launched, waiting for the object to become "
                                "available on d-bus.",
                                "debug: MPL_TestEnvironment::WaitForServiceObjects -- Found 1 service objects "
                                "for \"" +
-                                   MANAGER + "\""} +
-                   FINISH));
+                                   kManager + "\""} +
+                   kFinish));
 }
 
 TEST_F(Launching, TheManagerIsToldOfNoBusOnTheSystemBus)
@@ -67,16 +66,16 @@ TEST_F(Launching, TheManagerIsToldOfNoBusOnTheSystemBus)
     UseSystemBus();
     World().processes["media_mme"] = 1;
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
-    EXPECT_EQ(Started(), Text({START_MANAGER + DATABASE}));
-    EXPECT_TRUE(Notes().contains(PREFIX + " -- Launching MediaManager Process on system dbus."));
-    EXPECT_EQ(Text(Notes("critical")), Text({FAILURE + "MediaManager process did not start."}));
+    EXPECT_EQ(Started(), Text({kStartManager + kDatabase}));
+    EXPECT_TRUE(Notes().contains(kPrefix + " -- Launching MediaManager Process on system dbus."));
+    EXPECT_EQ(Text(Notes("critical")), Text({kFailure + "MediaManager process did not start."}));
     EXPECT_EQ(VirtualTime::Slept(), 22000);
 
     ClearNotes();
-    World().owned << MANAGER;
+    World().owned << kManager;
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
-    EXPECT_EQ(Text(Notes("critical")), Text({FAILURE + "MediaManager process did not show up on dbus."}));
-    EXPECT_EQ(Notes().mid(Notes().size() - 2), FINISH);
+    EXPECT_EQ(Text(Notes("critical")), Text({kFailure + "MediaManager process did not show up on dbus."}));
+    EXPECT_EQ(Notes().mid(Notes().size() - 2), kFinish);
 }
 
 TEST_F(Launching, TheManagerTwiceStartsNothingButResetsAndPauses)
@@ -84,10 +83,10 @@ TEST_F(Launching, TheManagerTwiceStartsNothingButResetsAndPauses)
     World().processes = {{"media_mme", 1}, {"media_manager", 2}};
     World().saveSource = false;
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
-    EXPECT_EQ(Text(Notes()), Text(QStringList{PREFIX, "DataManager::StartUp", "save active source \"\"",
+    EXPECT_EQ(Text(Notes()), Text(QStringList{kPrefix, "DataManager::StartUp", "save active source \"\"",
                                               "DataManager::ShutDown",
                                               "debug: MPL_TestEnvironment::ClearMPLState result= false"} +
-                                  FINISH));
+                                  kFinish));
 }
 
 TEST_F(Launching, TheManagerEndsAtAProgramThatDoesNotStart)
@@ -95,16 +94,16 @@ TEST_F(Launching, TheManagerEndsAtAProgramThatDoesNotStart)
     Starts().failing << "/opt/talvex/bin/media_mme"
                      << "/opt/talvex/bin/media_manager";
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
-    EXPECT_EQ(Text(Notes()), Text(QStringList{PREFIX} + RESET +
-                                  QStringList{PREFIX + " -- Launching MME Process", START_MME,
-                                              FAILURE + "Launch MME Process() failed."} +
-                                  FINISH));
+    EXPECT_EQ(Text(Notes()), Text(QStringList{kPrefix} + kReset +
+                                  QStringList{kPrefix + " -- Launching MME Process", kStartMme,
+                                              kFailure + "Launch MME Process() failed."} +
+                                  kFinish));
 
     World().processes["media_mme"] = 1;
     ClearNotes();
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
     EXPECT_EQ(Text(Notes("critical")), Text({"critical: LaunchMediaManagerProcess() failed."}));
-    EXPECT_EQ(Notes().mid(Notes().size() - 2), FINISH);
+    EXPECT_EQ(Notes().mid(Notes().size() - 2), kFinish);
 }
 
 TEST_F(Launching, ASourceWaitsForItsOwnName)
@@ -114,11 +113,11 @@ TEST_F(Launching, ASourceWaitsForItsOwnName)
     EXPECT_EQ(
         Text(Notes()),
         Text(QStringList{"debug: MPL_TestEnvironment::LaunchMediaSourceProcess \"media_source_spotify\""} +
-             RESET +
+             kReset +
              QStringList{"debug: LaunchMediaSourceProcess:  \"media_source_spotify\"  on the test dbus.",
                          "start /opt/talvex/bin/media_source_spotify --verbose --test-dbus"}));
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_disc", false, false));
-    EXPECT_EQ(World().questions.last(), "owned " + SOURCES + "Disc on MPLTestDbus");
+    EXPECT_EQ(World().questions.last(), "owned " + kSources + "Disc on MPLTestDbus");
 }
 
 TEST_F(Launching, ASourceThatIsUnknownOrDoesNotStartFails)
@@ -174,7 +173,7 @@ TEST_F(Launching, TheTestSourcePassesItsOptions)
     ClearNotes();
     World().processes["test_media_source"] = 1;
     EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 0, true, false));
-    EXPECT_EQ(Notes().mid(1), RESET);
+    EXPECT_EQ(Notes().mid(1), kReset);
 }
 
 TEST_F(Launching, TheTestSourceThatNeverShowsUpFailsTheTestOnly)
@@ -202,7 +201,7 @@ TEST_F(Launching, ARemoteSourceIsToldOfTheComputerIfItCanUseOne)
         Text(Notes()),
         Text(QStringList{prefix + "Process: \"media_source_apple\" Activate DM: false Server: "
                                   "\"10.0.0.1\" \"99\" \"98\" Verbose: true Reset active source: true"} +
-             RESET +
+             kReset +
              QStringList{prefix + "Launching \"media_source_apple\"",
                          "start /opt/talvex/bin/media_source_apple --verbose --remote=10.0.0.1 --port=99 "
                          "--ddpport=98 --test-dbus",
@@ -243,12 +242,13 @@ TEST_F(Launching, AllSourcesWithoutARemoteComputerAreThree)
     MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "1", "2", true);
     EXPECT_EQ(
         Text(Notes(prefix)),
-        Text({prefix + " \"\" \"1\" \"2\" true",
-              prefix + " Not using the remote computer for apple and disc functionality, don't launch "
-                       "the processes",
-              prefix + " Launching process \"media_source_mass_storage\"  ( \"" + SOURCES + "MassStorage\" )",
-              prefix + " Launching process \"media_source_pandora\"  ( \"" + SOURCES + "Pandora\" )",
-              prefix + " Launching process \"media_source_spotify\"  ( \"" + SOURCES + "Spotify\" )"}));
+        Text(
+            {prefix + " \"\" \"1\" \"2\" true",
+             prefix + " Not using the remote computer for apple and disc functionality, don't launch "
+                      "the processes",
+             prefix + " Launching process \"media_source_mass_storage\"  ( \"" + kSources + "MassStorage\" )",
+             prefix + " Launching process \"media_source_pandora\"  ( \"" + kSources + "Pandora\" )",
+             prefix + " Launching process \"media_source_spotify\"  ( \"" + kSources + "Spotify\" )"}));
     EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_mass_storage --verbose --test-dbus",
                                "start /opt/talvex/bin/media_source_pandora unitTest "
                                "/var/talvex/media-player/mplUnitConfig.json --verbose --test-dbus",
@@ -285,7 +285,7 @@ TEST_F(Launching, AllSourcesEndsFatallyAtTheFirstThatIsMissing)
         "aVerbose, true )");
     EXPECT_EQ(Notes("start").size(), 1);
 
-    World().owned << SOURCES + "MassStorage";
+    World().owned << kSources + "MassStorage";
     EXPECT_FATAL_FAILURE(MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "", "", false),
                          "MPL_TestEnvironment::WaitForMediaSourceServiceObjects( serviceName, 1 )");
     SourceIsReady("MassStorage");

@@ -1,5 +1,4 @@
 #include "DoublesTest.h"
-
 #include <MPL_TestEnvironment.h>
 
 using namespace MPL::Doubles;
@@ -7,30 +6,30 @@ using namespace MPL::Doubles;
 namespace
 {
 
-QStringList Repeated(const QString& line, int times)
+QStringList Repeated(const QString& aLine, int aTimes)
 {
     QStringList lines;
-    for (int n = 0; n < times; ++n) {
-        lines << line;
+    for (int n = 0; n < aTimes; ++n) {
+        lines << aLine;
     }
     return lines;
 }
 
-const QString KILLING_MME = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_mme");
-const QString KILLING_MANAGER = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_manager");
-const QString KILLING_STACK = QStringLiteral("debug: MPL_TestEnvironment::KillMediaManagerProcess");
+const QString kKillingMme = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_mme");
+const QString kKillingManager = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_manager");
+const QString kKillingStack = QStringLiteral("debug: MPL_TestEnvironment::KillMediaManagerProcess");
 
 using KillMediaProcess = DoublesTest;
 
 TEST_F(KillMediaProcess, SignalsOnceAndDoesNotWaitWhenNothingRuns)
 {
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
-    EXPECT_EQ(Text(Notes()), Text({KILLING_MME, "kill media_mme TERM"}));
+    EXPECT_EQ(Text(Notes()), Text({kKillingMme, "kill media_mme TERM"}));
 }
 
 TEST_F(KillMediaProcess, EscalatesAfterTenPassesAndReportsWhatStays)
 {
-    QStringList expected = QStringList{KILLING_MME, "kill media_mme TERM"} + Repeated("sleep 1000 ms", 10) +
+    QStringList expected = QStringList{kKillingMme, "kill media_mme TERM"} + Repeated("sleep 1000 ms", 10) +
                            QStringList{"debug: Couldn't kill process  media_mme  with SIGTERM. Sending "
                                        "SIGKILL instead.",
                                        "kill media_mme KILL", "sleep 5000 ms"};
@@ -64,13 +63,13 @@ TEST_F(KillMediaProcess, SparesSigkillWhenTheLastPassWasEnough)
 TEST_F(KillMediaProcess, SignalsARestartedProcessAgain)
 {
     World().processes["media_mme"] = 7;
-    World().onKill = [](const QString& name, bool) {
+    World().onKill = [](const QString& aName, bool) {
         if (Notes("kill").size() < 3) {
-            World().processes[name] = 100 + Notes("kill").size();
+            World().processes[aName] = 100 + Notes("kill").size();
         }
     };
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
-    EXPECT_EQ(Text(Notes()), Text({KILLING_MME, "kill media_mme TERM", "kill media_mme TERM", "sleep 1000 ms",
+    EXPECT_EQ(Text(Notes()), Text({kKillingMme, "kill media_mme TERM", "kill media_mme TERM", "sleep 1000 ms",
                                    "kill media_mme TERM", "sleep 1000 ms"}));
 }
 
@@ -79,7 +78,7 @@ using KillingTheStack = DoublesTest;
 TEST_F(KillingTheStack, TouchesNothingThatDoesNotRun)
 {
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
-    EXPECT_EQ(Text(Notes()), Text({KILLING_STACK}));
+    EXPECT_EQ(Text(Notes()), Text({kKillingStack}));
 }
 
 TEST_F(KillingTheStack, StopsTheMountServiceEvenWhenTheManagerStays)
@@ -87,9 +86,9 @@ TEST_F(KillingTheStack, StopsTheMountServiceEvenWhenTheManagerStays)
     World().processes = {{"media_manager", 7}, {"media_mme", 8}};
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
     EXPECT_EQ(Text(Notes()),
-              Text({KILLING_STACK, KILLING_MANAGER, "kill media_manager TERM",
+              Text({kKillingStack, kKillingManager, "kill media_manager TERM",
                     "debug: MPL_TestEnvironment::KillMediaManagerProcess -- MediaManager result= true",
-                    KILLING_MME, "kill media_mme TERM",
+                    kKillingMme, "kill media_mme TERM",
                     "debug: MPL_TestEnvironment::KillMediaManagerProcess -- MME result= true"}));
 
     ClearNotes();

@@ -1,5 +1,4 @@
 #include "TestBuses.h"
-
 #include <MPL_TestEnvironment.h>
 
 #include <QRegularExpression>
@@ -13,12 +12,12 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString MANAGER = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
-const QString MANAGER_OBJECTS = MANAGER + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
-const QString SOURCE = QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
-const QString SOURCE_OBJECTS = SOURCE + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaSource");
-const QString SIMULATION_OBJECTS =
-    SOURCE + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaSourceFactorySimulation");
+const QString kManager = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
+const QString kManagerObjects = kManager + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
+const QString kSource = QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
+const QString kSourceObjects = kSource + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaSource");
+const QString kSimulationObjects =
+    kSource + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaSourceFactorySimulation");
 
 class ServiceWait : public BusesTest
 {
@@ -26,13 +25,13 @@ protected:
     ServiceWait() { UseSystemBus(); }
 
     // The service appears during this pause.
-    static void AppearAtPause(int pause)
+    static void AppearAtPause(int aPause)
     {
         World().owned.clear();
         VirtualTime::Reset();
-        VirtualTime::OnSleep([pause] {
-            if (VirtualTime::Slept() == pause * qint64(2000)) {
-                World().owned << SOURCE;
+        VirtualTime::OnSleep([aPause] {
+            if (VirtualTime::Slept() == aPause * qint64(2000)) {
+                World().owned << kSource;
             }
         });
     }
@@ -48,71 +47,71 @@ protected:
 
 TEST_F(ServiceWait, IsSilentWhenTheServiceRuns)
 {
-    World().owned << SOURCE;
-    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceRunning(SOURCE));
+    World().owned << kSource;
+    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceRunning(kSource));
     EXPECT_EQ(Text(Notes()), "");
-    EXPECT_EQ(Text(World().questions), Text({"owned " + SOURCE + " on qt_default_system_bus"}));
+    EXPECT_EQ(Text(World().questions), Text({"owned " + kSource + " on qt_default_system_bus"}));
 }
 
 TEST_F(ServiceWait, PausesTenTimesAndIgnoresWhatComesInTheLastPause)
 {
     QStringList expected;
     for (int pause = 0; pause < 10; ++pause) {
-        expected << "debug: MPL_TestEnvironment::WaitForServiceRunning -- Service \"" + SOURCE +
+        expected << "debug: MPL_TestEnvironment::WaitForServiceRunning -- Service \"" + kSource +
                         "\" not running, pausing for 2 seconds.."
                  << "sleep 2000 ms";
     }
-    EXPECT_FALSE(MPL_TestEnvironment::WaitForServiceRunning(SOURCE));
+    EXPECT_FALSE(MPL_TestEnvironment::WaitForServiceRunning(kSource));
     EXPECT_EQ(Text(Notes()), Text(expected));
     EXPECT_EQ(World().questions.size(), 11);
 
     AppearAtPause(10);
-    EXPECT_FALSE(MPL_TestEnvironment::WaitForServiceRunning(SOURCE));
+    EXPECT_FALSE(MPL_TestEnvironment::WaitForServiceRunning(kSource));
     AppearAtPause(9);
-    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceRunning(SOURCE));
+    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceRunning(kSource));
     EXPECT_EQ(VirtualTime::Slept(), 18000);
 }
 
 TEST_F(ServiceWait, FindsEnoughObjects)
 {
-    World().objects[SOURCE_OBJECTS] = QStringList{"/a", "/b"};
+    World().objects[kSourceObjects] = QStringList{"/a", "/b"};
     QStringList paths{"/old"};
-    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceObjects(SOURCE, 2,
+    EXPECT_TRUE(MPL_TestEnvironment::WaitForServiceObjects(kSource, 2,
                                                            "com.talvex.DBus.MediaPlayer.MediaSource", paths));
     EXPECT_EQ(paths, (QStringList{"/a", "/b"}));
     EXPECT_EQ(Text(Notes()), Text({"debug: MPL_TestEnvironment::WaitForServiceObjects -- Found 2 service "
                                    "objects for \"" +
-                                   SOURCE + "\""}));
-    EXPECT_EQ(Text(World().questions), Text({"objects " + SOURCE_OBJECTS + " on qt_default_system_bus"}));
+                                   kSource + "\""}));
+    EXPECT_EQ(Text(World().questions), Text({"objects " + kSourceObjects + " on qt_default_system_bus"}));
 }
 
 TEST_F(ServiceWait, KeepsTheLastPathsWhenThereAreTooFewObjects)
 {
-    World().objects[SOURCE_OBJECTS] = QStringList{"/a"};
+    World().objects[kSourceObjects] = QStringList{"/a"};
     VirtualTime::OnSleep([] {
         if (VirtualTime::Slept() == 900) {
-            World().objects[SOURCE_OBJECTS] = QStringList{"/b"};
+            World().objects[kSourceObjects] = QStringList{"/b"};
         }
     });
     QStringList expected;
     for (int lookup = 0; lookup < 10; ++lookup) {
-        expected << "debug: MPL_TestEnvironment::WaitForServiceObjects -- Time: T Service: \"" + SOURCE +
+        expected << "debug: MPL_TestEnvironment::WaitForServiceObjects -- Time: T Service: \"" + kSource +
                         "\" Source Objects Found: 1 objects."
                  << "sleep 100 ms";
     }
     expected << "debug: MPL_TestEnvironment::WaitForServiceObjects timed out. Last found  1  objects.";
     QStringList paths;
     EXPECT_FALSE(MPL_TestEnvironment::WaitForServiceObjects(
-        SOURCE, 2, "com.talvex.DBus.MediaPlayer.MediaSource", paths));
+        kSource, 2, "com.talvex.DBus.MediaPlayer.MediaSource", paths));
     EXPECT_EQ(paths, QStringList{"/b"});
     EXPECT_EQ(TextWithoutTimes(), Text(expected));
 }
 
 TEST_F(ServiceWait, NeedsAnAnswerEvenForNoObjects)
 {
-    EXPECT_FALSE(MPL_TestEnvironment::WaitForMediaSourceServiceObjects(SOURCE, 0));
-    World().objects[SOURCE_OBJECTS] = QStringList{};
-    EXPECT_TRUE(MPL_TestEnvironment::WaitForMediaSourceServiceObjects(SOURCE, 0));
+    EXPECT_FALSE(MPL_TestEnvironment::WaitForMediaSourceServiceObjects(kSource, 0));
+    World().objects[kSourceObjects] = QStringList{};
+    EXPECT_TRUE(MPL_TestEnvironment::WaitForMediaSourceServiceObjects(kSource, 0));
 }
 
 TEST_F(ServiceWait, LooksAtAllSourcesForLifeAndAtTheFirstForRest)
@@ -144,20 +143,20 @@ using Proxies = ServiceWait;
 TEST_F(Proxies, OfTheManagerNeedExactlyOneObject)
 {
     EXPECT_EQ(MPL_TestEnvironment::CreateMediaManagerProxy(), nullptr);
-    EXPECT_EQ(Text(Notes()), Text({"critical: Service:  " + MANAGER + "  not running"}));
+    EXPECT_EQ(Text(Notes()), Text({"critical: Service:  " + kManager + "  not running"}));
 
-    World().owned << MANAGER;
+    World().owned << kManager;
     EXPECT_NONFATAL_FAILURE(EXPECT_EQ(MPL_TestEnvironment::CreateMediaManagerProxy(), nullptr),
                             "WaitForServiceObjects( MPL_TEST_MEDIAMANAGER_SERVICE_NAME, 1, "
                             "MPL::MPL_MEDIA_MANAGER_INTERFACE_NAME, mediaManagerList )");
-    World().objects[MANAGER_OBJECTS] = QStringList{"/one", "/two"};
+    World().objects[kManagerObjects] = QStringList{"/one", "/two"};
     EXPECT_EQ(MPL_TestEnvironment::CreateMediaManagerProxy(), nullptr);
     EXPECT_EQ(Notes("critical").size(), 1);
 
-    World().objects[MANAGER_OBJECTS] = QStringList{"/one"};
+    World().objects[kManagerObjects] = QStringList{"/one"};
     const std::unique_ptr<QDBusAbstractInterface> proxy(MPL_TestEnvironment::CreateMediaManagerProxy());
     ASSERT_TRUE(proxy);
-    EXPECT_EQ(proxy->service() + proxy->path(), MANAGER + "/one");
+    EXPECT_EQ(proxy->service() + proxy->path(), kManager + "/one");
     EXPECT_EQ(proxy->connection().name(), "qt_default_system_bus");
     EXPECT_EQ(proxy->parent(), nullptr);
 }
@@ -167,17 +166,17 @@ TEST_F(Proxies, OfTheSimulatorNeedExactlyOneObjectAndDoNotWait)
     EXPECT_EQ(MPL_TestEnvironment::CreateSimulatorProxy(), nullptr);
     EXPECT_EQ(Text(Notes()), "");
 
-    World().owned << SOURCE;
-    World().objects[SIMULATION_OBJECTS] = QStringList{"/one", "/two"};
+    World().owned << kSource;
+    World().objects[kSimulationObjects] = QStringList{"/one", "/two"};
     EXPECT_EQ(MPL_TestEnvironment::CreateSimulatorProxy(), nullptr);
     EXPECT_EQ(Text(Notes()),
               Text({"critical: Service: com.talvex.DBus.MediaPlayer.MediaManagerService  has no interface "
                     "com.talvex.DBus.MediaPlayer.MediaSourceFactorySimulation"}));
 
-    World().objects[SIMULATION_OBJECTS] = QStringList{"/one"};
+    World().objects[kSimulationObjects] = QStringList{"/one"};
     const std::unique_ptr<QDBusAbstractInterface> proxy(MPL_TestEnvironment::CreateSimulatorProxy());
     ASSERT_TRUE(proxy);
-    EXPECT_EQ(proxy->service() + proxy->path(), SOURCE + "/one");
+    EXPECT_EQ(proxy->service() + proxy->path(), kSource + "/one");
     EXPECT_EQ(proxy->parent(), nullptr);
 }
 

@@ -1,6 +1,5 @@
 #include "FakeService.h"
 #include "TestBuses.h"
-
 #include <MPL_TestEnvironment.h>
 
 using namespace MPL::Doubles;
@@ -8,23 +7,23 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString SERVICE = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.MassStorage");
-const QString SOURCE_INTERFACE = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource");
-const QString DONE = QStringLiteral("Indexing Completed");
+const QString kService = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.MassStorage");
+const QString kSourceInterface = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource");
+const QString kDone = QStringLiteral("Indexing Completed");
 
 class SourceQueries : public BusesTest
 {
 protected:
-    SourceQueries() : m_Service(BusAddress(), SERVICE)
+    SourceQueries() : m_Service(BusAddress(), kService)
     {
         MPL::RegisterAllMetaTypes();
         UseTestBus();
     }
 
     template <class Proxy>
-    Proxy MakeProxy(const QString& path) const
+    Proxy MakeProxy(const QString& aPath) const
     {
-        return Proxy(SERVICE, path, MPL_TestEnvironment::GetDbusConnection());
+        return Proxy(kService, aPath, MPL_TestEnvironment::GetDbusConnection());
     }
 
     FakeService m_Service;
@@ -71,7 +70,7 @@ TEST_F(SourceQueries, LeaveTheOutArgumentsAloneOnAnErrorReply)
 TEST_F(SourceQueries, WaitForTheIndexUntilStatusAndProgressAgree)
 {
     m_Service.Reply("/i", "GetStatus", "Indexing");
-    m_Service.Reply("/i", "GetStatus", DONE);
+    m_Service.Reply("/i", "GetStatus", kDone);
     m_Service.Reply("/i", "GetProgress", 40U);
     m_Service.Reply("/i", "GetProgress", 99U);
     m_Service.Reply("/i", "GetProgress", 100U);
@@ -95,7 +94,7 @@ TEST_F(SourceQueries, WaitForTheIndexAHundredTimesAndThenTrustTheStatus)
     EXPECT_EQ(Notes().last(), "debug: IndexerInfo status: \"Indexing\" , Progress: 100 %,  100");
 
     ClearNotes();
-    m_Service.Reply("/j", "GetStatus", DONE);
+    m_Service.Reply("/j", "GetStatus", kDone);
     m_Service.Reply("/j", "GetProgress", 99U);
     EXPECT_TRUE(MPL_TestEnvironment::WaitForIndexFinished("/j"));
     EXPECT_EQ(Notes("sleep").size(), 100);
@@ -113,8 +112,8 @@ TEST_F(SourceQueries, StopWaitingForAnIndexerThatFails)
 
 TEST_F(SourceQueries, FindTheSourceByItsNameAndListWhatItOffers)
 {
-    World().owned << SERVICE;
-    World().objects[SERVICE + ' ' + SOURCE_INTERFACE] = QStringList{"/a", "/b", "/c", "/d"};
+    World().owned << kService;
+    World().objects[kService + ' ' + kSourceInterface] = QStringList{"/a", "/b", "/c", "/d"};
     m_Service.Fail("/a", "GetSourceName", "asleep");
     m_Service.Reply("/b", "GetSourceName", "OTHER");
     m_Service.Reply("/c", "GetSourceName", "MUSIC");
@@ -145,10 +144,10 @@ TEST_F(SourceQueries, LeaveTheOutArgumentsAloneWhenNoSourceHasTheName)
     QMap<QString, QDBusObjectPath> capabilities;
     QString path = "/old";
     EXPECT_FALSE(MPL_TestEnvironment::GetMediaSourceCapabilities("MUSIC", capabilities, path));
-    EXPECT_EQ(Text(Notes()), Text({"critical: Service not running: \"" + SERVICE + "\""}));
+    EXPECT_EQ(Text(Notes()), Text({"critical: Service not running: \"" + kService + "\""}));
 
-    World().owned << SERVICE;
-    World().objects[SERVICE + ' ' + SOURCE_INTERFACE] = QStringList{"/a"};
+    World().owned << kService;
+    World().objects[kService + ' ' + kSourceInterface] = QStringList{"/a"};
     m_Service.Reply("/a", "GetSourceName", "music");
     EXPECT_FALSE(MPL_TestEnvironment::GetMediaSourceCapabilities("MUSIC", capabilities, path));
     EXPECT_EQ(path, "/old");

@@ -1,7 +1,6 @@
 #include "TestBuses.h"
 
 #include "PrivateBus.h"
-
 #include <MPL_TestEnvironment.h>
 
 #include <memory>
@@ -30,14 +29,14 @@ private:
     std::unique_ptr<MPL::Doubles::PrivateBus> m_Bus;
 };
 
-Buses* const s_Buses = new Buses;
-const testing::Environment* const s_Registered = testing::AddGlobalTestEnvironment(s_Buses);
+Buses* const kSBuses = new Buses;
+const testing::Environment* const kSRegistered = testing::AddGlobalTestEnvironment(kSBuses);
 
 } // namespace
 
 QString BusAddress()
 {
-    return s_Buses->Address();
+    return kSBuses->Address();
 }
 
 void BusesTest::UseTestBus()

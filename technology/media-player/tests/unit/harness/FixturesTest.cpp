@@ -1,7 +1,6 @@
 // The fixtures on a stand-in for the environment controller: which steps they make, in which order, and what
 // becomes of each failure.
 #include "DoublesTest.h"
-
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_Types.h>
@@ -18,17 +17,17 @@ namespace
 {
 
 // Controller functions that fail.
-QStringList failing;
+QStringList s_Failing;
 
-bool Step(const QString& name, const QString& arguments)
+bool Step(const QString& aName, const QString& aRguments)
 {
-    Note(name + QLatin1Char('(') + arguments + QLatin1Char(')'));
-    return !failing.contains(name);
+    Note(aName + QLatin1Char('(') + aRguments + QLatin1Char(')'));
+    return !s_Failing.contains(aName);
 }
 
-QString Boolean(bool value)
+QString Boolean(bool aValue)
 {
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    return aValue ? QStringLiteral("true") : QStringLiteral("false");
 }
 
 } // namespace
@@ -54,9 +53,9 @@ bool MPL_TestEnvironment::SterilizeEnvironment(bool aActivateDataManager)
     return Step(QStringLiteral("Sterilize"), Boolean(aActivateDataManager));
 }
 
-bool MPL_TestEnvironment::SetEnvironment(const QString& directory, bool clean)
+bool MPL_TestEnvironment::SetEnvironment(const QString& aDirectory, bool aClean)
 {
-    return Step(QStringLiteral("Set"), directory + QLatin1Char(' ') + Boolean(clean));
+    return Step(QStringLiteral("Set"), aDirectory + QLatin1Char(' ') + Boolean(aClean));
 }
 
 bool MPL_TestEnvironment::CleanEnvironment()
@@ -64,7 +63,7 @@ bool MPL_TestEnvironment::CleanEnvironment()
     return Step(QStringLiteral("Clean"), {});
 }
 
-bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, char const* aExtraArgument)
+bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, const char* aExtraArgument)
 {
     return Step(QStringLiteral("Launch"), Boolean(aActivateDataManager) + QLatin1String(aExtraArgument));
 }
@@ -72,9 +71,9 @@ bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, c
 namespace
 {
 
-QStringList Lines(const char* text)
+QStringList Lines(const char* aText)
 {
-    return QString::fromLatin1(text).split(QLatin1Char('\n'));
+    return QString::fromLatin1(aText).split(QLatin1Char('\n'));
 }
 
 class OneTest : public MPL::TestFixture
@@ -92,14 +91,14 @@ class FixtureTest : public DoublesTest
 protected:
     FixtureTest()
     {
-        failing.clear();
+        s_Failing.clear();
         MPL::TestFixture::s_GaugelySetUpCase = false;
     }
     ~FixtureTest() override { MPL::TestFixture::s_GaugelySetUpCase = false; }
 };
 
 // The lines behind the letters of a test's expectation.
-QStringList Script(const char* letters)
+QStringList Script(const char* aLetters)
 {
     const QMap<char, const char*> lines{
         {'C', "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase"},
@@ -111,8 +110,8 @@ QStringList Script(const char* letters)
         {'2', "critical: Gaugely::Std::PerfTestBase::TearDown has not been called"},
         {'3', "critical: Previous test case not torn down correctly"}};
     QStringList script;
-    for (; *letters != 0; ++letters) {
-        script << QLatin1String(lines.value(*letters));
+    for (; *aLetters != 0; ++aLetters) {
+        script << QLatin1String(lines.value(*aLetters));
     }
     return script;
 }
@@ -142,7 +141,7 @@ TEST_F(FixtureTest, TestsAndTestCasesAreBookedAndMisuseIsReported)
 
 TEST_F(FixtureTest, DisplayProcessesThatStayFailTheTestCase)
 {
-    failing << QStringLiteral("KillHmi");
+    s_Failing << QStringLiteral("KillHmi");
     EXPECT_FATAL_FAILURE(
         MPL::TestFixture::SetUpTestCase(),
         "Value of: MPL_TestEnvironment::KillHmiProcesses()\n  Actual: false\nExpected: true");
@@ -162,7 +161,7 @@ TEST_F(FixtureTest, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
     MPL::TestFixture::s_GaugelySetUpCase = false;
 
     ClearNotes();
-    failing = Lines("SlmStop\nSterilize\nSet\nLaunch");
+    s_Failing = Lines("SlmStop\nSterilize\nSet\nLaunch");
     EXPECT_FATAL_FAILURE(MPL::MediaSourceTestFixture::SetUpTestCase(),
                          "Value of: MPL_TestEnvironment::LaunchMediaManagerProcess( true )\n  Actual: false");
     steps.insert(
@@ -183,7 +182,7 @@ TEST_F(FixtureTest, MediaSourceTearDownMakesEveryStepWhateverFails)
     EXPECT_EQ(Text(Notes()), Text(steps));
 
     ClearNotes();
-    failing = Lines("Sterilize\nClean\nSlmLaunch");
+    s_Failing = Lines("Sterilize\nClean\nSlmLaunch");
     MPL::MediaSourceTestFixture::TearDownTestCase();
     const QString line =
         QStringLiteral("critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.");

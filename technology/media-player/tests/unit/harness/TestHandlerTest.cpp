@@ -1,7 +1,6 @@
 // The handler's wiring and its guards. That it runs a suite on the worker thread, the tests of the ready main
 // show.
 #include "DoublesTest.h"
-
 #include <MPL_TestHandler.h>
 
 #include <QCoreApplication>

@@ -1,6 +1,5 @@
 // The signal wait, in virtual time, and the two readings of the functionalities text.
 #include "DoublesTest.h"
-
 #include <MPL_PlaybackClient.h>
 #include <MPL_TestUtils.h>
 
@@ -40,8 +39,8 @@ TEST_F(UtilitiesTest, WaitForSignalPausesUntilEnoughOrTimeOut)
         VirtualTime::Reset();
         QObject source;
         int name = 0;
-        const auto emitSome = [&source, &name](int times) {
-            for (int i = 0; i < times; ++i) {
+        const auto emitSome = [&source, &name](int aTimes) {
+            for (int i = 0; i < aTimes; ++i) {
                 source.setObjectName(QString::number(++name));
             }
         };
@@ -55,10 +54,10 @@ TEST_F(UtilitiesTest, WaitForSignalPausesUntilEnoughOrTimeOut)
 }
 
 // "name=state:option,option" of each entry.
-QString Read(const QString& text, const QMap<QString, MPL::Functionality>& before = {})
+QString Read(const QString& aText, const QMap<QString, MPL::Functionality>& aBefore = {})
 {
-    QMap<QString, MPL::Functionality> map = before;
-    MPL::TestUtils::GetAvailableFunctionMap(text, map);
+    QMap<QString, MPL::Functionality> map = aBefore;
+    MPL::TestUtils::GetAvailableFunctionMap(aText, map);
     QStringList entries;
     for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
         EXPECT_EQ(entry.key(), entry->name);
@@ -68,9 +67,9 @@ QString Read(const QString& text, const QMap<QString, MPL::Functionality>& befor
     return entries.join(QLatin1Char(' '));
 }
 
-QString Functionalities(const QString& members)
+QString Functionalities(const QString& aMembers)
 {
-    return QStringLiteral("{\"available_functionalities\": %1}").arg(members);
+    return QStringLiteral("{\"available_functionalities\": %1}").arg(aMembers);
 }
 
 TEST_F(UtilitiesTest, FunctionalitiesTextIsReadWhateverItHolds)

@@ -1,7 +1,6 @@
 // A test program as users write them, on the ready main. READY_MAIN_BUS names the bus that stands in for the
 // private one.
 #include "PrivateBus.h"
-
 #include <MPL_TestEnvironment.h>
 
 #include <QCoreApplication>
@@ -14,7 +13,7 @@
 namespace
 {
 
-const bool redirected = [] {
+const bool kRedirected = [] {
     MPL::Doubles::PrivateBus::Redirect(QStringLiteral("unix:path=/var/talvex/media-player/testDbus"),
                                        QString::fromLocal8Bit(qgetenv("READY_MAIN_BUS")));
     return true;
@@ -22,7 +21,7 @@ const bool redirected = [] {
 
 TEST(Subject, Passes)
 {
-    EXPECT_TRUE(redirected);
+    EXPECT_TRUE(kRedirected);
     EXPECT_NE(QThread::currentThread(), QCoreApplication::instance()->thread());
     EXPECT_GT(QMetaType::type("QList<ServiceObject>"), 0);
     std::printf("arguments: %s\n", qPrintable(QCoreApplication::arguments().mid(1).join(QLatin1Char(' '))));

@@ -17,12 +17,12 @@ struct ProgramRun {
     QStringList output;
 };
 
-QStringList Words(const char* text)
+QStringList Words(const char* aText)
 {
-    return QString::fromLatin1(text).split(QLatin1Char('|'));
+    return QString::fromLatin1(aText).split(QLatin1Char('|'));
 }
 
-const char* const noBusTouched = "!Attempting to connect";
+const char* const kNoBusTouched = "!Attempting to connect";
 
 TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
 {
@@ -39,15 +39,15 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
          0,
          Words(
              "bus: qt_default_system_bus|arguments: --mine --gtest_filter=*.Passes|!Attempting to connect")},
-        {"list", {QStringLiteral("--gtest_list_tests")}, false, 0, {QStringLiteral("Passes"), noBusTouched}},
+        {"list", {QStringLiteral("--gtest_list_tests")}, false, 0, {QStringLiteral("Passes"), kNoBusTouched}},
         {"help", {QStringLiteral("-h")}, false, 0, Words("--system-bus|--gtest_filter|![ RUN")},
         {"googletest's help",
          {QStringLiteral("--gtest_help")},
          false,
          0,
-         {QStringLiteral("--system-bus"), noBusTouched}},
+         {QStringLiteral("--system-bus"), kNoBusTouched}},
         {"mistyped option", {QStringLiteral("--gtest_filtr=*")}, false, 1, Words("No test was run|![ RUN")},
-        {"nothing selected", {QStringLiteral("--gtest_filter=None")}, false, 0, {noBusTouched}},
+        {"nothing selected", {QStringLiteral("--gtest_filter=None")}, false, 0, {kNoBusTouched}},
     };
     for (const ProgramRun& run : runs) {
         SCOPED_TRACE(run.what);

@@ -1,8 +1,7 @@
 // What a real systemd makes of the services that it is asked for.
 #include "Journal.h"
-#include "LogRecorder.h"
 #include "LifecycleManager.h"
-
+#include "LogRecorder.h"
 #include <MPL_ProcessInfo.h>
 
 #include <QFile>
@@ -25,19 +24,19 @@ protected:
         if (qgetenv("MPL_SANDBOX_LIFECYCLE_MANAGER") == "systemd") {
             return;
         }
-        constexpr const char* reason =
+        constexpr const char* kReason =
             "this sandbox has no lifecycle manager; mpl-sandbox prints why at its start";
         if (qgetenv("CI") == "true") {
-            FAIL() << reason;
+            FAIL() << kReason;
         }
-        GTEST_SKIP() << reason;
+        GTEST_SKIP() << kReason;
     }
 
-    static void Install(const char* service, const QByteArray& content)
+    static void Install(const char* aService, const QByteArray& aContent)
     {
-        QFile unit(QStringLiteral("/opt/talvex/etc/systemd/%1.service").arg(QLatin1String(service)));
+        QFile unit(QStringLiteral("/opt/talvex/etc/systemd/%1.service").arg(QLatin1String(aService)));
         ASSERT_TRUE(unit.open(QIODevice::WriteOnly));
-        unit.write("[Service]\n" + content);
+        unit.write("[Service]\n" + aContent);
     }
 
     LogRecorder m_Log;

@@ -1,12 +1,12 @@
 // What a program sees in the sandbox, what the machine sees of it, and how its end is reported.
+#include "SandboxRun.h"
+
 #include <QDir>
 #include <QFile>
 
 #include <unistd.h>
 
-#include "SandboxRun.h"
-
-namespace MplSandboxTest
+namespace sandbox
 {
 
 TEST_F(SandboxTest, EndsAsItsProgramDoes)
@@ -176,4 +176,4 @@ TEST_F(SandboxTest, ServesAnOrdinaryUser)
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
 }
 
-} // namespace MplSandboxTest
+} // namespace sandbox

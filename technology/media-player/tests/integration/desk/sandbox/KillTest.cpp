@@ -1,12 +1,12 @@
 // Whatever is killed, nothing is left.
+#include "SandboxRun.h"
+
 #include <QFile>
 
 #include <algorithm>
 #include <csignal>
 
-#include "SandboxRun.h"
-
-namespace MplSandboxTest
+namespace sandbox
 {
 
 struct Victim {
@@ -51,4 +51,4 @@ INSTANTIATE_TEST_SUITE_P(
                     Victim{"TestProgram", "sh -c sleep 1001", SIGKILL, 128 + SIGKILL}),
     [](const testing::TestParamInfo<Victim>& aInfo) { return std::string(aInfo.param.name); });
 
-} // namespace MplSandboxTest
+} // namespace sandbox

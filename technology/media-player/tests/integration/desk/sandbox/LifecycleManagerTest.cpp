@@ -1,9 +1,9 @@
 // The lifecycle manager in the sandbox. Needs a machine where a systemd user manager can run.
-#include <QElapsedTimer>
-
 #include "SandboxRun.h"
 
-namespace MplSandboxTest
+#include <QElapsedTimer>
+
+namespace sandbox
 {
 
 class LifecycleManagerTest : public SandboxTest
@@ -58,4 +58,4 @@ TEST_F(LifecycleManagerTest, IsOnTheBusBeforeTheProgramStarts)
     EXPECT_EQ(SandboxGroups(), QStringList());
 }
 
-} // namespace MplSandboxTest
+} // namespace sandbox

@@ -1,10 +1,10 @@
 // A googletest program whose cases end in every way a case can end.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
-
-#include <unistd.h>
 
 TEST(Subject, Passes) {}
 

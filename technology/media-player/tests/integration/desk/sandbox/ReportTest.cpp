@@ -1,12 +1,12 @@
 // The report of a run is there and true whatever becomes of the run.
+#include "SandboxRun.h"
+
 #include <QFile>
 #include <QXmlStreamReader>
 
 #include <csignal>
 
-#include "SandboxRun.h"
-
-namespace MplSandboxTest
+namespace sandbox
 {
 
 class ReportTest : public SandboxTest
@@ -133,4 +133,4 @@ TEST_F(ReportTest, OutlivesTheKillOfEverything)
     }
 }
 
-} // namespace MplSandboxTest
+} // namespace sandbox

@@ -7,19 +7,19 @@
 #include <QThread>
 #include <QUuid>
 
-#include <csignal>
-
 #include <sys/stat.h>
 
-namespace MplSandboxTest
+#include <csignal>
+
+namespace sandbox
 {
 
 namespace
 {
 
-constexpr int END_LIMIT_MS = 60000;
-constexpr int GONE_LIMIT_MS = 10000;
-const QString MARK = QStringLiteral("MPL_TEST_MARK");
+constexpr int kEndLimitMs = 60000;
+constexpr int kGoneLimitMs = 10000;
+const QString kMark = QStringLiteral("MPL_TEST_MARK");
 
 void WriteFile(const QString& aPath, const QByteArray& aText)
 {
@@ -38,7 +38,7 @@ QByteArray ReadFile(const QString& aPath)
 
 SandboxTest::SandboxTest() : m_Environment(QProcessEnvironment::systemEnvironment())
 {
-    m_Environment.insert(MARK, QUuid::createUuid().toString(QUuid::WithoutBraces));
+    m_Environment.insert(kMark, QUuid::createUuid().toString(QUuid::WithoutBraces));
     m_Environment.insert("MPL_STACK", m_Stack.path());
 }
 
@@ -99,7 +99,7 @@ std::unique_ptr<QProcess> SandboxTest::StartScript(const QString& aScript, const
     QElapsedTimer timer;
     timer.start();
     while (!process->canReadLine() && process->state() != QProcess::NotRunning &&
-           timer.elapsed() < END_LIMIT_MS) {
+           timer.elapsed() < kEndLimitMs) {
         process->waitForReadyRead(1000);
     }
     EXPECT_TRUE(process->canReadLine()) << process->readAllStandardError().toStdString();
@@ -109,7 +109,7 @@ std::unique_ptr<QProcess> SandboxTest::StartScript(const QString& aScript, const
 Outcome SandboxTest::WaitForEnd(QProcess& aProcess) const
 {
     Outcome outcome;
-    if (aProcess.state() != QProcess::NotRunning && !aProcess.waitForFinished(END_LIMIT_MS)) {
+    if (aProcess.state() != QProcess::NotRunning && !aProcess.waitForFinished(kEndLimitMs)) {
         aProcess.kill();
         aProcess.waitForFinished();
     } else {
@@ -122,7 +122,7 @@ Outcome SandboxTest::WaitForEnd(QProcess& aProcess) const
 
 std::vector<ProcessEntry> SandboxTest::MarkedProcesses() const
 {
-    const QByteArray mark = (MARK + '=' + m_Environment.value(MARK)).toUtf8();
+    const QByteArray mark = (kMark + '=' + m_Environment.value(kMark)).toUtf8();
     std::vector<ProcessEntry> found;
     for (const QString& name : QDir("/proc").entryList(QDir::Dirs)) {
         if (name.toInt() > 0 && ReadFile("/proc/" + name + "/environ").contains(mark)) {
@@ -137,7 +137,7 @@ bool SandboxTest::WaitForNoProcess() const
 {
     QElapsedTimer timer;
     timer.start();
-    while (!MarkedProcesses().empty() && timer.elapsed() < GONE_LIMIT_MS) {
+    while (!MarkedProcesses().empty() && timer.elapsed() < kGoneLimitMs) {
         QThread::msleep(5);
     }
     return MarkedProcesses().empty();
@@ -156,4 +156,4 @@ QStringList SandboxTest::SandboxGroups() const
     return groups;
 }
 
-} // namespace MplSandboxTest
+} // namespace sandbox

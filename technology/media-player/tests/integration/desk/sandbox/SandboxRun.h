@@ -8,13 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/types.h>
+
 #include <memory>
 #include <string>
 #include <vector>
 
-#include <sys/types.h>
-
-namespace MplSandboxTest
+namespace sandbox
 {
 
 struct Outcome {
@@ -74,4 +74,4 @@ protected:
     QString m_WorkingFolder; ///< of what is started; empty: the test's own
 };
 
-} // namespace MplSandboxTest
+} // namespace sandbox

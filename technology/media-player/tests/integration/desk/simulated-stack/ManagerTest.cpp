@@ -1,11 +1,10 @@
 // The simulated media manager and the sources it finds.
 #include "StackFixture.h"
-
+#include "StateStore.h"
 #include <MPL_MediaManagerProxy.h>
 #include <MPL_MediaSourceFactorySimulationProxy.h>
 #include <MPL_MediaSourceProxy.h>
 #include <MPL_ServiceNames.h>
-#include "StateStore.h"
 #include <MPL_TestEnvironmentNames.h>
 
 #include <QDBusVirtualObject>
@@ -24,9 +23,9 @@ class Mute : public QDBusVirtualObject
 {
 public:
     QString introspect(const QString& /*path*/) const override { return QString(); }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) override
+    bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& /*connection*/) override
     {
-        message.setDelayedReply(true);
+        aMessage.setDelayedReply(true);
         return true;
     }
 };
@@ -118,8 +117,7 @@ TEST_F(ManagerTest, ResumesTheActiveSourceAfterAKillUnlessItsStateWasReset)
 
     MPL::StateStore store;
     QString error;
-    ASSERT_TRUE(store.Open(kDatabaseFile, error) &&
-                store.Save(MPL::STATE_KEY_ACTIVE_SOURCE, QString(), error));
+    ASSERT_TRUE(store.Open(kDatabaseFile, error) && store.Save(MPL::kStateKeyActiveSource, QString(), error));
     Stop(third);
     StartManager(kDatabase);
     EXPECT_EQ(Available().size(), 1);

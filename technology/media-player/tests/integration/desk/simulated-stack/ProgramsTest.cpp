@@ -1,6 +1,5 @@
 // How the programs of the simulated stack start, fail on purpose and end.
 #include "StackFixture.h"
-
 #include <MPL_MMEMountProxy.h>
 #include <MPL_ServiceNames.h>
 #include <MPL_TestEnvironmentNames.h>

@@ -1,12 +1,11 @@
 // The simulated media sources as their options and the simulation object make them.
 #include "StackFixture.h"
-
+#include "StateStore.h"
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_MediaSourceFactorySimulationProxy.h>
 #include <MPL_MediaSourceProxy.h>
 #include <MPL_PlayQueueProxy.h>
 #include <MPL_PlaybackControlProxy.h>
-#include "StateStore.h"
 #include <MPL_TestEnvironmentNames.h>
 
 #include <QDBusReply>
@@ -25,10 +24,10 @@ const QString kTestSourcePath = QStringLiteral("/com/talvex/DBus/Examples/MediaS
 const QString kSimulationPath = QStringLiteral("/com/talvex/DBus/Examples/MediaSourceTest/Simulation");
 
 template <class Reply>
-bool Succeeds(Reply reply)
+bool Succeeds(Reply aReply)
 {
-    reply.waitForFinished();
-    return !reply.isError();
+    aReply.waitForFinished();
+    return !aReply.isError();
 }
 
 } // namespace
@@ -121,7 +120,7 @@ TEST_F(SourcesTest, PlaybackGoesOnWhenTheManagerResumesTheSource)
         QString state;
         QString error;
         return store.Open(kDatabaseFile, error) &&
-               store.Load(MPL::STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE, state, error) &&
+               store.Load(MPL::kStateKeyActiveSourcePlaybackState, state, error) &&
                state == MPL::MPL_PLAY_STATE_PLAYING;
     }));
     Stop(manager);

@@ -56,37 +56,37 @@ void StackTest::TearDown()
     QDir(MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test")).removeRecursively();
 }
 
-void StackTest::SetFaults(const QByteArray& programs)
+void StackTest::SetFaults(const QByteArray& aPrograms)
 {
-    WriteFaultsFile("{\"programs\": " + programs + "}");
+    WriteFaultsFile("{\"programs\": " + aPrograms + "}");
 }
 
-void StackTest::WriteFaultsFile(const QByteArray& content)
+void StackTest::WriteFaultsFile(const QByteArray& aContent)
 {
     QFile file(kFaultsFile);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
+    ASSERT_EQ(file.write(aContent), aContent.size());
 }
 
-QProcess& StackTest::Start(const QString& program, const QStringList& arguments)
+QProcess& StackTest::Start(const QString& aProgram, const QStringList& aRguments)
 {
     m_Programs.push_back(std::make_unique<QProcess>());
     QProcess& process = *m_Programs.back();
-    process.start(QDir(QStringLiteral("/opt/talvex/bin")).absoluteFilePath(program), arguments);
+    process.start(QDir(QStringLiteral("/opt/talvex/bin")).absoluteFilePath(aProgram), aRguments);
     EXPECT_TRUE(process.waitForStarted());
     return process;
 }
 
-QProcess& StackTest::StartService(const QString& program, const QString& name, QStringList arguments)
+QProcess& StackTest::StartService(const QString& aProgram, const QString& aName, QStringList aRguments)
 {
-    QProcess& process = Start(program, arguments << QStringLiteral("--test-dbus"));
-    EXPECT_TRUE(WaitForName(name)) << process.readAllStandardError().constData();
+    QProcess& process = Start(aProgram, aRguments << QStringLiteral("--test-dbus"));
+    EXPECT_TRUE(WaitForName(aName)) << process.readAllStandardError().constData();
     return process;
 }
 
-QProcess& StackTest::StartManager(const QStringList& arguments)
+QProcess& StackTest::StartManager(const QStringList& aRguments)
 {
-    return StartService(QStringLiteral("media_manager"), kManagerService, arguments);
+    return StartService(QStringLiteral("media_manager"), kManagerService, aRguments);
 }
 
 QProcess& StackTest::StartMassStorage()
@@ -94,38 +94,38 @@ QProcess& StackTest::StartMassStorage()
     return StartService(QStringLiteral("media_source_mass_storage"), MPL::MPL_MASS_STORAGE_SERVICE_NAME);
 }
 
-QProcess& StackTest::StartTestSource(const QStringList& arguments)
+QProcess& StackTest::StartTestSource(const QStringList& aRguments)
 {
-    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, arguments);
+    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, aRguments);
 }
 
-bool StackTest::WaitForName(const QString& name, int timeoutMs)
+bool StackTest::WaitForName(const QString& aName, int aTimeoutMs)
 {
-    QDBusServiceWatcher watcher(name, m_Bus, QDBusServiceWatcher::WatchForRegistration);
+    QDBusServiceWatcher watcher(aName, m_Bus, QDBusServiceWatcher::WatchForRegistration);
     QSignalSpy registered(&watcher, &QDBusServiceWatcher::serviceRegistered);
-    return m_Bus.interface()->isServiceRegistered(name) || registered.wait(timeoutMs);
+    return m_Bus.interface()->isServiceRegistered(aName) || registered.wait(aTimeoutMs);
 }
 
-int StackTest::ExitStatus(QProcess& process)
+int StackTest::ExitStatus(QProcess& aProcess)
 {
-    if (process.state() != QProcess::NotRunning && !process.waitForFinished(5000)) {
+    if (aProcess.state() != QProcess::NotRunning && !aProcess.waitForFinished(5000)) {
         return -2;
     }
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return aProcess.exitStatus() == QProcess::NormalExit ? aProcess.exitCode() : -1;
 }
 
-int StackTest::Stop(QProcess& process)
+int StackTest::Stop(QProcess& aProcess)
 {
-    process.terminate();
-    return ExitStatus(process);
+    aProcess.terminate();
+    return ExitStatus(aProcess);
 }
 
 const MPL::ServiceObject& StackTest::MassStorage()
 {
-    static const MPL::ServiceObject source{
+    static const MPL::ServiceObject kSource{
         MPL::MPL_MASS_STORAGE_SERVICE_NAME,
         QDBusObjectPath(QStringLiteral("/com/talvex/DBus/MediaPlayer/MediaSource/MassStorage/1"))};
-    return source;
+    return kSource;
 }
 
 ManagerProxy& StackTest::Manager()
@@ -146,14 +146,14 @@ QString StackTest::Active()
     return QDBusReply<MPL::ServiceObject>(Manager().GetActiveMediaSource()).value().GetPathString();
 }
 
-bool StackTest::BecomesActive(const QString& path)
+bool StackTest::BecomesActive(const QString& aPath)
 {
-    return QTest::qWaitFor([&] { return Active() == path; });
+    return QTest::qWaitFor([&] { return Active() == aPath; });
 }
 
-bool StackTest::Activate(const MPL::ServiceObject& source)
+bool StackTest::Activate(const MPL::ServiceObject& aSource)
 {
-    return QDBusReply<void>(Manager().SetActiveMediaSource(source)).isValid();
+    return QDBusReply<void>(Manager().SetActiveMediaSource(aSource)).isValid();
 }
 
 int main(int argc, char** argv)

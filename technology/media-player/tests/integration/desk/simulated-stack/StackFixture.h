@@ -29,21 +29,21 @@ protected:
     void TearDown() override;
 
     /// Faults of the programs started from now on: the value of "programs".
-    static void SetFaults(const QByteArray& programs);
-    static void WriteFaultsFile(const QByteArray& content);
+    static void SetFaults(const QByteArray& aPrograms);
+    static void WriteFaultsFile(const QByteArray& aContent);
 
     /// Starts a program of /opt/talvex/bin, or at an absolute path.
-    QProcess& Start(const QString& program, const QStringList& arguments);
+    QProcess& Start(const QString& aProgram, const QStringList& aRguments);
     /// The same on the private bus, and waits until it owns the name.
-    QProcess& StartService(const QString& program, const QString& name, QStringList arguments = {});
-    QProcess& StartManager(const QStringList& arguments = {});
+    QProcess& StartService(const QString& aProgram, const QString& aName, QStringList aRguments = {});
+    QProcess& StartManager(const QStringList& aRguments = {});
     QProcess& StartMassStorage();
-    QProcess& StartTestSource(const QStringList& arguments = {QStringLiteral("31")});
+    QProcess& StartTestSource(const QStringList& aRguments = {QStringLiteral("31")});
 
-    bool WaitForName(const QString& name, int timeoutMs = 5000);
+    bool WaitForName(const QString& aName, int aTimeoutMs = 5000);
     /// The exit status, -1 after a crash, -2 when it does not end within five seconds.
-    static int ExitStatus(QProcess& process);
-    static int Stop(QProcess& process);
+    static int ExitStatus(QProcess& aProcess);
+    static int Stop(QProcess& aProcess);
 
     static const MPL::ServiceObject& MassStorage();
 
@@ -52,8 +52,8 @@ protected:
     QList<MPL::ServiceObject> Available();
     /// Path of the active source; empty for none.
     QString Active();
-    bool BecomesActive(const QString& path);
-    bool Activate(const MPL::ServiceObject& source);
+    bool BecomesActive(const QString& aPath);
+    bool Activate(const MPL::ServiceObject& aSource);
 
     QProcess m_Daemon;
     QDBusConnection m_Bus{QStringLiteral("not connected")};

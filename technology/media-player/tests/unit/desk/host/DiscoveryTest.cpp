@@ -1,10 +1,10 @@
+#include "Discovery.h"
+
+#include "IntrospectionText.h"
 #include "Journal.h"
 #include "LogRecorder.h"
-#include "Discovery.h"
-#include "IntrospectionText.h"
 #include "PrivateBus.h"
 #include "ScriptedService.h"
-
 #include <MPL_DBusUtils.h>
 
 #include <QDBusError>
@@ -24,10 +24,10 @@ const QString kService = QStringLiteral("com.talvex.Test.Discovered");
 const QString kInterface = QStringLiteral("com.talvex.Test.Wanted");
 
 // The introspection text of an object that has the interface wanted, and these children.
-QString Object(const QStringList& children)
+QString Object(const QStringList& aChildren)
 {
     QString text = QStringLiteral("<node><interface name=\"%1\"/>").arg(kInterface);
-    for (const QString& child : children) {
+    for (const QString& child : aChildren) {
         text += QStringLiteral("<node name=\"%1\"/>").arg(child);
     }
     return text + QStringLiteral("</node>");
@@ -47,26 +47,26 @@ protected:
 
     ~Discovery() override { QDBusConnection::disconnectFromBus(QStringLiteral("discovery test")); }
 
-    // A service whose objects introspect as `text` says by their path: an empty text is an error reply, the
+    // A service whose objects introspect as `aText` says by their path: an empty text is an error reply, the
     // text "mute" no reply at all.
-    void Offer(const std::function<QString(const QString& path)>& text)
+    void Offer(const std::function<QString(const QString& aPath)>& aText)
     {
         m_Service.reset();
         m_Service = std::make_unique<ScriptedService>(
-            s_Bus->Address(), kService, [text](const QDBusMessage& call, QDBusConnection& connection) {
-                const QString answer = text(call.path());
+            s_Bus->Address(), kService, [aText](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+                const QString answer = aText(aCall.path());
                 if (answer.isEmpty()) {
-                    connection.send(call.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+                    aConnection.send(aCall.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
                 } else if (answer != QLatin1String("mute")) {
-                    connection.send(call.createReply(answer));
+                    aConnection.send(aCall.createReply(answer));
                 }
             });
     }
 
-    bool Find(const MPL::DiscoveryLimits& limits = {})
+    bool Find(const MPL::DiscoveryLimits& aLimits = {})
     {
         m_Timer.start();
-        return MPL::FindObjects(kService, kInterface, m_Connection, limits, m_Paths);
+        return MPL::FindObjects(kService, kInterface, m_Connection, aLimits, m_Paths);
     }
 
     static std::unique_ptr<PrivateBus> s_Bus;
@@ -102,7 +102,7 @@ TEST_F(Discovery, FindsTheObjectsOfAnInterfaceAtAllLevels)
          QStringLiteral("<node name='/b'><node name='e'><interface name='%1'/></node></node>")
              .arg(kInterface)},
         {QStringLiteral("/b/e"), Object({})}};
-    Offer([tree](const QString& path) { return tree.value(path); });
+    Offer([tree](const QString& aPath) { return tree.value(aPath); });
     EXPECT_TRUE(MPL::FindServiceObjectPathsByInterface(kService, kInterface, m_Connection, m_Paths));
     EXPECT_EQ(Text(m_Paths), "/a\n/a/c/d\n/b/e");
     EXPECT_TRUE(
@@ -130,14 +130,14 @@ TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
 {
     MPL::DiscoveryLimits limits;
     limits.time = 300ms;
-    Offer([](const QString& path) {
+    Offer([](const QString& aPath) {
         QStringList children{QStringLiteral("well")};
         for (int i = 0; i < 150; ++i) {
             children << QStringLiteral("mute%1").arg(i);
         }
-        return path == QLatin1String("/")
+        return aPath == QLatin1String("/")
                    ? Object(children)
-                   : (path == QLatin1String("/well") ? Object({}) : QStringLiteral("mute"));
+                   : (aPath == QLatin1String("/well") ? Object({}) : QStringLiteral("mute"));
     });
     EXPECT_TRUE(Find(limits));
     EXPECT_LT(m_Timer.elapsed(), 2000);

@@ -1,7 +1,6 @@
 #include "FullDisk.h"
 #include "Journal.h"
 #include "LogRecorder.h"
-
 #include <MPL_Utils.h>
 
 #include <QDir>

@@ -8,11 +8,11 @@
 class FullDisk
 {
 public:
-    explicit FullDisk(rlim_t size)
+    explicit FullDisk(rlim_t aSize)
     {
         getrlimit(RLIMIT_FSIZE, &m_Before);
         m_Handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{size, m_Before.rlim_max};
+        const rlimit limit{aSize, m_Before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
 

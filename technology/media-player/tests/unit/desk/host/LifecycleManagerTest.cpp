@@ -1,9 +1,9 @@
+#include "LifecycleManager.h"
+
 #include "Journal.h"
 #include "LogRecorder.h"
-#include "LifecycleManager.h"
 #include "PrivateBus.h"
 #include "ScriptedService.h"
-
 #include <MPL_ProcessInfo.h>
 
 #include <QDBusError>
@@ -37,44 +37,44 @@ protected:
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_Bus.Address().toUtf8());
     }
 
-    void Offer(const ScriptedService::Script& job)
+    void Offer(const ScriptedService::Script& aJob)
     {
         m_Manager.reset();
         m_Manager = std::make_unique<ScriptedService>(
             m_Bus.Address(), QStringLiteral("org.freedesktop.systemd1"),
-            [job](const QDBusMessage& call, QDBusConnection& connection) {
-                if (call.member() == QLatin1String("Subscribe")) {
-                    connection.send(call.createReply());
+            [aJob](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+                if (aCall.member() == QLatin1String("Subscribe")) {
+                    aConnection.send(aCall.createReply());
                 } else {
-                    Note(call.member() + QLatin1Char(' ') + call.arguments().value(0).toString() +
-                         QLatin1Char(' ') + call.arguments().value(1).toString());
-                    job(call, connection);
+                    Note(aCall.member() + QLatin1Char(' ') + aCall.arguments().value(0).toString() +
+                         QLatin1Char(' ') + aCall.arguments().value(1).toString());
+                    aJob(aCall, aConnection);
                 }
             });
     }
 
-    static void Accept(const QDBusMessage& call, QDBusConnection& connection)
+    static void Accept(const QDBusMessage& aCall, QDBusConnection& aConnection)
     {
-        connection.send(call.createReply(QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/2")))));
+        aConnection.send(aCall.createReply(QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/2")))));
     }
 
-    static void End(QDBusConnection& connection, unsigned int job, const QString& result)
+    static void End(QDBusConnection& aConnection, unsigned int aJob, const QString& aResult)
     {
         QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/systemd1"),
                                                          QStringLiteral("org.freedesktop.systemd1.Manager"),
                                                          QStringLiteral("JobRemoved"));
-        signal << job << QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/%1").arg(job)))
-               << QStringLiteral("media-manager.service") << result;
-        connection.send(signal);
+        signal << aJob << QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/%1").arg(aJob)))
+               << QStringLiteral("media-manager.service") << aResult;
+        aConnection.send(signal);
     }
 
     // The one log line of a start that fails.
-    static std::string FailedStart(std::chrono::milliseconds bound = 5000ms)
+    static std::string FailedStart(std::chrono::milliseconds aBound = 5000ms)
     {
         ClearNotes();
         QElapsedTimer timer;
         timer.start();
-        EXPECT_FALSE(RunServiceJob(ServiceJob::Start, "media-manager", bound));
+        EXPECT_FALSE(RunServiceJob(ServiceJob::Start, "media-manager", aBound));
         EXPECT_LT(timer.elapsed(), 4000);
         const QString begin =
             QStringLiteral("critical: MPL_ProcessInfo::SlmStartService -- can't start media-manager -- ");
@@ -90,16 +90,16 @@ protected:
 
 TEST_F(LifecycleManager, IsWaitedForUntilTheJobIsDone)
 {
-    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
-        Accept(call, connection);
-        End(connection, 1, QStringLiteral("failed"));
-        End(connection, 2, QStringLiteral("done"));
+    Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+        Accept(aCall, aConnection);
+        End(aConnection, 1, QStringLiteral("failed"));
+        End(aConnection, 2, QStringLiteral("done"));
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager"));
     // The end of the job may even come before the reply that names it.
-    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
-        End(connection, 2, QStringLiteral("done"));
-        Accept(call, connection);
+    Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+        End(aConnection, 2, QStringLiteral("done"));
+        Accept(aCall, aConnection);
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStopService("media-manager"));
     EXPECT_EQ(Text(Notes()),
@@ -116,7 +116,7 @@ TEST_F(LifecycleManager, IsWaitedForThroughSignalsOfOtherKinds)
     handler.sa_handler = [](int) {};
     sigaction(SIGUSR1, &handler, &before);
     const pthread_t waiting = pthread_self();
-    Offer([waiting](const QDBusMessage& call, QDBusConnection& connection) {
+    Offer([waiting](const QDBusMessage& aCall, QDBusConnection& aConnection) {
         const auto interrupt = [waiting] {
             for (int i = 0; i < 50; ++i) {
                 pthread_kill(waiting, SIGUSR1);
@@ -124,9 +124,9 @@ TEST_F(LifecycleManager, IsWaitedForThroughSignalsOfOtherKinds)
             }
         };
         interrupt();
-        Accept(call, connection);
+        Accept(aCall, aConnection);
         interrupt();
-        End(connection, 2, QStringLiteral("done"));
+        End(aConnection, 2, QStringLiteral("done"));
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager")) << Text(Notes());
     m_Manager.reset();
@@ -137,18 +137,18 @@ TEST_F(LifecycleManager, ThatDoesntDoTheJobIsReportedInOneLine)
 {
     EXPECT_EQ(FailedStart(), "no systemd on the system bus: run where it is the lifecycle manager");
 
-    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
-        connection.send(call.createErrorReply(QDBusError::AccessDenied, QStringLiteral("Because.")));
+    Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+        aConnection.send(aCall.createErrorReply(QDBusError::AccessDenied, QStringLiteral("Because.")));
     });
     EXPECT_EQ(FailedStart(), "systemd refused: Because.");
 
-    Offer([](const QDBusMessage& call, QDBusConnection& connection) {
-        Accept(call, connection);
-        End(connection, 2, QStringLiteral("timeout"));
+    Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+        Accept(aCall, aConnection);
+        End(aConnection, 2, QStringLiteral("timeout"));
     });
     EXPECT_EQ(FailedStart(), "systemd ended the job with the result \"timeout\"");
 
-    Offer([](const QDBusMessage& call, QDBusConnection& connection) { Accept(call, connection); });
+    Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) { Accept(aCall, aConnection); });
     EXPECT_EQ(FailedStart(200ms), "the job was not done in 200 ms");
 
     Offer([](const QDBusMessage&, QDBusConnection&) {});

@@ -1,5 +1,4 @@
 #include "ParameterText.h"
-
 #include <MPL_Parameters.h>
 
 #include <gtest/gtest.h>
@@ -9,10 +8,10 @@ namespace
 
 using Map = QMap<QString, QString>;
 
-Map Read(const QString& text)
+Map Read(const QString& aText)
 {
     Map map;
-    MPL::GetParameters(text, map);
+    MPL::GetParameters(aText, map);
     return map;
 }
 

@@ -1,9 +1,8 @@
+#include "DataManagerStore.h"
 #include "FullDisk.h"
 #include "Journal.h"
 #include "LogRecorder.h"
-#include "DataManagerStore.h"
 #include "StateStore.h"
-
 #include <DataManager.h>
 #include <MPL_DataManagerWrapper.h>
 
@@ -29,12 +28,12 @@ protected:
     PersistedState() { ClearNotes(); }
     ~PersistedState() override { DataManager::ShutDown(); }
 
-    QString Stored(const QString& key = STATE_KEY_ACTIVE_SOURCE) const
+    QString Stored(const QString& aKey = kStateKeyActiveSource) const
     {
         StateStore store;
         QString value;
         QString error;
-        EXPECT_TRUE(store.Open(m_Path, error) && store.Load(key, value, error)) << qPrintable(error);
+        EXPECT_TRUE(store.Open(m_Path, error) && store.Load(aKey, value, error)) << qPrintable(error);
         return value;
     }
 
@@ -54,7 +53,7 @@ TEST_F(PersistedState, IsSeenByOtherProgramsAtOnce)
         EXPECT_TRUE(m_Wrapper.SaveActiveSourcePlaybackState(QStringLiteral("PLAYING")));
     }).join();
     EXPECT_EQ(Stored(), QStringLiteral("service_name=ä'\";object_path=/1"));
-    EXPECT_EQ(Stored(STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE), QStringLiteral("PLAYING"));
+    EXPECT_EQ(Stored(kStateKeyActiveSourcePlaybackState), QStringLiteral("PLAYING"));
 
     EXPECT_TRUE(m_Wrapper.SaveActiveSource(QString()));
     EXPECT_EQ(Stored(), QString());
@@ -68,7 +67,7 @@ TEST_F(PersistedState, IsMadeAnewWhenItsFolderWasRemoved)
     EXPECT_TRUE(QDir(m_Folder.filePath(QStringLiteral("not"))).removeRecursively());
     EXPECT_TRUE(m_Wrapper.SaveActiveSourcePlaybackState(QStringLiteral("new")));
     EXPECT_EQ(Stored(), QString());
-    EXPECT_EQ(Stored(STATE_KEY_ACTIVE_SOURCE_PLAYBACK_STATE), QStringLiteral("new"));
+    EXPECT_EQ(Stored(kStateKeyActiveSourcePlaybackState), QStringLiteral("new"));
 }
 
 TEST_F(PersistedState, CantBeSavedBeforeTheStart)

@@ -1,7 +1,6 @@
 #include "Journal.h"
 #include "LogRecorder.h"
 #include "ProcessTable.h"
-
 #include <MPL_ProcessInfo.h>
 
 #include <QDir>
@@ -31,12 +30,12 @@ using namespace MPL::Doubles;
 
 // Runs `work` on a thread for which a system call fails with the error given.
 template <typename Work>
-void RunWithout(long systemCall, int error, Work work)
+void RunWithout(long aSystemCall, int error, Work work)
 {
     std::thread([&] {
         sock_filter program[] = {
             BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned int>(systemCall), 0, 1),
+            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned int>(aSystemCall), 0, 1),
             BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned int>(error)),
             BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
         const sock_fprog filter{4, program};
@@ -60,40 +59,40 @@ protected:
     }
 
     // A program of that name that does nothing for as long as the test takes; returns its process id.
-    pid_t Start(const QByteArray& name, const char* seconds = "20")
+    pid_t Start(const QByteArray& aName, const char* aSeconds = "20")
     {
-        const QString path = Path(name);
+        const QString path = Path(aName);
         if (!QFile::exists(path)) {
             EXPECT_TRUE(QFile::copy(QStringLiteral("/bin/sleep"), path));
         }
-        return Spawn(path.toLocal8Bit(), seconds);
+        return Spawn(path.toLocal8Bit(), aSeconds);
     }
 
-    pid_t Spawn(QByteArray path, QByteArray argument)
+    pid_t Spawn(QByteArray aPath, QByteArray aRgument)
     {
-        char* arguments[] = {path.data(), argument.data(), nullptr};
+        char* arguments[] = {aPath.data(), aRgument.data(), nullptr};
         pid_t pid = -1;
         // Returns once the child runs its program: from then on it has its name.
-        EXPECT_EQ(posix_spawn(&pid, path.constData(), nullptr, nullptr, arguments, environ), 0);
+        EXPECT_EQ(posix_spawn(&pid, aPath.constData(), nullptr, nullptr, arguments, environ), 0);
         m_Children << pid;
         return pid;
     }
 
     // Waits for the child's end and returns the signal that ended it, 0 when none did.
-    static int EndOf(pid_t pid)
+    static int EndOf(pid_t aPid)
     {
         siginfo_t info{};
         int result = -1;
         do {
-            result = waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOWAIT);
+            result = waitid(P_PID, static_cast<id_t>(aPid), &info, WEXITED | WNOWAIT);
         } while (result != 0 && errno == EINTR);
         EXPECT_EQ(result, 0);
         return info.si_code == CLD_KILLED ? info.si_status : 0;
     }
 
-    QByteArray With(const char* suffix) const { return m_Name + suffix; }
+    QByteArray With(const char* aSuffix) const { return m_Name + aSuffix; }
 
-    QString Path(const QByteArray& name) const { return m_Folder.filePath(QString::fromLatin1(name)); }
+    QString Path(const QByteArray& aName) const { return m_Folder.filePath(QString::fromLatin1(aName)); }
 
     // Unlike any other process of the machine, and longer than the 15 characters that the kernel keeps.
     const QByteArray m_Name = "mpl_media_source_" + QByteArray::number(getpid());

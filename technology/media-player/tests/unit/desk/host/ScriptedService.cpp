@@ -1,15 +1,15 @@
 #include "ScriptedService.h"
 
-ScriptedService::ScriptedService(const QString& address, const QString& name, Script script)
-    : m_Name(name), m_ConnectionName(QStringLiteral("scripted ") + name), m_Script(std::move(script))
+ScriptedService::ScriptedService(const QString& aDdress, const QString& aName, Script aScript)
+    : m_Name(aName), m_ConnectionName(QStringLiteral("scripted ") + aName), m_Script(std::move(aScript))
 {
-    QDBusConnection connection = QDBusConnection::connectToBus(address, m_ConnectionName);
+    QDBusConnection connection = QDBusConnection::connectToBus(aDdress, m_ConnectionName);
     connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     m_Thread.start();
     moveToThread(&m_Thread);
     // Only now can a call come in.
-    if (!connection.registerService(name)) {
-        qCritical("The service %s can't be offered", qPrintable(name));
+    if (!connection.registerService(aName)) {
+        qCritical("The service %s can't be offered", qPrintable(aName));
     }
 }
 
@@ -29,10 +29,10 @@ QString ScriptedService::introspect(const QString& /*path*/) const
     return {};
 }
 
-bool ScriptedService::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
+bool ScriptedService::handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection)
 {
-    message.setDelayedReply(true);
-    QDBusConnection own(connection);
-    m_Script(message, own);
+    aMessage.setDelayedReply(true);
+    QDBusConnection own(aConnection);
+    m_Script(aMessage, own);
     return true;
 }

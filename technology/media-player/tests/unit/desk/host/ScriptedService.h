@@ -13,14 +13,14 @@ class ScriptedService : private QDBusVirtualObject
 {
 public:
     /// Called on the service's own thread. Without a reply from it, the caller gets none.
-    using Script = std::function<void(const QDBusMessage& call, QDBusConnection& connection)>;
+    using Script = std::function<void(const QDBusMessage& aCall, QDBusConnection& aConnection)>;
 
-    ScriptedService(const QString& address, const QString& name, Script script);
+    ScriptedService(const QString& aDdress, const QString& aName, Script aScript);
     ~ScriptedService() override;
 
 private:
-    QString introspect(const QString& path) const override;
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+    QString introspect(const QString& aPath) const override;
+    bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection) override;
 
     QString m_Name;
     QString m_ConnectionName;

@@ -1,5 +1,4 @@
 #include "MediaTest.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QFile>
@@ -56,31 +55,31 @@ TEST_F(ABrowser, LeadsToAnAlbumByTransactionIds)
     Done(m_Browser->RequestStart(tid));
     const uint session = Answer(started, tid).value(0).toUInt();
     EXPECT_EQ(session, status.value(0).value(0).toUInt());
-    EXPECT_EQ((QStringList{"genre", "artist", "album", "song", "folder"}),
-              Column(fetch(), MPL::MPL_RESULT_KEY_TOPLEVEL));
+    EXPECT_EQ(Column(fetch(), MPL::MPL_RESULT_KEY_TOPLEVEL),
+              (QStringList{"genre", "artist", "album", "song", "folder"}));
 
     select(MPL::MPL_RESULT_KEY_TOPLEVEL, MPL::MPL_BROWSE_CATEGORY_ALBUM);
-    EXPECT_EQ((QStringList{"Minerals", "Tides"}), Column(fetch(), MPL::MPL_RESULT_KEY_ALBUM));
+    EXPECT_EQ(Column(fetch(), MPL::MPL_RESULT_KEY_ALBUM), (QStringList{"Minerals", "Tides"}));
     select(MPL::MPL_RESULT_KEY_ALBUM, QStringLiteral("Tides"));
-    EXPECT_EQ((QStringList{"Ebb", "Flöd", "Neap", "Spring"}), Column(fetch(), MPL::MPL_RESULT_KEY_SONG));
+    EXPECT_EQ(Column(fetch(), MPL::MPL_RESULT_KEY_SONG), (QStringList{"Ebb", "Flöd", "Neap", "Spring"}));
 
     tid = m_Ids.Create();
     Done(m_Browser->RequestNumberOfRecords(tid));
-    EXPECT_EQ(4U, Answer(counted, tid).value(0).toUInt());
+    EXPECT_EQ(Answer(counted, tid).value(0).toUInt(), 4U);
     tid = m_Ids.Create();
     Done(m_Browser->RequestBrowserHierarchy(tid));
     const auto levels = Answer(way, tid).value(0).value<QVector<MPL::BrowserHierarchy>>();
-    ASSERT_EQ(3, levels.size());
-    EXPECT_EQ(1U, levels[1].index);
-    EXPECT_EQ(2U, levels[1].count);
-    EXPECT_EQ(QStringLiteral("Tides"), levels[2].label);
-    EXPECT_EQ(QStringLiteral("browse:/album/Tides"), Value(m_Browser->GetCurrentBrowseHierarchyUrl()));
+    ASSERT_EQ(levels.size(), 3);
+    EXPECT_EQ(levels[1].index, 1U);
+    EXPECT_EQ(levels[1].count, 2U);
+    EXPECT_EQ(levels[2].label, QStringLiteral("Tides"));
+    EXPECT_EQ(Value(m_Browser->GetCurrentBrowseHierarchyUrl()), QStringLiteral("browse:/album/Tides"));
 
     tid = m_Ids.Create();
     Done(m_Browser->RequestPlayAll(tid));
     Answer(played, tid);
-    EXPECT_EQ(4U, Value(m_Queue->GetNumberOfTracks()));
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_PLAYING, Value(m_Control->GetPlayState()));
+    EXPECT_EQ(Value(m_Queue->GetNumberOfTracks()), 4U);
+    EXPECT_EQ(Value(m_Control->GetPlayState()), MPL::MPL_PLAY_STATE_PLAYING);
 }
 
 TEST_F(ABrowser, EchoesEveryIdToEveryListener)
@@ -108,7 +107,7 @@ TEST_F(ABrowser, EchoesEveryIdToEveryListener)
             for (const QVariantList& arguments : *spy) {
                 echoes += arguments.value(0).value<Tid>() == tid ? 1 : 0;
             }
-            EXPECT_EQ(1, echoes);
+            EXPECT_EQ(echoes, 1);
         }
     }
     QDBusConnection::disconnectFromBus(QStringLiteral("other"));
@@ -140,7 +139,7 @@ TEST_F(ABrowser, RefusesWhatMakesNoSense)
     m_Browser->RequestRecordsByTransactionId(tid, 5, 1);
     Answer(records, tid, MPL::MPL_BROWSE_ERROR_MESSAGE_FETCHING_RESULTS);
     m_Browser->RequestRecordsByTransactionId(tid, 4, 4294967295U); // clipped, not wrapped around
-    EXPECT_EQ(1, Answer(records, tid).value(0).value<QList<MPL::ResultDictionary>>().size());
+    EXPECT_EQ(Answer(records, tid).value(0).value<QList<MPL::ResultDictionary>>().size(), 1);
     m_Browser->RequestSelectRecord(tid, 5);
     Answer(selected, tid, MPL::MPL_BROWSE_ERROR_MESSAGE_SELECTED_INDEX_OUT_OF_RANGE);
     m_Browser->RequestSearchFor(tid, QStringLiteral("Ebb"), {QStringLiteral("colour")}, 0, QString());
@@ -148,8 +147,8 @@ TEST_F(ABrowser, RefusesWhatMakesNoSense)
     m_Browser->RequestSearchFor(tid, QStringLiteral("Ebb"), QStringList(), 0, QStringLiteral("by colour"));
     Answer(searched, tid, MPL::MPL_BROWSE_ERROR_MESSAGE_SORT_METHODS_NOT_SUPPORTED);
     m_Browser->RequestSearchFor(tid, QStringLiteral("nowhere"), QStringList(), 0, QString());
-    EXPECT_EQ(QVariantList{false}, Answer(searched, tid, MPL::MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO));
-    EXPECT_EQ(5U, Value(m_Browser->GetNumberOfRecords())); // and nothing has moved
+    EXPECT_EQ(Answer(searched, tid, MPL::MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO), QVariantList{false});
+    EXPECT_EQ(Value(m_Browser->GetNumberOfRecords()), 5U); // and nothing has moved
 }
 
 TEST_F(ABrowser, FindsSortsAndIndexes)
@@ -157,24 +156,24 @@ TEST_F(ABrowser, FindsSortsAndIndexes)
     Value(m_Browser->Start());
     EXPECT_TRUE(Value(m_Browser->SearchFor(QStringLiteral("TIDES"), QStringList(), 0, QString())));
     QList<MPL::ResultDictionary> hits = Records();
-    EXPECT_EQ((QStringList{"ALBUM", "SONG"}), Column(hits, MPL::MPL_RESULT_KEY_RESULT_TYPE));
+    EXPECT_EQ(Column(hits, MPL::MPL_RESULT_KEY_RESULT_TYPE), (QStringList{"ALBUM", "SONG"}));
     EXPECT_GT(hits.value(0).value(MPL::MPL_RESULT_KEY_SCORE).toUInt(),
               hits.value(1).value(MPL::MPL_RESULT_KEY_SCORE).toUInt());
     EXPECT_TRUE(Value(m_Browser->Back()));
     EXPECT_TRUE(
         Value(m_Browser->SearchFor(QStringLiteral("a"), {MPL::MPL_BROWSE_CATEGORY_SONG}, 2, QString())));
-    EXPECT_EQ(2U, Value(m_Browser->GetNumberOfRecords()));
+    EXPECT_EQ(Value(m_Browser->GetNumberOfRecords()), 2U);
     EXPECT_TRUE(Value(m_Browser->Back()));
 
     ASSERT_TRUE(SelectByText(MPL::MPL_RESULT_KEY_TOPLEVEL, MPL::MPL_BROWSE_CATEGORY_SONG));
     QSignalSpy changed(m_Browser.get(), &Browser::SignalCurrentResultsSortModeChanged);
     EXPECT_TRUE(Value(m_Browser->SetCurrentResultsSortMode(QStringLiteral("SORT_NAME_DESCENDING"))));
-    EXPECT_EQ((QStringList{"Spring", "Neap", "Flöd", "Ebb", "Basalt", "Alpha Tides"}),
-              Column(Records(), MPL::MPL_RESULT_KEY_SONG));
-    EXPECT_EQ(1, changed.count());
+    EXPECT_EQ(Column(Records(), MPL::MPL_RESULT_KEY_SONG),
+              (QStringList{"Spring", "Neap", "Flöd", "Ebb", "Basalt", "Alpha Tides"}));
+    EXPECT_EQ(changed.count(), 1);
     const QList<MPL::ResultDictionary> index = Value(m_Browser->GetCharacterIndex());
-    EXPECT_EQ((QStringList{"S", "N", "F", "E", "B", "A"}), Column(index, QStringLiteral("character")));
-    EXPECT_EQ(5U, index.value(5).value(QStringLiteral("index")).toUInt());
+    EXPECT_EQ(Column(index, QStringLiteral("character")), (QStringList{"S", "N", "F", "E", "B", "A"}));
+    EXPECT_EQ(index.value(5).value(QStringLiteral("index")).toUInt(), 5U);
 }
 
 TEST_F(ABrowser, SelectsByIdsOf64Bits)
@@ -190,12 +189,12 @@ TEST_F(ABrowser, SelectsByIdsOf64Bits)
     QSignalSpy playing(m_Browser.get(), &Browser::SignalCurrentPlayingIndex);
     Done(m_Browser->RequestCurrentPlayingIndex());
     ASSERT_TRUE(Wait([&] { return !playing.isEmpty(); }));
-    EXPECT_EQ(1, playing.value(0).value(0).toInt());
+    EXPECT_EQ(playing.value(0).value(0).toInt(), 1);
     EXPECT_FALSE(Value(m_Browser->SelectRecordById(id & 0xFFFFFFFFULL)));
     EXPECT_TRUE(Value(m_Browser->Back()));
     Done(m_Browser->RequestCurrentPlayingIndex());
     ASSERT_TRUE(Wait([&] { return playing.count() == 2; }));
-    EXPECT_EQ(-1, playing.value(1).value(0).toInt());
+    EXPECT_EQ(playing.value(1).value(0).toInt(), -1);
 }
 
 TEST_F(ABrowser, FollowsTheIndexWhileItIsOpen)
@@ -209,15 +208,15 @@ TEST_F(ABrowser, FollowsTheIndexWhileItIsOpen)
     EXPECT_TRUE(Value(m_Indexer->Reindex()));
     ASSERT_TRUE(Wait([&] { return !item.isEmpty(); }));
     EXPECT_EQ(
-        QStringLiteral("Renamed"),
-        item.value(0).value(2).value<MPL::ResultDictionary>().value(MPL::MPL_RESULT_KEY_SONG).toString());
-    EXPECT_EQ(1, item.count());
+        item.value(0).value(2).value<MPL::ResultDictionary>().value(MPL::MPL_RESULT_KEY_SONG).toString(),
+        QStringLiteral("Renamed"));
+    EXPECT_EQ(item.count(), 1);
     EXPECT_TRUE(results.isEmpty());
 
     ASSERT_TRUE(QFile::remove(Folder() + QStringLiteral("wave/3.mp3")));
     EXPECT_TRUE(Value(m_Indexer->Reindex()));
     ASSERT_TRUE(Wait([&] { return !results.isEmpty(); }));
-    EXPECT_EQ(5U, Value(m_Browser->GetNumberOfRecords()));
+    EXPECT_EQ(Value(m_Browser->GetNumberOfRecords()), 5U);
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "MediaTest.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QDBusPendingCallWatcher>
@@ -28,11 +27,11 @@ TEST_F(AnIndexer, ReadsEveryFormatAndReportsOnIt)
     ASSERT_TRUE(Wait([&] { return !results.isEmpty(); }));
     for (const MPL::ResultDictionary& track : results[0][0].value<QList<MPL::ResultDictionary>>()) {
         const std::string file = track.value(MPL::MPL_TRACK_INFO_KEY_FILE_NAME).toString().toStdString();
-        EXPECT_EQ(QStringLiteral("Wave"), track.value(MPL::MPL_TRACK_INFO_KEY_ARTIST_NAME).toString())
+        EXPECT_EQ(track.value(MPL::MPL_TRACK_INFO_KEY_ARTIST_NAME).toString(), QStringLiteral("Wave"))
             << file;
-        EXPECT_EQ(QStringLiteral("Ambient"), track.value(MPL::MPL_TRACK_INFO_KEY_GENRE_NAME).toString())
+        EXPECT_EQ(track.value(MPL::MPL_TRACK_INFO_KEY_GENRE_NAME).toString(), QStringLiteral("Ambient"))
             << file;
-        EXPECT_EQ(QStringLiteral("wave"), track.value(MPL::MPL_TRACK_INFO_KEY_FOLDER_NAME).toString())
+        EXPECT_EQ(track.value(MPL::MPL_TRACK_INFO_KEY_FOLDER_NAME).toString(), QStringLiteral("wave"))
             << file;
         // A frame more or less of the compressed formats.
         EXPECT_NEAR(500, track.value(MPL::MPL_TRACK_INFO_KEY_TRACK_LENGTH).toInt(), 200) << file;
@@ -47,16 +46,16 @@ TEST_F(AnIndexer, ReadsEveryFormatAndReportsOnIt)
     QSignalSpy events(m_Control.get(), &Control::SignalEvent);
     EXPECT_TRUE(Value(m_Indexer->Reindex()));
     ASSERT_TRUE(Wait([&] { return status.count() == 2; }));
-    EXPECT_EQ(MPL::MPL_INDEX_STATUS_INDEXING_COMPLETED, status[1][0].toString());
+    EXPECT_EQ(status[1][0].toString(), MPL::MPL_INDEX_STATUS_INDEXING_COMPLETED);
     QList<uint> steps;
     for (const QVariantList& arguments : progress) {
         steps.append(arguments.value(0).toUInt());
     }
     EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
-    EXPECT_EQ(0U, steps.value(0));
-    EXPECT_EQ(100U, steps.last());
+    EXPECT_EQ(steps.value(0), 0U);
+    EXPECT_EQ(steps.last(), 100U);
     EXPECT_GT(steps.size(), 3);
-    ASSERT_EQ(1, events.count());
+    ASSERT_EQ(events.count(), 1);
     EXPECT_TRUE(events[0][0].toString().contains(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT));
     EXPECT_TRUE(events[0][0].toString().contains(QLatin1String("bad.mp3")));
 }
@@ -108,7 +107,7 @@ TEST_F(AFault, ConcernsOnlyTheMethodThatItNames)
     time.waitForFinished();
     EXPECT_EQ(QDBusError::NoReply, time.error().type());
 
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_STOPPED, Value(m_Control->GetPlayState()));
+    EXPECT_EQ(Value(m_Control->GetPlayState()), MPL::MPL_PLAY_STATE_STOPPED);
     EXPECT_FALSE(SignalComesFirst());
     QDBusPendingReply<bool> pause = m_Control->Pause();
     pause.waitForFinished();

@@ -101,7 +101,7 @@ void MediaTest::TearDown()
         m_Process.terminate();
         EXPECT_TRUE(m_Process.waitForFinished(kPatienceMs)) << "the source does not end";
         EXPECT_EQ(QProcess::NormalExit, m_Process.exitStatus());
-        EXPECT_EQ(0, m_Process.exitCode()); // what a sanitizer finds in the source shows here
+        EXPECT_EQ(m_Process.exitCode(), 0); // what a sanitizer finds in the source shows here
     }
 }
 
@@ -139,11 +139,11 @@ void MediaTest::PlayAlbum()
 QList<MPL::ResultDictionary> MediaTest::Records()
 {
     QSignalSpy results(m_Browser.get(), &ComTalvexDBusMediaPlayerBrowserInterface::SignalBrowsingResults);
-    static uint transaction = 100;
-    EXPECT_TRUE(Value(m_Browser->RequestRecords(0, 1000, ++transaction)));
+    static uint s_Transaction = 100;
+    EXPECT_TRUE(Value(m_Browser->RequestRecords(0, 1000, ++s_Transaction)));
     EXPECT_TRUE(Wait([&] { return !results.isEmpty(); }));
     const QVariantList answer = results.value(0);
-    EXPECT_EQ(transaction, answer.value(1).toUInt());
+    EXPECT_EQ(s_Transaction, answer.value(1).toUInt());
     return answer.value(0).value<QList<MPL::ResultDictionary>>();
 }
 

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "AudioFiles.h"
-
+#include "StackFaults.h"
 #include <MPL_Proxies.h>
 #include <MPL_Types.h>
-#include "StackFaults.h"
-
-#include <gtest/gtest.h>
 
 #include <QProcess>
 #include <QSignalSpy>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>

@@ -1,5 +1,4 @@
 #include "MediaTest.h"
-
 #include <MPL_MediaPlayerLib.h>
 
 #include <QCoreApplication>
@@ -72,14 +71,14 @@ TEST_F(APlayer, PlaysTheQueueToItsEnd)
         names.append(
             arguments.value(0).value<QVariantMap>().value(MPL::MPL_TRACK_INFO_KEY_TRACK_NAME).toString());
     }
-    EXPECT_EQ((QStringList{"Ebb", "Flöd", "Neap", "Spring"}), names);
-    ASSERT_EQ(2, states.count());
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_PLAYING, states[0][0].toString());
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_STOPPED, states[1][0].toString());
-    EXPECT_EQ(0U, Value(m_Info->GetCurrentPlayTime()));
+    EXPECT_EQ(names, (QStringList{"Ebb", "Flöd", "Neap", "Spring"}));
+    ASSERT_EQ(states.count(), 2);
+    EXPECT_EQ(states[0][0].toString(), MPL::MPL_PLAY_STATE_PLAYING);
+    EXPECT_EQ(states[1][0].toString(), MPL::MPL_PLAY_STATE_STOPPED);
+    EXPECT_EQ(Value(m_Info->GetCurrentPlayTime()), 0U);
 
     EXPECT_TRUE(Value(m_Control->Resume())); // from the beginning again
-    EXPECT_EQ(0U, Value(m_Queue->GetCurrentTrackIndex()));
+    EXPECT_EQ(Value(m_Queue->GetCurrentTrackIndex()), 0U);
 
     EXPECT_TRUE(Value(m_Control->Pause()));
     EXPECT_TRUE(Value(m_Control->SetShuffleMode(MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON)));
@@ -166,41 +165,41 @@ TEST_F(APlayer, MovesWithinATrack)
     EXPECT_TRUE(Value(m_Control->Pause()));
     const auto at = [this] { return Value(m_Info->GetCurrentPlayTime()); };
     Done(m_Control->SeekToTime(6000));
-    EXPECT_EQ(6000U, at());
+    EXPECT_EQ(at(), 6000U);
     Done(m_Control->Jump(-2500));
-    EXPECT_EQ(3500U, at());
+    EXPECT_EQ(at(), 3500U);
     Done(m_Control->Jump(-5000));
-    EXPECT_EQ(0U, at());
+    EXPECT_EQ(at(), 0U);
     Done(m_Control->Jump(2147483647));
-    EXPECT_EQ(10000U, at());
+    EXPECT_EQ(at(), 10000U);
 
     QSignalSpy events(m_Control.get(), &Control::SignalEvent);
     Done(m_Control->SeekToTime(10001));
     ASSERT_TRUE(Wait([&] { return events.count() == 1; }));
-    EXPECT_EQ(10000U, at());
+    EXPECT_EQ(at(), 10000U);
 
     QSignalSpy chapters(m_Control.get(), &Control::SignalChapterChanged);
     EXPECT_TRUE(Value(m_Control->SeekTitleChapter(1, 3))); // plays
     EXPECT_TRUE(Value(m_Control->Pause()));
-    EXPECT_EQ(3U, Value(m_Control->GetCurrentChapter()));
+    EXPECT_EQ(Value(m_Control->GetCurrentChapter()), 3U);
     EXPECT_TRUE(Value(m_Control->PreviousChapter()));
-    EXPECT_EQ(2500U, at());
-    EXPECT_EQ(2U, Value(m_Control->GetCurrentChapter()));
+    EXPECT_EQ(at(), 2500U);
+    EXPECT_EQ(Value(m_Control->GetCurrentChapter()), 2U);
     EXPECT_FALSE(Value(m_Control->SeekTitleChapter(1, 5)));
     EXPECT_FALSE(Value(m_Control->SeekTitleChapter(0, 1)));
     EXPECT_FALSE(Value(m_Control->SetTrackIndex(6)));
-    EXPECT_EQ(2500U, at());
+    EXPECT_EQ(at(), 2500U);
     ASSERT_TRUE(Wait([&] { return events.count() == 4 && chapters.count() >= 2; }));
 
     // Eight times as fast as playing: ten seconds are over soon.
     QSignalSpy indexes(m_Queue.get(), &Queue::SignalTrackIndexChanged);
     EXPECT_TRUE(Value(m_Control->SeekTrack(MPL::MPL_SEEK_MODE_SEEK_MODE_FAST_FORWARD)));
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_FAST_FORWARDING, Value(m_Control->GetPlayState()));
+    EXPECT_EQ(Value(m_Control->GetPlayState()), MPL::MPL_PLAY_STATE_FAST_FORWARDING);
     ASSERT_TRUE(Wait([&] { return !indexes.isEmpty(); }));
-    EXPECT_EQ(MPL::MPL_PLAY_STATE_PLAYING, Value(m_Control->GetPlayState()));
+    EXPECT_EQ(Value(m_Control->GetPlayState()), MPL::MPL_PLAY_STATE_PLAYING);
     EXPECT_TRUE(Value(m_Control->SeekTrack(MPL::MPL_SEEK_MODE_SEEK_MODE_REWIND)));
     ASSERT_TRUE(Wait([&] { return Value(m_Control->GetPlayState()) == MPL::MPL_PLAY_STATE_PLAYING; }));
-    EXPECT_EQ(1U, Value(m_Queue->GetCurrentTrackIndex()));
+    EXPECT_EQ(Value(m_Queue->GetCurrentTrackIndex()), 1U);
 }
 
 TEST_F(APlayer, ExplainsWhatItCanDo)
@@ -213,9 +212,10 @@ TEST_F(APlayer, ExplainsWhatItCanDo)
     EXPECT_FALSE(Value(m_Control->NextTrack()));
     EXPECT_FALSE(enabled(MPL::MPL_PLAYBACK_FUNCTION_PLAYBACK_NEXT));
     EXPECT_EQ(
-        3, Functionality(MPL::MPL_PLAYBACK_FUNCTION_PLAYBACK_REPEAT)[MPL::MPL_FUNCTIONALITY_JSON_KEY_OPTIONS]
-               .toArray()
-               .size());
+        Functionality(MPL::MPL_PLAYBACK_FUNCTION_PLAYBACK_REPEAT)[MPL::MPL_FUNCTIONALITY_JSON_KEY_OPTIONS]
+            .toArray()
+            .size(),
+        3);
 
     QSignalSpy changed(m_Control.get(), &Control::SignalFunctionalitiesChanged);
     PlayEverything();
@@ -225,15 +225,15 @@ TEST_F(APlayer, ExplainsWhatItCanDo)
     EXPECT_FALSE(Value(m_Control->NextTrack()));
     EXPECT_TRUE(Value(m_Control->SetRepeatMode(MPL::MPL_REPEAT_MODE_REPEAT_MODE_ALL)));
     EXPECT_TRUE(Value(m_Control->NextTrack()));
-    EXPECT_EQ(0U, Value(m_Queue->GetCurrentTrackIndex()));
+    EXPECT_EQ(Value(m_Queue->GetCurrentTrackIndex()), 0U);
     EXPECT_TRUE(Value(m_Control->Pause()));
     ASSERT_TRUE(Wait([&] {
         return !changed.isEmpty() && changed.last()[0].toString() == Value(m_Control->GetFunctionalities());
     }));
 
     const MPL::BufferedMedia buffered = Value(m_Control->GetBufferedInfo());
-    EXPECT_EQ(0, buffered.start);
-    EXPECT_EQ(10000, buffered.end);
+    EXPECT_EQ(buffered.start, 0);
+    EXPECT_EQ(buffered.end, 10000);
 }
 
 TEST_F(APlayer, ShowsAndTakesAQueue)
@@ -245,9 +245,9 @@ TEST_F(APlayer, ShowsAndTakesAQueue)
     EXPECT_FALSE(Value(m_Queue->RequestTrackInfo(6, 1)));
     EXPECT_TRUE(Value(m_Queue->RequestTrackInfo(4, 4294967295U)));
     ASSERT_TRUE(Wait([&] { return !results.isEmpty() && errors.count() == 2; }));
-    EXPECT_EQ(MPL::MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE, errors[0][0].toString());
+    EXPECT_EQ(errors[0][0].toString(), MPL::MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE);
     const auto records = results[0][0].value<QList<MPL::ResultDictionary>>();
-    EXPECT_EQ((QStringList{"Neap", "Spring"}), Column(records, MPL::MPL_TRACK_INFO_KEY_TRACK_NAME));
+    EXPECT_EQ(Column(records, MPL::MPL_TRACK_INFO_KEY_TRACK_NAME), (QStringList{"Neap", "Spring"}));
 
     QSignalSpy pushed(m_Queue.get(), &Queue::SignalPlayQueuePushReceived);
     QSignalSpy distributed(m_Control.get(), &Control::SignalDistributedPlaybackChanged);
@@ -255,14 +255,14 @@ TEST_F(APlayer, ShowsAndTakesAQueue)
     QVariantMap message{{MPL::MPL_RESULT_LIST_KEY_TRACK_RESULTS, ids},
                         {MPL::MPL_TRACK_INFO_KEY_NOW_PLAYING_TRACK_INDEX, 1U}};
     EXPECT_TRUE(Value(m_Queue->LoadRemotePlayQueue(message)));
-    EXPECT_EQ(2U, Value(m_Queue->GetNumberOfTracks()));
+    EXPECT_EQ(Value(m_Queue->GetNumberOfTracks()), 2U);
     ASSERT_TRUE(Wait([&] { return !pushed.isEmpty() && !distributed.isEmpty(); }));
-    EXPECT_EQ(QStringLiteral("Spring"), pushed[0][1].toString());
+    EXPECT_EQ(pushed[0][1].toString(), QStringLiteral("Spring"));
     message[MPL::MPL_RESULT_LIST_KEY_TRACK_RESULTS] =
         QVariant::fromValue(QList<qulonglong>{ids[0].toULongLong(), 1});
     EXPECT_FALSE(Value(m_Queue->LoadRemotePlayQueue(message))) << "one of the tracks is not there";
     EXPECT_FALSE(Value(m_Queue->LoadRemotePlayQueue(QVariantMap())));
-    EXPECT_EQ(2U, Value(m_Queue->GetNumberOfTracks()));
+    EXPECT_EQ(Value(m_Queue->GetNumberOfTracks()), 2U);
     EXPECT_TRUE(Value(m_Control->IsDistributedPlayback()));
 }
 

@@ -1,9 +1,9 @@
 #include <MPL_Types.h>
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QDBusMetaType>
+
+#include <gtest/gtest.h>
 
 int main(int argc, char* argv[])
 {
