@@ -19,6 +19,23 @@ namespace
 
 constexpr int kBusStartLimitMs = 10000;
 
+// No service folders: nothing of the machine is ever started by a call on this bus.
+const std::string kConfigurationBegin =
+    R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  )";
+const std::string kConfigurationEnd = R"(
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow user="*"/>
+    <allow own="*"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+  </policy>
+</busconfig>
+)";
+
 bool IsOwnerOf(const std::string& aName, DBusMessage* aMessage)
 {
     const char* name = nullptr;
@@ -28,6 +45,25 @@ bool IsOwnerOf(const std::string& aName, DBusMessage* aMessage)
            dbus_message_get_args(aMessage, nullptr, DBUS_TYPE_STRING, &name, DBUS_TYPE_STRING, &before,
                                  DBUS_TYPE_STRING, &after, DBUS_TYPE_INVALID) != FALSE &&
            aName == name && *after != '\0';
+}
+
+// Empties the queue of what has come in. True when it told of the name's owner.
+bool QueueHasOwner(DBusConnection* aConnection, const std::string& aName)
+{
+    bool isOwned = false;
+    while (DBusMessage* message = dbus_connection_pop_message(aConnection)) {
+        isOwned = isOwned || IsOwnerOf(aName, message);
+        dbus_message_unref(message);
+    }
+    return isOwned;
+}
+
+// The daemon prints its address once it listens; the pipe closes without a word when it ends before that.
+bool WaitForAddress(int aPipe)
+{
+    pollfd said = {aPipe, POLLIN, 0};
+    char first = '\0';
+    return poll(&said, 1, kBusStartLimitMs) == 1 && read(aPipe, &first, 1) == 1;
 }
 
 } // namespace
@@ -66,41 +102,22 @@ bool BusClient::WaitForOwner(const std::string& aName, int aLimitMs) const
             .c_str(),
         nullptr);
     bool isOwned = dbus_bus_name_has_owner(Get(), aName.c_str(), nullptr) != FALSE;
-    while (!isOwned) {
-        // What came in behind the answer to a call waits in the queue; it must be looked at before more is
+    for (long long left = aLimitMs; !isOwned && left > 0; left = end - NowMs()) {
+        // What came in behind the answer to a call waits in the queue; it is looked at before more is
         // awaited.
-        while (DBusMessage* message = dbus_connection_pop_message(Get())) {
-            isOwned = isOwned || IsOwnerOf(aName, message);
-            dbus_message_unref(message);
-        }
-        const long long left = end - NowMs();
-        if (isOwned || left <= 0 || dbus_connection_read_write(Get(), static_cast<int>(left)) == FALSE) {
+        isOwned = QueueHasOwner(Get(), aName);
+        if (!isOwned && dbus_connection_read_write(Get(), static_cast<int>(left)) == FALSE) {
             break;
         }
     }
-    return isOwned;
+    return isOwned || QueueHasOwner(Get(), aName);
 }
 
 std::string WriteBusConfiguration()
 {
-    // No service folders: nothing of the machine is ever started by a call on this bus.
-    const std::string text =
-        R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <listen>)" +
-        BusAddress() + R"(</listen>
-  <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow user="*"/>
-    <allow own="*"/>
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-  </policy>
-</busconfig>
-)";
     const std::string path = kPrivateFolder + "/bus.conf";
-    return WriteTextFile(path, text) ? path : std::string();
+    const std::string listen = "<listen>" + BusAddress() + "</listen>";
+    return WriteTextFile(path, kConfigurationBegin + listen + kConfigurationEnd) ? path : std::string();
 }
 
 void BecomeDaemon()
@@ -116,28 +133,25 @@ bool StartPlainBus(std::string& aReason)
     const UniqueFd messages(open(kBusMessages.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644));
     Pipe address = MakePipe();
     const std::string addressFd = std::to_string(address.write.Get());
-    const Spawned daemon = Spawn({"dbus-daemon", "--config-file=" + WriteBusConfiguration(), "--nofork",
-                                  "--nopidfile", "--print-address=" + addressFd},
-                                 [&] {
-                                     BecomeDaemon();
-                                     dup2(messages.Get(), STDERR_FILENO);
-                                     fcntl(address.write.Get(), F_SETFD, 0);
-                                 });
+    const std::vector<std::string> command = {"dbus-daemon", "--config-file=" + WriteBusConfiguration(),
+                                              "--nofork", "--nopidfile", "--print-address=" + addressFd};
+    const Spawned daemon = Spawn(command, [&] {
+        BecomeDaemon();
+        dup2(messages.Get(), STDERR_FILENO);
+        fcntl(address.write.Get(), F_SETFD, 0);
+    });
     address.write.Close();
     if (daemon.pid < 0) {
         aReason = daemon.error == ENOENT ? "dbus-daemon is missing: install the package dbus-daemon"
                                          : WithErrno("dbus-daemon can't be run", daemon.error);
         return false;
     }
-    // The daemon prints its address once it listens; the pipe closes without a word when it ends before that.
-    pollfd said = {address.read.Get(), POLLIN, 0};
-    char first = '\0';
-    const bool listens = poll(&said, 1, kBusStartLimitMs) == 1 && read(address.read.Get(), &first, 1) == 1;
-    if (!listens) {
+    if (!WaitForAddress(address.read.Get())) {
         aReason =
             "dbus-daemon does not listen at " + BusAddress() + "; it says: " + ReadTextFile(kBusMessages);
+        return false;
     }
-    return listens;
+    return true;
 }
 
 } // namespace sandbox

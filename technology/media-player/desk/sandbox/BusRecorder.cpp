@@ -6,7 +6,6 @@
 
 #include <poll.h>
 #include <sys/inotify.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -97,33 +96,55 @@ bool BecomeMonitor(BusClient& aBus)
     return true;
 }
 
+// Writes what has come in. False when the end of the recording was among it.
+bool WriteQueue(BusClient& aBus, int aFile)
+{
+    bool isEnd = false;
+    while (DBusMessage* message = isEnd ? nullptr : dbus_connection_pop_message(aBus.Get())) {
+        isEnd = dbus_message_is_signal(message, kEndInterface, kEndSignal) != FALSE;
+        // libdbus makes this one itself when the bus hangs up; it was never sent.
+        if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
+            WriteMessage(aFile, message);
+        }
+        dbus_message_unref(message);
+    }
+    return !isEnd;
+}
+
 // Writes what passes on the bus until it ends (true) or the recording does (false).
 bool Record(BusClient& aBus, int aFile)
 {
     // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
     do {
-        while (DBusMessage* message = dbus_connection_pop_message(aBus.Get())) {
-            const bool isEnd = dbus_message_is_signal(message, kEndInterface, kEndSignal) != FALSE;
-            // libdbus makes this one itself when the bus hangs up; it was never sent.
-            if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
-                WriteMessage(aFile, message);
-            }
-            dbus_message_unref(message);
-            if (isEnd) {
-                return false;
-            }
+        if (!WriteQueue(aBus, aFile)) {
+            return false;
         }
     } while (dbus_connection_read_write(aBus.Get(), -1) != FALSE);
     return true;
+}
+
+// Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
+void SendEnd(const BusClient& aBus)
+{
+    DBusMessage* end = dbus_message_new_signal("/", kEndInterface, kEndSignal);
+    dbus_connection_send(aBus.Get(), end, nullptr);
+    dbus_connection_flush(aBus.Get());
+    dbus_message_unref(end);
+}
+
+UniqueFd WatchFolderOf(const std::string& aSocket)
+{
+    UniqueFd watch(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    inotify_add_watch(watch.Get(), std::filesystem::path(aSocket).parent_path().c_str(),
+                      IN_CREATE | IN_MOVED_TO);
+    return watch;
 }
 
 [[noreturn]] void RunRecorder(const std::string& aSocket, int aFile, int aStop, UniqueFd aReady)
 {
     std::signal(SIGQUIT, SIG_IGN);
     WriteAll(aFile, BytesOf(PcapHeader()));
-    const UniqueFd watch(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-    inotify_add_watch(watch.Get(), std::filesystem::path(aSocket).parent_path().c_str(),
-                      IN_CREATE | IN_MOVED_TO);
+    const UniqueFd watch = WatchFolderOf(aSocket);
     int pauseMs = 1;
     for (;;) {
         const bool isThere = access(aSocket.c_str(), F_OK) == 0;
@@ -165,14 +186,10 @@ BusRecorder::~BusRecorder()
         return;
     }
     m_Stop.Close();
-    // Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
-    if (BusClient bus = BusClient::Connect("unix:path=" + m_Socket); bus.IsConnected()) {
-        DBusMessage* end = dbus_message_new_signal("/", kEndInterface, kEndSignal);
-        dbus_connection_send(bus.Get(), end, nullptr);
-        dbus_connection_flush(bus.Get());
-        dbus_message_unref(end);
+    if (const BusClient bus = BusClient::Connect("unix:path=" + m_Socket); bus.IsConnected()) {
+        SendEnd(bus);
     }
-    const UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, m_Process, 0)));
+    const UniqueFd process = HandleOf(m_Process);
     pollfd ended = {process.Get(), POLLIN, 0};
     if (poll(&ended, 1, kSettleLimitMs) != 1) {
         kill(m_Process, SIGKILL);

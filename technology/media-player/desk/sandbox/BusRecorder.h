@@ -15,14 +15,15 @@ namespace sandbox
 class BusRecorder
 {
 public:
-    /// Starts recording to `aFile`, which stays open until Stop. The folder of the socket must exist.
+    /// Starts recording to `aFile`, which stays the caller's to close. The folder of the socket must exist.
     /// Where a bus listens already, blocks until the monitor is in place, at most two seconds.
     BusRecorder(std::string aSocket, int aFile);
     BusRecorder(const BusRecorder&) = delete;
     BusRecorder& operator=(const BusRecorder&) = delete;
 
     /// Ends the recording; what was sent on the bus before is in the file. Blocks for as long as that takes,
-    /// at most two seconds. Of several recorders stop the one started last first.
+    /// at most two seconds. Of several recorders destroy the one made last first: its process holds the
+    /// other's stop pipe, as a child has what its parent had.
     ~BusRecorder();
 
 private:

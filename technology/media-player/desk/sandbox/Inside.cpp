@@ -84,6 +84,22 @@ bool StartBus(const InsideSettings& aSettings)
     return true;
 }
 
+// Says why the program does not run and returns the status for that.
+int ExplainFailure(const std::string& aName, int aError)
+{
+    if (aError != ENOENT) {
+        Say(WithErrno("the program " + aName + " can't be run", aError));
+        return kExitCannotRun;
+    }
+    std::error_code error;
+    Say(fs::exists(aName, error) && aName.find('/') != std::string::npos
+            ? "the program " + aName + " can't be run: its interpreter is missing"
+            : "the program " + aName +
+                  " was not found; /run, /opt/talvex and /var/talvex of the machine are not visible in the "
+                  "sandbox");
+    return kExitNotFound;
+}
+
 int RunProgram(const InsideSettings& aSettings)
 {
     const Spawned program = Spawn(aSettings.command, [&] {
@@ -92,59 +108,11 @@ int RunProgram(const InsideSettings& aSettings)
         }
         std::signal(SIGQUIT, SIG_DFL);
     });
-    if (program.pid >= 0) {
-        return WaitForEnd(program.pid);
-    }
-    const std::string& name = aSettings.command.front();
-    if (program.error != ENOENT) {
-        Say(WithErrno("the program " + name + " can't be run", program.error));
-        return kExitCannotRun;
-    }
-    std::error_code error;
-    Say(fs::exists(name, error) && name.find('/') != std::string::npos
-            ? "the program " + name + " can't be run: its interpreter is missing"
-            : "the program " + name +
-                  " was not found; /run, /opt/talvex and /var/talvex of the machine are not "
-                  "visible in the sandbox");
-    return kExitNotFound;
+    return program.pid >= 0 ? WaitForEnd(program.pid)
+                            : ExplainFailure(aSettings.command.front(), program.error);
 }
 
 } // namespace
-
-std::vector<std::string> ToArguments(const InsideSettings& aSettings)
-{
-    std::vector<std::string> arguments = {kInsideMark};
-    for (const int value :
-         {aSettings.stderrFd, aSettings.readyFd, aSettings.recordFd, aSettings.recordSystemFd,
-          aSettings.wantsManager ? 1 : 0, aSettings.ignoresInterrupt ? 1 : 0}) {
-        arguments.push_back(std::to_string(value));
-    }
-    arguments.push_back(aSettings.noManagerReason);
-    arguments.insert(arguments.end(), aSettings.command.begin(), aSettings.command.end());
-    return arguments;
-}
-
-InsideSettings FromArguments(const std::vector<std::string>& aArguments)
-{
-    constexpr size_t kFirstOfCommand = 8;
-    InsideSettings settings;
-    if (aArguments.size() <= kFirstOfCommand) {
-        return settings;
-    }
-    int numbers[6];
-    for (size_t index = 0; index < 6; ++index) {
-        numbers[index] = std::atoi(aArguments[index + 1].c_str());
-    }
-    settings.stderrFd = numbers[0];
-    settings.readyFd = numbers[1];
-    settings.recordFd = numbers[2];
-    settings.recordSystemFd = numbers[3];
-    settings.wantsManager = numbers[4] != 0;
-    settings.ignoresInterrupt = numbers[5] != 0;
-    settings.noManagerReason = aArguments[7];
-    settings.command.assign(aArguments.begin() + kFirstOfCommand, aArguments.end());
-    return settings;
-}
 
 int RunInside(const InsideSettings& aSettings)
 {
@@ -161,7 +129,7 @@ int RunInside(const InsideSettings& aSettings)
     std::optional<BusRecorder> test;
     if (aSettings.recordFd >= 0) {
         system.emplace(BusSocket(), aSettings.recordSystemFd);
-        test.emplace(TEST_BUS_SOCKET, aSettings.recordFd);
+        test.emplace(kTestBusSocket, aSettings.recordFd);
     }
     return RunProgram(aSettings);
 }

@@ -6,7 +6,6 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -72,7 +71,7 @@ bool SaysReady(int aListener)
 bool WaitForReadiness(pid_t aManager, int aListener)
 {
     const long long end = NowMs() + kStartLimitMs;
-    const UniqueFd manager(static_cast<int>(syscall(SYS_pidfd_open, aManager, 0)));
+    const UniqueFd manager = HandleOf(aManager);
     for (long long left = kStartLimitMs; left > 0; left = end - NowMs()) {
         pollfd events[] = {{aListener, POLLIN, 0}, {manager.Get(), POLLIN, 0}};
         if (poll(events, 2, static_cast<int>(left)) < 0 && errno != EINTR) {
@@ -88,33 +87,39 @@ bool WaitForReadiness(pid_t aManager, int aListener)
     return false;
 }
 
+// Runs in the child that becomes the manager.
+void PrepareManager(const std::string& aNotifySocket)
+{
+    BecomeDaemon();
+    const std::string units = kPrivateUnitFolder + ":" + kStackFolder + "/etc/systemd";
+    setenv("SYSTEMD_UNIT_PATH", units.c_str(), 1);
+    // Generators are programs of the machine that make units; none of them is asked.
+    setenv("SYSTEMD_GENERATOR_PATH", "/nonexistent", 1);
+    setenv("SYSTEMD_ENVIRONMENT_GENERATOR_PATH", "/nonexistent", 1);
+    setenv("NOTIFY_SOCKET", aNotifySocket.c_str(), 1);
+}
+
 Spawned SpawnManager(const std::string& aNotifySocket)
 {
-    const auto prepare = [&] {
-        BecomeDaemon();
-        const std::string units = kPrivateUnitFolder + ":" + kStackFolder + "/etc/systemd";
-        setenv("SYSTEMD_UNIT_PATH", units.c_str(), 1);
-        // Generators are programs of the machine that make units; none of them is asked.
-        setenv("SYSTEMD_GENERATOR_PATH", "/nonexistent", 1);
-        setenv("SYSTEMD_ENVIRONMENT_GENERATOR_PATH", "/nonexistent", 1);
-        setenv("NOTIFY_SOCKET", aNotifySocket.c_str(), 1);
-    };
     // Its own messages would go to the machine's console; the services' output goes to the program's stderr.
-    const std::string options[] = {"--log-target=null", "--default-standard-output=inherit",
-                                   "--default-standard-error=inherit"};
+    std::vector<std::string> command = {"",
+                                        "--user",
+                                        "--unit=" + kTarget,
+                                        "--log-target=null",
+                                        "--default-standard-output=inherit",
+                                        "--default-standard-error=inherit"};
     Spawned manager = {-1, ENOENT};
     for (const char* program : {"/usr/lib/systemd/systemd", "/lib/systemd/systemd"}) {
         if (manager.error == ENOENT) {
-            manager =
-                Spawn({program, "--user", "--unit=" + kTarget, options[0], options[1], options[2]}, prepare);
+            command.front() = program;
+            manager = Spawn(command, [&] { PrepareManager(aNotifySocket); });
         }
     }
     return manager;
 }
 
-} // namespace
-
-bool StartLifecycleManager(std::string& aReason)
+// Starts the manager and waits until it is on its bus. Its process is in `aManager` when there is one.
+bool BringUp(Spawned& aManager, std::string& aReason)
 {
     const std::string notifySocket = kPrivateFolder + "/notify";
     const UniqueFd listener = ListenForReadiness(notifySocket);
@@ -122,23 +127,32 @@ bool StartLifecycleManager(std::string& aReason)
         aReason = WithErrno("its units can't be written to " + kPrivateUnitFolder, errno);
         return false;
     }
-    const Spawned manager = SpawnManager(notifySocket);
-    if (manager.pid < 0) {
-        aReason = manager.error == ENOENT ? "systemd is missing: install the package systemd"
-                                          : WithErrno("systemd can't be run", manager.error);
+    aManager = SpawnManager(notifySocket);
+    if (aManager.pid < 0) {
+        aReason = aManager.error == ENOENT ? "systemd is missing: install the package systemd"
+                                           : WithErrno("systemd can't be run", aManager.error);
         return false;
     }
-    if (!WaitForReadiness(manager.pid, listener.Get())) {
+    if (!WaitForReadiness(aManager.pid, listener.Get())) {
         aReason = "systemd --user did not come up";
-    } else if (BusClient bus = BusClient::Connect(BusAddress());
-               !bus.IsConnected() || !bus.WaitForOwner("org.freedesktop.systemd1", kNameLimitMs)) {
-        aReason = "systemd --user did not appear on its bus";
-    } else {
-        return true;
+        return false;
     }
-    kill(manager.pid, SIGKILL);
-    WaitForEnd(manager.pid);
-    return false;
+    const BusClient bus = BusClient::Connect(BusAddress());
+    aReason = "systemd --user did not appear on its bus";
+    return bus.IsConnected() && bus.WaitForOwner("org.freedesktop.systemd1", kNameLimitMs);
+}
+
+} // namespace
+
+bool StartLifecycleManager(std::string& aReason)
+{
+    Spawned manager = {-1, 0};
+    const bool isUp = BringUp(manager, aReason);
+    if (!isUp && manager.pid > 0) {
+        kill(manager.pid, SIGKILL);
+        WaitForEnd(manager.pid);
+    }
+    return isUp;
 }
 
 } // namespace sandbox

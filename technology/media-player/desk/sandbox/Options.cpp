@@ -1,9 +1,10 @@
 #include "Options.h"
 
-#include <array>
-#include <cstdlib>
+#include "Stack.h"
+
+#include <getopt.h>
+
 #include <filesystem>
-#include <system_error>
 
 namespace fs = std::filesystem;
 
@@ -13,91 +14,76 @@ namespace sandbox
 namespace
 {
 
-// Beside this program: first as built, then as installed.
-constexpr std::array<const char*, 2> kStackFolders = {"../stack", "../lib/mpl-test-support/stack"};
+enum OptionId : int { kStack = 1, kRecordBus, kNoLifecycleManager, kHelp, kVersion };
 
-std::string FindStackFolder()
+constexpr option kOptions[] = {{"stack", required_argument, nullptr, kStack},
+                               {"record-bus", required_argument, nullptr, kRecordBus},
+                               {"no-lifecycle-manager", no_argument, nullptr, kNoLifecycleManager},
+                               {"help", no_argument, nullptr, kHelp},
+                               {"version", no_argument, nullptr, kVersion},
+                               {}};
+
+void Refuse(Options& aOptions, const std::string& aProblem)
 {
-    if (const char* named = std::getenv("MPL_STACK"); named != nullptr && *named != '\0') {
-        return fs::absolute(named).lexically_normal().string();
-    }
-    const fs::path here = fs::path(OwnExecutable()).parent_path();
-    for (const char* folder : kStackFolders) {
-        const fs::path candidate = (here / folder).lexically_normal();
-        std::error_code error;
-        if (fs::is_directory(candidate, error)) {
-            return candidate.string();
-        }
-    }
-    return {};
+    aOptions.action = Options::Action::Refuse;
+    aOptions.problem = aProblem + "; see mpl-sandbox --help";
 }
 
-Options Refuse(const std::string& aProblem)
+void TakeStack(Options& aOptions, const std::string& aFolder)
 {
-    Options options;
-    options.action = Options::Action::Refuse;
-    options.problem = aProblem + "; see mpl-sandbox --help";
-    return options;
+    if (aFolder.empty()) {
+        Refuse(aOptions, "--stack needs the folder of a stack");
+    } else {
+        aOptions.stackFolder = fs::absolute(aFolder).lexically_normal().string();
+    }
 }
 
-// Takes "--name VALUE" or "--name=VALUE" at `aIndex`. False when the argument there has another name.
-bool TakeValue(const std::vector<std::string>& aArguments, size_t& aIndex, const std::string& aName,
-               std::string& aValue)
+void TakeRecordFile(Options& aOptions, const std::string& aFile)
 {
-    const std::string& argument = aArguments[aIndex];
-    if (argument.compare(0, aName.size() + 1, aName + "=") == 0) {
-        aValue = argument.substr(aName.size() + 1);
-        return true;
+    aOptions.recordFile = aFile;
+    if (aFile.empty()) {
+        Refuse(aOptions, "--record-bus needs the file to write");
     }
-    if (argument != aName) {
-        return false;
+}
+
+// `aText` is the argument as it was given.
+void Take(Options& aOptions, int aId, const std::string& aValue, const std::string& aText)
+{
+    switch (aId) {
+    case kStack:
+        return TakeStack(aOptions, aValue);
+    case kRecordBus:
+        return TakeRecordFile(aOptions, aValue);
+    case kNoLifecycleManager:
+        aOptions.wantsLifecycleManager = false;
+        return;
+    case kHelp:
+    case kVersion:
+        aOptions.action = aId == kHelp ? Options::Action::Help : Options::Action::Version;
+        return;
+    default:
+        return Refuse(aOptions, "unknown option " + aText);
     }
-    aValue = aIndex + 1 < aArguments.size() ? aArguments[++aIndex] : std::string();
-    return true;
 }
 
 } // namespace
 
-std::string OwnExecutable()
-{
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).string();
-}
-
-Options ParseOptions(const std::vector<std::string>& aArguments)
+Options ParseOptions(int aCount, char** aArguments)
 {
     Options options;
-    size_t index = 0;
-    for (; index < aArguments.size() && aArguments[index].compare(0, 1, "-") == 0; ++index) {
-        const std::string& argument = aArguments[index];
-        std::string value;
-        if (argument == "--") {
-            ++index;
+    opterr = 0;
+    while (options.action == Options::Action::Run) {
+        const char* text = aArguments[optind];
+        // "+": the options end where the program begins; ":": a missing value is told as such.
+        const int id = getopt_long(aCount, aArguments, "+:", kOptions, nullptr);
+        if (id == -1) {
             break;
         }
-        if (argument == "--help" || argument == "--version") {
-            options.action = argument == "--help" ? Options::Action::Help : Options::Action::Version;
-            return options;
-        }
-        if (argument == "--no-lifecycle-manager") {
-            options.wantsLifecycleManager = false;
-        } else if (TakeValue(aArguments, index, "--stack", value)) {
-            if (value.empty()) {
-                return Refuse("--stack needs the folder of a stack");
-            }
-            options.stackFolder = fs::absolute(value).lexically_normal().string();
-        } else if (TakeValue(aArguments, index, "--record-bus", value)) {
-            if (value.empty()) {
-                return Refuse("--record-bus needs the file to write");
-            }
-            options.recordFile = value;
-        } else {
-            return Refuse("unknown option " + argument);
-        }
+        Take(options, id == ':' ? optopt : id, optarg != nullptr ? optarg : "", text);
     }
-    options.command.assign(aArguments.begin() + static_cast<std::ptrdiff_t>(index), aArguments.end());
-    if (options.command.empty()) {
-        return Refuse("no program to run: mpl-sandbox [options] -- program arguments…");
+    options.command.assign(aArguments + optind, aArguments + aCount);
+    if (options.action == Options::Action::Run && options.command.empty()) {
+        Refuse(options, "no program to run: mpl-sandbox [options] -- program arguments…");
     }
     if (options.stackFolder.empty()) {
         options.stackFolder = FindStackFolder();
@@ -105,9 +91,7 @@ Options ParseOptions(const std::vector<std::string>& aArguments)
     return options;
 }
 
-std::string HelpText()
-{
-    return R"(Usage: mpl-sandbox [options] -- program [arguments…]
+const char* const kHelpText = R"(Usage: mpl-sandbox [options] -- program [arguments…]
 
 Runs a program in a world of its own: a media-player stack in /opt/talvex, an empty /var/talvex, its own
 process ids, IPC, /run and D-Bus bus, and a systemd user manager on that bus as service lifecycle manager.
@@ -132,6 +116,5 @@ The exit status is the program's, or 128 + N when signal N ended it, or
   126   the program can't be run
   127   the program was not found
 )";
-}
 
 } // namespace sandbox

@@ -18,11 +18,9 @@ struct Options {
     std::vector<std::string> command;
 };
 
-Options ParseOptions(const std::vector<std::string>& aArguments);
+/// Takes main's arguments; to be called once.
+Options ParseOptions(int aCount, char** aArguments);
 
-std::string HelpText();
-
-/// The absolute path of this program's own file.
-std::string OwnExecutable();
+extern const char* const kHelpText;
 
 } // namespace sandbox

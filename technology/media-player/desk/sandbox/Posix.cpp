@@ -2,18 +2,38 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <utility>
 
 namespace sandbox
 {
+
+namespace
+{
+
+// Becomes the command, or writes the errno that stopped it and ends.
+[[noreturn]] void Execute(const std::vector<std::string>& aCommand, int aReport)
+{
+    std::vector<char*> arguments;
+    arguments.reserve(aCommand.size() + 1);
+    for (const std::string& argument : aCommand) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    WriteAll(aReport, std::to_string(errno));
+    _exit(kExitCannotRun);
+}
+
+} // namespace
 
 UniqueFd& UniqueFd::operator=(UniqueFd&& aOther) noexcept
 {
@@ -100,13 +120,6 @@ std::string WithErrno(const std::string& aText, int aErrno)
 
 Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild)
 {
-    std::vector<char*> arguments;
-    arguments.reserve(aCommand.size() + 1);
-    for (const std::string& argument : aCommand) {
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    }
-    arguments.push_back(nullptr);
-
     // The pipe closes when the command runs; before that it carries the reason why it can't.
     Pipe report = MakePipe();
     const pid_t pid = report.read.IsValid() ? fork() : -1;
@@ -117,20 +130,20 @@ Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void
         if (aInChild) {
             aInChild();
         }
-        execvp(arguments[0], arguments.data());
-        const int reason = errno;
-        const ssize_t ignored = write(report.write.Get(), &reason, sizeof reason);
-        _exit(ignored > 0 ? kExitCannotRun : kExitNoSandbox);
+        Execute(aCommand, report.write.Get());
     }
     report.write.Close();
     const std::string reason = ReadAll(report.read.Get());
     if (reason.empty()) {
         return {pid, 0};
     }
-    int error = EIO;
-    std::memcpy(&error, reason.data(), std::min(sizeof error, reason.size()));
     WaitForEnd(pid);
-    return {-1, error};
+    return {-1, std::atoi(reason.c_str())};
+}
+
+UniqueFd HandleOf(pid_t aProcess)
+{
+    return UniqueFd(static_cast<int>(syscall(SYS_pidfd_open, aProcess, 0)));
 }
 
 void DieWithParent(pid_t aParent)

@@ -70,6 +70,10 @@ struct Spawned {
 /// *thread* that forked them.
 Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild = {});
 
+/// A descriptor of the process that becomes readable when it ends; of this one, even when its id is used
+/// again.
+UniqueFd HandleOf(pid_t aProcess);
+
 /// To be called in a fresh child: the kernel kills it when `aParent` ends, however that ends.
 void DieWithParent(pid_t aParent);
 

@@ -32,24 +32,49 @@ std::string OwnGroupName()
     return {};
 }
 
-// The same as a folder. Empty when the machine has no unified hierarchy mounted, or not this part of it.
+// The group's folder below one mount of the hierarchy; empty when this mount shows another part of it.
+std::string FolderBelow(const std::string& aMount, const std::string& aGroupName)
+{
+    // id, parent, device, root, mount point, …
+    std::istringstream fields(aMount);
+    std::string skipped;
+    std::string root;
+    std::string point;
+    fields >> skipped >> skipped >> skipped >> root >> point;
+    const fs::path below = fs::path(aGroupName).lexically_relative(root);
+    if (below.empty() || *below.begin() == "..") {
+        return {};
+    }
+    return below == "." ? point : (fs::path(point) / below).string();
+}
+
+// The caller's own group as a folder. Empty when the machine has no unified hierarchy mounted, or not this
+// part of it.
 std::string OwnGroup()
 {
     const std::string name = OwnGroupName();
     std::istringstream mounts(ReadTextFile("/proc/self/mountinfo"));
-    for (std::string line; !name.empty() && std::getline(mounts, line);) {
-        if (line.find(" - cgroup2 ") == std::string::npos) {
-            continue;
+    std::string folder;
+    for (std::string line; !name.empty() && folder.empty() && std::getline(mounts, line);) {
+        if (line.find(" - cgroup2 ") != std::string::npos) {
+            folder = FolderBelow(line, name);
         }
-        // id, parent, device, root, mount point, …
-        std::istringstream fields(line);
-        std::string skipped;
-        std::string root;
-        std::string point;
-        fields >> skipped >> skipped >> skipped >> root >> point;
-        const fs::path below = fs::path(name).lexically_relative(root);
-        if (!below.empty() && *below.begin() != "..") {
-            return below == "." ? point : (fs::path(point) / below).string();
+    }
+    return folder;
+}
+
+// A new group in that folder; empty, with errno, when none can be made.
+std::string MakeGroup(const std::string& aParent)
+{
+    const std::string folder = aParent + "/mpl-sandbox-" + std::to_string(getpid());
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        // A group of that name may be left of another sandbox's, or be another process id space's.
+        std::string name = attempt > 0 ? folder + "-" + std::to_string(attempt) : folder;
+        if (mkdir(name.c_str(), 0755) == 0) {
+            return name;
+        }
+        if (errno != EEXIST) {
+            break;
         }
     }
     return {};
@@ -88,20 +113,26 @@ void Clean(const std::string& aFolder)
     }
 }
 
+// Whoever reads the sandbox's output must see it end with the sandbox, so nothing of it is held open.
+void CloseAllBut(int aFd)
+{
+    const int nowhere = open("/dev/null", O_RDWR);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        dup2(nowhere, standard);
+    }
+    const auto kept = static_cast<unsigned>(aFd);
+    close_range(STDERR_FILENO + 1, kept - 1, 0);
+    close_range(kept + 1, ~0U, 0);
+}
+
+// Waits until `aAlive` closes, and is then the only one to clean up, whatever ended the others.
 [[noreturn]] void RunCleaner(const std::string& aFolder, int aAlive)
 {
     setpgid(0, 0);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         std::signal(signal, SIG_IGN);
     }
-    // Whoever reads the sandbox's output must see it end with the sandbox, so nothing else is held open.
-    const int nowhere = open("/dev/null", O_RDWR);
-    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        dup2(nowhere, standard);
-    }
-    const auto alive = static_cast<unsigned>(aAlive);
-    close_range(STDERR_FILENO + 1, alive - 1, 0);
-    close_range(alive + 1, ~0U, 0);
+    CloseAllBut(aAlive);
     ReadAll(aAlive);
     Clean(aFolder);
     _exit(0);
@@ -116,15 +147,7 @@ bool PrivateCgroup::Enter(std::string& aReason)
         aReason = "this machine has no cgroup2 file system";
         return false;
     }
-    for (int attempt = 0; attempt < 100 && m_Folder.empty(); ++attempt) {
-        const std::string folder = m_Parent + "/mpl-sandbox-" + std::to_string(getpid()) +
-                                   (attempt > 0 ? "-" + std::to_string(attempt) : std::string());
-        if (mkdir(folder.c_str(), 0755) == 0) {
-            m_Folder = folder;
-        } else if (errno != EEXIST) {
-            break;
-        }
-    }
+    m_Folder = MakeGroup(m_Parent);
     if (m_Folder.empty()) {
         aReason = WithErrno("no control group can be made in " + m_Parent, errno);
         return false;

@@ -1,7 +1,5 @@
 #include "World.h"
 
-#include "Options.h"
-
 #include <unistd.h>
 
 #include <array>
@@ -44,6 +42,29 @@ void BindEntries(Arguments& aArguments, const std::string& aFolder, const std::s
     }
 }
 
+// All but /run, and a shared memory of the sandbox's own.
+void BindMachine(Arguments& aArguments)
+{
+    BindEntries(aArguments, "/", {"proc", "run", "opt", "var"});
+    Add(aArguments, {"--proc", "/proc", "--dir", "/opt", "--dir", "/var"});
+    BindEntries(aArguments, "/opt", {"talvex"});
+    BindEntries(aArguments, "/var", {"talvex"});
+    std::error_code error;
+    if (fs::is_directory(fs::symlink_status("/dev/shm", error))) {
+        Add(aArguments, {"--perms", "1777", "--tmpfs", "/dev/shm"});
+    }
+}
+
+void MakeRun(Arguments& aArguments)
+{
+    // Names of other machines are often looked up through this one folder.
+    Add(aArguments, {"--tmpfs", "/run", "--ro-bind-try", "/run/systemd/resolve", "/run/systemd/resolve"});
+    // Programs that want to know whether systemd runs the machine look for this one.
+    Add(aArguments, {"--dir", "/run/systemd/system", "--dir", "/run/lock"});
+    Add(aArguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", kPrivateTempFolder});
+    Add(aArguments, {"--dir", kPrivateUnitFolder, "--ro-bind", OwnExecutable(), kPrivateProgram});
+}
+
 void BindStack(Arguments& aArguments, const std::string& aStackFolder)
 {
     Add(aArguments, {"--dir", kStackFolder, "--dir", kStackFolder + "/etc"});
@@ -57,6 +78,12 @@ void BindStack(Arguments& aArguments, const std::string& aStackFolder)
 }
 
 } // namespace
+
+std::string OwnExecutable()
+{
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).string();
+}
 
 std::string RuntimeFolder()
 {
@@ -77,24 +104,11 @@ std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
                                              const std::string& aCgroupFolder)
 {
     Arguments arguments = {"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-ipc"};
-    BindEntries(arguments, "/", {"proc", "run", "opt", "var"});
-    Add(arguments, {"--proc", "/proc", "--dir", "/opt", "--dir", "/var"});
-    BindEntries(arguments, "/opt", {"talvex"});
-    BindEntries(arguments, "/var", {"talvex"});
-
-    std::error_code error;
-    if (fs::is_directory(fs::symlink_status("/dev/shm", error))) {
-        Add(arguments, {"--perms", "1777", "--tmpfs", "/dev/shm"});
-    }
+    BindMachine(arguments);
     if (!aCgroupFolder.empty()) {
         Add(arguments, {"--unshare-cgroup", "--bind", aCgroupFolder, "/sys/fs/cgroup"});
     }
-    // Names of other machines are often looked up through this one folder.
-    Add(arguments, {"--tmpfs", "/run", "--ro-bind-try", "/run/systemd/resolve", "/run/systemd/resolve"});
-    // Programs that want to know whether systemd runs the machine look for this one.
-    Add(arguments, {"--dir", "/run/systemd/system", "--dir", "/run/lock"});
-    Add(arguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", kPrivateTempFolder});
-    Add(arguments, {"--dir", kPrivateUnitFolder, "--ro-bind", OwnExecutable(), kPrivateProgram});
+    MakeRun(arguments);
     Add(arguments, {"--dir", kStackVariableFolder});
     BindStack(arguments, aStackFolder);
     return arguments;

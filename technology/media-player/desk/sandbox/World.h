@@ -15,7 +15,10 @@ inline const std::string kPrivateUnitFolder = kPrivateFolder + "/units";
 inline const std::string kPrivateStackEtc = kPrivateFolder + "/stack-etc"; ///< the stack's etc, read-only
 inline const std::string kStackFolder = "/opt/talvex";
 inline const std::string kStackVariableFolder = "/var/talvex/media-player";
-inline const std::string TEST_BUS_SOCKET = kStackVariableFolder + "/testDbus";
+inline const std::string kTestBusSocket = kStackVariableFolder + "/testDbus";
+
+/// The absolute path of this program's own file.
+std::string OwnExecutable();
 
 /// The user's private runtime folder, where the sandbox's bus listens.
 std::string RuntimeFolder();

@@ -9,14 +9,13 @@ using namespace sandbox;
 
 int main(int argc, char** argv)
 {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (!arguments.empty() && arguments.front() == kInsideMark) {
-        return RunInside(FromArguments(arguments));
+    if (argc > 1 && argv[1] == kInsideMark) {
+        return RunInside(FromArguments({argv + 2, argv + argc}));
     }
-    const Options options = ParseOptions(arguments);
+    const Options options = ParseOptions(argc, argv);
     switch (options.action) {
     case Options::Action::Help:
-        std::fputs(HelpText().c_str(), stdout);
+        std::fputs(kHelpText, stdout);
         return 0;
     case Options::Action::Version:
         std::puts("mpl-sandbox " MPL_VERSION);

@@ -11,6 +11,8 @@ namespace
 
 const std::string kRunMark = "[ RUN      ] ";
 const std::string kCountMark = "[==========] ";
+const std::string kTimeMark = " (";
+const std::string kTimeEnd = " ms)";
 const std::pair<const char*, CaseResult> kResultMarks[] = {{"[       OK ] ", CaseResult::Passed},
                                                            {"[  FAILED  ] ", CaseResult::Failed},
                                                            {"[  SKIPPED ] ", CaseResult::Skipped}};
@@ -35,6 +37,20 @@ bool ClosesCases(const std::string& aLine)
 {
     const size_t mark = aLine.find(kCountMark);
     return mark != std::string::npos && aLine.find(" ran.", mark) != std::string::npos;
+}
+
+// Where a case's result begins in a line such as "[  FAILED  ] Suite.Case, where GetParam() = 3 (12 ms)".
+size_t FindResult(const std::string& aLine, const std::string& aBeginning)
+{
+    const size_t begin = aLine.rfind(aBeginning);
+    const size_t end = begin + aBeginning.size();
+    const size_t time = aLine.rfind(kTimeMark);
+    if (begin == std::string::npos || time == std::string::npos || time < end ||
+        aLine.compare(aLine.size() - kTimeEnd.size(), kTimeEnd.size(), kTimeEnd) != 0) {
+        return std::string::npos;
+    }
+    // Another case's name may begin with this one's.
+    return aLine[end] == ' ' || aLine[end] == ',' ? begin : std::string::npos;
 }
 
 } // namespace
@@ -72,24 +88,15 @@ bool GoogletestLog::TakeLine(const std::string& aLine)
     return true;
 }
 
-// "[  FAILED  ] Suite.Case, where GetParam() = 3 (12 ms)"
 bool GoogletestLog::TakeResult(const std::string& aLine)
 {
     for (const auto& [mark, result] : kResultMarks) {
-        const std::string beginning = mark + m_Report.RunningCase();
-        const size_t begin = aLine.rfind(beginning);
-        const size_t time = aLine.rfind(" (");
-        if (begin == std::string::npos || time == std::string::npos || time < begin + beginning.size() ||
-            aLine.compare(aLine.size() - 4, 4, " ms)") != 0) {
-            continue;
+        const size_t begin = FindResult(aLine, mark + m_Report.RunningCase());
+        if (begin != std::string::npos) {
+            m_Report.AddOutput(aLine.substr(0, begin));
+            m_Report.EndCase(result, std::strtoll(aLine.c_str() + aLine.rfind(kTimeMark) + 2, nullptr, 10));
+            return true;
         }
-        const char after = aLine[begin + beginning.size()];
-        if (after != ' ' && after != ',') {
-            continue; // another case whose name begins with this one's
-        }
-        m_Report.AddOutput(aLine.substr(0, begin));
-        m_Report.EndCase(result, std::strtoll(aLine.c_str() + time + 2, nullptr, 10));
-        return true;
     }
     return false;
 }

@@ -15,19 +15,29 @@ namespace
 
 constexpr size_t kLongestOutput = 65536;
 
-// The length of the valid UTF-8 sequence at `aIndex`, 0 when there is none.
-size_t SequenceLength(const std::string& aText, size_t aIndex)
+unsigned char ByteAt(const std::string& aText, size_t aIndex)
 {
-    const auto first = static_cast<unsigned char>(aText[aIndex]);
-    const size_t length = first < 0x80   ? 1
-                          : first < 0xc2 ? 0
-                          : first < 0xe0 ? 2
-                          : first < 0xf0 ? 3
-                          : first < 0xf5 ? 4
-                                         : 0;
+    return aIndex < aText.size() ? static_cast<unsigned char>(aText[aIndex]) : 0;
+}
+
+// What its first byte says; 0 when no character begins with it.
+size_t AnnouncedLength(unsigned char aFirst)
+{
+    if (aFirst < 0x80) {
+        return 1;
+    }
+    if (aFirst < 0xc2 || aFirst > 0xf4) {
+        return 0;
+    }
+    return aFirst < 0xe0 ? 2 : aFirst < 0xf0 ? 3 : 4;
+}
+
+// The length of the UTF-8 character at `aIndex`, 0 when there is none.
+size_t CharacterLength(const std::string& aText, size_t aIndex)
+{
+    const size_t length = AnnouncedLength(ByteAt(aText, aIndex));
     for (size_t next = 1; next < length; ++next) {
-        if (aIndex + next >= aText.size() ||
-            (static_cast<unsigned char>(aText[aIndex + next]) & 0xc0) != 0x80) {
+        if ((ByteAt(aText, aIndex + next) & 0xc0) != 0x80) {
             return 0;
         }
     }
@@ -35,29 +45,32 @@ size_t SequenceLength(const std::string& aText, size_t aIndex)
 }
 
 // Programs print anything, XML holds text only: what is none becomes a question mark.
+std::string EscapedByte(char aByte)
+{
+    switch (aByte) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\n':
+    case '\t':
+        return {aByte};
+    default:
+        return {aByte >= ' ' && aByte < 0x7f ? aByte : '?'};
+    }
+}
+
 std::string Escaped(const std::string& aText)
 {
     std::string escaped;
     for (size_t index = 0; index < aText.size();) {
-        const size_t length = SequenceLength(aText, index);
-        const char character = aText[index];
-        if (length > 1) {
-            escaped.append(aText, index, length);
-        } else if (character == '&') {
-            escaped += "&amp;";
-        } else if (character == '<') {
-            escaped += "&lt;";
-        } else if (character == '>') {
-            escaped += "&gt;";
-        } else if (character == '"') {
-            escaped += "&quot;";
-        } else if (length == 0 || (character < ' ' && character != '\n' && character != '\t') ||
-                   character == 0x7f) {
-            escaped += '?';
-        } else {
-            escaped += character;
-        }
-        index += length == 0 ? 1 : length;
+        const size_t length = CharacterLength(aText, index);
+        escaped += length > 1 ? aText.substr(index, length) : EscapedByte(aText[index]);
+        index += length > 1 ? length : 1;
     }
     return escaped;
 }

@@ -4,9 +4,9 @@
 #include "GoogletestLog.h"
 
 #include <fcntl.h>
+#include <getopt.h>
 #include <poll.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -73,7 +73,7 @@ bool PassOn(int aOutput, GoogletestLog& aLog, const JunitReport& aReport)
 // Until the program ends, not until the pipe does: services that the program left running may hold that.
 int FollowToItsEnd(pid_t aProgram, int aOutput, GoogletestLog& aLog, const JunitReport& aReport)
 {
-    const UniqueFd program(static_cast<int>(syscall(SYS_pidfd_open, aProgram, 0)));
+    const UniqueFd program = HandleOf(aProgram);
     fcntl(aOutput, F_SETFL, O_NONBLOCK);
     pollfd events[] = {{aOutput, POLLIN, 0}, {program.Get(), POLLIN, 0}};
     while (events[1].revents == 0) {
@@ -87,6 +87,31 @@ int FollowToItsEnd(pid_t aProgram, int aOutput, GoogletestLog& aLog, const Junit
     return WaitForEnd(aProgram);
 }
 
+int ExplainFailure(const std::string& aName, int aError, JunitReport& aReport)
+{
+    const std::string problem = WithErrno("the program " + aName + " can't be run", aError);
+    const int status = aError == ENOENT ? kExitNotFound : kExitCannotRun;
+    Say(problem);
+    aReport.Finish(problem, status);
+    return status;
+}
+
+int RunAndReport(const std::vector<std::string>& aCommand, JunitReport& aReport)
+{
+    Pipe output = MakePipe();
+    const Spawned program = Start(aCommand, output.write.Get());
+    output.write.Close();
+    if (program.pid < 0) {
+        return ExplainFailure(aCommand.front(), program.error, aReport);
+    }
+    GoogletestLog log(aReport);
+    const int status = FollowToItsEnd(program.pid, output.read.Get(), log, aReport);
+    aReport.Finish(status > 128 ? "signal " + std::to_string(status - 128)
+                                : "exit status " + std::to_string(status),
+                   status);
+    return status;
+}
+
 int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
 {
     JunitReport report(std::filesystem::path(aFile).stem().string(), aFile);
@@ -94,23 +119,7 @@ int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
         Say(WithErrno("the report can't be written to " + aFile, errno));
         return kExitNoSandbox;
     }
-    Pipe output = MakePipe();
-    const Spawned program = Start(aCommand, output.write.Get());
-    output.write.Close();
-    if (program.pid < 0) {
-        const std::string problem =
-            WithErrno("the program " + aCommand.front() + " can't be run", program.error);
-        Say(problem);
-        const int status = program.error == ENOENT ? kExitNotFound : kExitCannotRun;
-        report.Finish(problem, status);
-        report.Save();
-        return status;
-    }
-    GoogletestLog log(report);
-    const int status = FollowToItsEnd(program.pid, output.read.Get(), log, report);
-    report.Finish(status > 128 ? "signal " + std::to_string(status - 128)
-                               : "exit status " + std::to_string(status),
-                  status);
+    const int status = RunAndReport(aCommand, report);
     report.Save();
     return status;
 }
@@ -119,12 +128,14 @@ int Run(const std::string& aFile, const std::vector<std::string>& aCommand)
 
 int main(int argc, char** argv)
 {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.size() == 1 && arguments.front() == "--help") {
+    constexpr option kOptions[] = {{"help", no_argument, nullptr, 'h'}, {}};
+    const int found = getopt_long(argc, argv, "+", kOptions, nullptr);
+    if (found == 'h') {
         std::fputs(kHelp, stdout);
         return 0;
     }
-    if (arguments.size() < 3 || arguments[1] != "--") {
+    const std::vector<std::string> arguments(argv + optind, argv + argc);
+    if (found != -1 || arguments.size() < 3 || arguments[1] != "--") {
         Say("usage: mpl-junit FILE -- program [arguments…]; see mpl-junit --help");
         return kExitBadUsage;
     }

@@ -9,7 +9,7 @@
 namespace sandbox
 {
 
-TEST_F(SandboxTest, EndsAsItsProgramDoes)
+TEST_F(Sandbox, EndsAsItsProgramDoes)
 {
     const std::pair<const char*, int> ends[] = {{"exit 0", 0},          {"exit 7", 7},
                                                 {"kill -KILL $$", 137}, {"kill -TERM $$", 143},
@@ -19,7 +19,7 @@ TEST_F(SandboxTest, EndsAsItsProgramDoes)
     }
 }
 
-TEST_F(SandboxTest, SaysWhatIsWrongAndWhatToDo)
+TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
 {
     QTemporaryDir empty;
     QTemporaryDir refusing;
@@ -39,6 +39,7 @@ TEST_F(SandboxTest, SaysWhatIsWrongAndWhatToDo)
         {{}, 2, "no program to run"},
         {{"--wrong", "--", "true"}, 2, "unknown option --wrong; see mpl-sandbox --help"},
         {{"--stack"}, 2, "--stack needs the folder"},
+        {{"--record-bus=", "--", "true"}, 2, "--record-bus needs the file"},
         {{"--stack", "/nonexistent", "--", "true"}, 125, "/nonexistent does not exist: build"},
         {{"--stack", empty.path(), "--", "true"}, 125, "has no programs (bin/media_manager is missing"},
         {{"--record-bus", "/nonexistent/bus.pcap", "--", "true"},
@@ -63,7 +64,7 @@ TEST_F(SandboxTest, SaysWhatIsWrongAndWhatToDo)
     EXPECT_EQ(SandboxGroups(), QStringList());
 }
 
-TEST_F(SandboxTest, ShowsTheStackAndAnEmptyWorldAroundIt)
+TEST_F(Sandbox, ShowsTheStackAndAnEmptyWorldAroundIt)
 {
     const Outcome outcome = RunScript(QStringLiteral(R"sh(
         check() { "$@" || { echo "not so: $*"; exit 1; }; }
@@ -85,7 +86,7 @@ TEST_F(SandboxTest, ShowsTheStackAndAnEmptyWorldAroundIt)
     EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(SandboxTest, ChangesNothingOfTheMachine)
+TEST_F(Sandbox, ChangesNothingOfTheMachine)
 {
     const QString name = "mpl-" + m_Environment.value("MPL_TEST_MARK");
     const QStringList places = {"/",           "/opt/", "/var/", "/run/", "/dev/shm/", "/opt/talvex/etc/",
@@ -102,7 +103,7 @@ TEST_F(SandboxTest, ChangesNothingOfTheMachine)
 }
 
 // Neither sandboxes of one user nor those of two users.
-TEST_F(SandboxTest, DoesNotMeetAnother)
+TEST_F(Sandbox, DoesNotMeetAnother)
 {
     const QString script = R"(mkdir /var/talvex/media-player/test /dev/shm/mpl-test || exit 1
         user=$(id -u); echo $user
@@ -131,7 +132,7 @@ TEST_F(SandboxTest, DoesNotMeetAnother)
     }
 }
 
-TEST_F(SandboxTest, RecordsItsBusesThroughRestarts)
+TEST_F(Sandbox, RecordsItsBusesThroughRestarts)
 {
     QTemporaryDir folder;
     m_Environment.insert("RECORD", folder.filePath("bus.pcap"));
@@ -162,7 +163,7 @@ TEST_F(SandboxTest, RecordsItsBusesThroughRestarts)
 }
 
 // Root runs the sandbox without a user namespace, everybody else with one.
-TEST_F(SandboxTest, ServesAnOrdinaryUser)
+TEST_F(Sandbox, ServesAnOrdinaryUser)
 {
     if (getuid() != 0) {
         return; // all cases of this program are such a user's

@@ -16,11 +16,11 @@ struct Victim {
     int status; ///< of mpl-sandbox afterwards
 };
 
-class KilledSandboxTest : public SandboxTest, public testing::WithParamInterface<Victim>
+class KilledSandbox : public Sandbox, public testing::WithParamInterface<Victim>
 {
 };
 
-TEST_P(KilledSandboxTest, LeavesNothingBehind)
+TEST_P(KilledSandbox, LeavesNothingBehind)
 {
     const Victim& victim = GetParam();
     // A service in the background, one that left its session, and one that ignores what can be ignored.
@@ -43,7 +43,7 @@ TEST_P(KilledSandboxTest, LeavesNothingBehind)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Each, KilledSandboxTest,
+    Each, KilledSandbox,
     testing::Values(Victim{"MplSandbox", MPL_SANDBOX_PROGRAM, SIGKILL, 128 + SIGKILL},
                     Victim{"MplSandboxBySigterm", MPL_SANDBOX_PROGRAM, SIGTERM, 128 + SIGTERM},
                     Victim{"Bubblewrap", "bwrap", SIGKILL, 128 + SIGKILL},

@@ -6,12 +6,12 @@
 namespace sandbox
 {
 
-class LifecycleManagerTest : public SandboxTest
+class SandboxLifecycleManager : public Sandbox
 {
 protected:
     void SetUp() override
     {
-        SandboxTest::SetUp();
+        Sandbox::SetUp();
         const Outcome outcome = RunScript("echo $MPL_SANDBOX_LIFECYCLE_MANAGER", {});
         if (outcome.out == "systemd\n") {
             return;
@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(LifecycleManagerTest, RunsTheUnitsOfTheStackOnly)
+TEST_F(SandboxLifecycleManager, RunsTheUnitsOfTheStackOnly)
 {
     const Outcome outcome = RunScript(R"(
         systemctl --user list-unit-files --no-legend --no-pager | cut -d' ' -f1 | sort | tr '\n' ' '
@@ -36,7 +36,7 @@ TEST_F(LifecycleManagerTest, RunsTheUnitsOfTheStackOnly)
     EXPECT_NE(outcome.err.find("no-such-unit.service not found"), std::string::npos) << outcome.err;
 }
 
-TEST_F(LifecycleManagerTest, IsOnTheBusBeforeTheProgramStarts)
+TEST_F(SandboxLifecycleManager, IsOnTheBusBeforeTheProgramStarts)
 {
     // One after the other and many at once: the name must be there in every one of them.
     const QString script = "dbus-send --system --print-reply=literal --dest=org.freedesktop.systemd1 "

@@ -9,7 +9,7 @@
 namespace sandbox
 {
 
-class ReportTest : public SandboxTest
+class Report : public Sandbox
 {
 protected:
     QStringList Command(const QString& aFilter) const
@@ -57,7 +57,7 @@ protected:
     QString m_Report = m_Folder.filePath("report.xml");
 };
 
-TEST_F(ReportTest, TellsHowEachCaseEnded)
+TEST_F(Report, TellsHowEachCaseEnded)
 {
     const Outcome outcome = RunSubject(Command("-*Crashes:*Hangs"));
     EXPECT_EQ(outcome.status, 1);
@@ -75,7 +75,7 @@ TEST_F(ReportTest, TellsHowEachCaseEnded)
     EXPECT_EQ(Cases(), std::vector<std::string>{"Subject.Passes"});
 }
 
-TEST_F(ReportTest, NamesTheCaseThatCrashed)
+TEST_F(Report, NamesTheCaseThatCrashed)
 {
     EXPECT_EQ(RunSubject(Command("Subject.Passes:*Crashes")).status, 128 + SIGABRT);
     EXPECT_EQ(Cases(), (std::vector<std::string>{
@@ -83,7 +83,7 @@ TEST_F(ReportTest, NamesTheCaseThatCrashed)
                            "Subject.Crashes error The program ended while this case was running: signal 6"}));
 }
 
-TEST_F(ReportTest, TellsOfACrashAfterAFailedCase)
+TEST_F(Report, TellsOfACrashAfterAFailedCase)
 {
     EXPECT_EQ(RunSubject(Command("Subject.Fails:Closing.*")).status, 128 + SIGABRT);
     const std::vector<std::string> cases = Cases();
@@ -92,7 +92,7 @@ TEST_F(ReportTest, TellsOfACrashAfterAFailedCase)
     EXPECT_TRUE(Contains(cases[2], "error The program ended with signal 6 before")) << cases[2];
 }
 
-TEST_F(ReportTest, TellsOfAProgramThatRanNoCase)
+TEST_F(Report, TellsOfAProgramThatRanNoCase)
 {
     EXPECT_EQ(RunSubject({m_Report, "--", "/nonexistent/program"}).status, 127);
     ASSERT_EQ(Cases().size(), 1U);
@@ -108,7 +108,7 @@ TEST_F(ReportTest, TellsOfAProgramThatRanNoCase)
     EXPECT_TRUE(Contains(outcome.err, "can't be written to /nonexistent/report.xml")) << outcome.err;
 }
 
-TEST_F(ReportTest, OutlivesTheKillOfEverything)
+TEST_F(Report, OutlivesTheKillOfEverything)
 {
     const std::pair<const char*, const char*> ends[] = {
         {"Subject.Passes:Subject.Hangs", "Subject.Hangs error The run was cut off in this case"},

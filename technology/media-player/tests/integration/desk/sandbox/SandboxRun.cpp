@@ -36,13 +36,13 @@ QByteArray ReadFile(const QString& aPath)
 
 } // namespace
 
-SandboxTest::SandboxTest() : m_Environment(QProcessEnvironment::systemEnvironment())
+Sandbox::Sandbox() : m_Environment(QProcessEnvironment::systemEnvironment())
 {
     m_Environment.insert(kMark, QUuid::createUuid().toString(QUuid::WithoutBraces));
     m_Environment.insert("MPL_STACK", m_Stack.path());
 }
 
-void SandboxTest::SetUp()
+void Sandbox::SetUp()
 {
     umask(022); // every user reads the stack
     const QDir stack(m_Stack.path());
@@ -61,7 +61,7 @@ void SandboxTest::SetUp()
               "[Service]\nExecStart=/opt/talvex/bin/media_manager\n");
 }
 
-void SandboxTest::Start(QProcess& aProcess, const QStringList& aArguments)
+void Sandbox::Start(QProcess& aProcess, const QStringList& aArguments)
 {
     aProcess.setProcessEnvironment(m_Environment);
     aProcess.setWorkingDirectory(m_WorkingFolder);
@@ -70,7 +70,7 @@ void SandboxTest::Start(QProcess& aProcess, const QStringList& aArguments)
     m_SandboxIds += aProcess.processId();
 }
 
-void SandboxTest::BecomeOrdinaryUser()
+void Sandbox::BecomeOrdinaryUser()
 {
     const QString program = m_OpenFolder.filePath("mpl-sandbox");
     ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, program));
@@ -80,19 +80,19 @@ void SandboxTest::BecomeOrdinaryUser()
     m_WorkingFolder = m_OpenFolder.path();
 }
 
-Outcome SandboxTest::Run(const QStringList& aArguments)
+Outcome Sandbox::Run(const QStringList& aArguments)
 {
     QProcess process;
     Start(process, aArguments);
     return WaitForEnd(process);
 }
 
-Outcome SandboxTest::RunScript(const QString& aScript, const QStringList& aOptions)
+Outcome Sandbox::RunScript(const QString& aScript, const QStringList& aOptions)
 {
     return Run(aOptions + QStringList{"--", "sh", "-c", aScript});
 }
 
-std::unique_ptr<QProcess> SandboxTest::StartScript(const QString& aScript, const QStringList& aOptions)
+std::unique_ptr<QProcess> Sandbox::StartScript(const QString& aScript, const QStringList& aOptions)
 {
     auto process = std::make_unique<QProcess>();
     Start(*process, aOptions + QStringList{"--", "sh", "-c", aScript});
@@ -106,7 +106,7 @@ std::unique_ptr<QProcess> SandboxTest::StartScript(const QString& aScript, const
     return process;
 }
 
-Outcome SandboxTest::WaitForEnd(QProcess& aProcess) const
+Outcome Sandbox::WaitForEnd(QProcess& aProcess) const
 {
     Outcome outcome;
     if (aProcess.state() != QProcess::NotRunning && !aProcess.waitForFinished(kEndLimitMs)) {
@@ -120,7 +120,7 @@ Outcome SandboxTest::WaitForEnd(QProcess& aProcess) const
     return outcome;
 }
 
-std::vector<ProcessEntry> SandboxTest::MarkedProcesses() const
+std::vector<ProcessEntry> Sandbox::MarkedProcesses() const
 {
     const QByteArray mark = (kMark + '=' + m_Environment.value(kMark)).toUtf8();
     std::vector<ProcessEntry> found;
@@ -133,7 +133,7 @@ std::vector<ProcessEntry> SandboxTest::MarkedProcesses() const
     return found;
 }
 
-bool SandboxTest::WaitForNoProcess() const
+bool Sandbox::WaitForNoProcess() const
 {
     QElapsedTimer timer;
     timer.start();
@@ -143,7 +143,7 @@ bool SandboxTest::WaitForNoProcess() const
     return MarkedProcesses().empty();
 }
 
-QStringList SandboxTest::SandboxGroups() const
+QStringList Sandbox::SandboxGroups() const
 {
     QStringList groups;
     QDirIterator folders("/sys/fs/cgroup", {"mpl-sandbox-*"}, QDir::Dirs, QDirIterator::Subdirectories);

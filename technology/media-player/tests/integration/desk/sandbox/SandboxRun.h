@@ -31,10 +31,10 @@ struct ProcessEntry {
 
 /// Test cases that start sandboxes. Every process of a case carries a mark in its environment, so that what
 /// is left of it can be found.
-class SandboxTest : public testing::Test
+class Sandbox : public testing::Test
 {
 protected:
-    SandboxTest();
+    Sandbox();
     void SetUp() override;
 
     /// Runs mpl-sandbox with these arguments to its end.

@@ -1,0 +1,17 @@
+/// Runs the half inside under bubblewrap, which makes the sandbox.
+#pragma once
+
+#include "InsideSettings.h"
+
+#include <string>
+#include <vector>
+
+namespace sandbox
+{
+
+/// Runs bubblewrap with these arguments and the settings for the half inside, whose stderrFd and readyFd it
+/// adds. Returns the status to exit with once nothing of the sandbox is left. Where bubblewrap can't make a
+/// sandbox, one line says why and what to do.
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings);
+
+} // namespace sandbox

@@ -1,0 +1,29 @@
+/// What the half of mpl-sandbox that stays outside tells the half inside.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sandbox
+{
+
+/// Descriptors are inherited; -1 means none.
+struct InsideSettings {
+    int stderrFd = -1;       ///< the user's stderr; until it is in place, bubblewrap's messages are collected
+    int readyFd = -1;        ///< closed when the sandbox stands: what fails from then on is told by this half
+    int recordFd = -1;       ///< traffic of the private test bus
+    int recordSystemFd = -1; ///< traffic of the sandbox's own bus
+    bool wantsManager = false;     ///< start the lifecycle manager
+    bool ignoresInterrupt = false; ///< SIGINT was ignored when mpl-sandbox was started
+    std::string noManagerReason;   ///< why there can't be a manager; printed when not empty
+    std::vector<std::string> command;
+};
+
+/// The first argument of a program that is to run as the half inside.
+inline const std::string kInsideMark = "--inside";
+
+/// The settings as arguments that follow the mark: "name=value" for each field, "--", the command.
+std::vector<std::string> ToArguments(const InsideSettings& aSettings);
+InsideSettings FromArguments(const std::vector<std::string>& aArguments);
+
+} // namespace sandbox
