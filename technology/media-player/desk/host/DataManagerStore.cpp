@@ -9,13 +9,15 @@
 #include <QMutex>
 #include <QMutexLocker>
 
+using namespace MPL::Detail;
+
 namespace
 {
 
 // One store per program, as the data manager has no handle: threads take turns.
 struct State {
     QMutex mutex;
-    MPL::StateStore store;
+    StateStore store;
     bool startFailed = false;
 };
 
@@ -43,7 +45,7 @@ bool Save(const char* aOperation, const QString& aKey, const QString& aValue)
 
 } // namespace
 
-int MPL::StartUpDataManager(const QString& aPath)
+int MPL::Detail::StartUpDataManager(const QString& aPath)
 {
     State& state = TheState();
     const QMutexLocker lock(&state.mutex);
@@ -58,8 +60,7 @@ int MPL::StartUpDataManager(const QString& aPath)
 
 int DataManager::StartUp()
 {
-    return MPL::StartUpDataManager(MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/") +
-                                   QStringLiteral("DataManagerDb.sqlite"));
+    return StartUpDataManager(MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/DataManagerDb.sqlite"));
 }
 
 void DataManager::ShutDown()

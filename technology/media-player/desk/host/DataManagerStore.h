@@ -3,11 +3,11 @@
 
 #include <QString>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 /// What DataManager::StartUp() does, on the store at `aPath`. 0 on success; otherwise 1 and one log line.
 /// A second start without a shut-down in between changes to the path given.
 int StartUpDataManager(const QString& aPath);
 
-} // namespace MPL
+} // namespace MPL::Detail

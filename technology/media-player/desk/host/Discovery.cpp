@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 namespace
@@ -148,13 +148,15 @@ bool FindObjects(const QString& aService, const QString& aInterface, const QDBus
     return answered;
 }
 
-bool FindServiceObjectPathsByInterface(const QString& aServiceName, const QString& aInterfaceName,
-                                       const QDBusConnection& aConnection, QStringList& aPaths)
+} // namespace MPL::Detail
+
+bool MPL::FindServiceObjectPathsByInterface(const QString& aServiceName, const QString& aInterfaceName,
+                                            const QDBusConnection& aConnection, QStringList& aPaths)
 {
-    return FindObjects(aServiceName, aInterfaceName, aConnection, DiscoveryLimits(), aPaths);
+    return Detail::FindObjects(aServiceName, aInterfaceName, aConnection, {}, aPaths);
 }
 
-bool IsServiceRunning(const QString& aServiceName, const QDBusConnection& aConnection)
+bool MPL::IsServiceRunning(const QString& aServiceName, const QDBusConnection& aConnection)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
@@ -165,5 +167,3 @@ bool IsServiceRunning(const QString& aServiceName, const QDBusConnection& aConne
     const QDBusReply<bool> reply = aConnection.call(call, QDBus::Block, kTimeout);
     return reply.isValid() && reply.value();
 }
-
-} // namespace MPL

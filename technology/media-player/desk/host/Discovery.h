@@ -8,7 +8,7 @@
 
 class QDBusConnection;
 
-namespace MPL
+namespace MPL::Detail
 {
 
 struct DiscoveryLimits {
@@ -22,4 +22,4 @@ struct DiscoveryLimits {
 bool FindObjects(const QString& aService, const QString& aInterface, const QDBusConnection& aConnection,
                  const DiscoveryLimits& aLimits, QStringList& aPaths);
 
-} // namespace MPL
+} // namespace MPL::Detail

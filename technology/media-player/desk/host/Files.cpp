@@ -4,10 +4,7 @@
 #include <QFile>
 #include <QSaveFile>
 
-namespace MPL
-{
-
-bool MplUtils::ReadFile(const QString& aPath, QString& aText)
+bool MPL::MplUtils::ReadFile(const QString& aPath, QString& aText)
 {
     QFile file(aPath);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -21,7 +18,7 @@ bool MplUtils::ReadFile(const QString& aPath, QString& aText)
     return true;
 }
 
-bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
+bool MPL::MplUtils::WriteFile(const QString& aPath, const QString& aText)
 {
     // Writes beside the file and renames, so whoever reads sees the old content or the new, whatever happens.
     QSaveFile file(aPath);
@@ -35,5 +32,3 @@ bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
                           << "can't be written:" << file.errorString();
     return false;
 }
-
-} // namespace MPL

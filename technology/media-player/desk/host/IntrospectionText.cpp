@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 namespace
@@ -12,8 +12,8 @@ namespace
 // One element of an object path, or several: an object may name its grandchildren without the level between.
 bool IsChildName(const QString& aName)
 {
-    static const QRegularExpression kSChildName(QStringLiteral("\\A[A-Za-z0-9_]+(/[A-Za-z0-9_]+)*\\z"));
-    return kSChildName.match(aName).hasMatch();
+    static const QRegularExpression kChildName(QStringLiteral("\\A[A-Za-z0-9_]+(/[A-Za-z0-9_]+)*\\z"));
+    return kChildName.match(aName).hasMatch();
 }
 
 } // namespace
@@ -42,4 +42,4 @@ bool ReadIntrospection(const QString& aText, Introspection& aIntrospection)
     return true;
 }
 
-} // namespace MPL
+} // namespace MPL::Detail

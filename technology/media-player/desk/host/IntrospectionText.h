@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 struct Introspection {
@@ -16,4 +16,4 @@ struct Introspection {
 /// text. Children whose name can't be part of an object path are left out.
 bool ReadIntrospection(const QString& aText, Introspection& aIntrospection);
 
-} // namespace MPL
+} // namespace MPL::Detail

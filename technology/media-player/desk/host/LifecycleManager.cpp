@@ -6,10 +6,11 @@
 
 #include <systemd/sd-bus.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 namespace
@@ -38,52 +39,53 @@ public:
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
-    // Returns an empty text on success, otherwise what went wrong.
-    QString Run(ServiceJob aJob, const QByteArray& aService)
+    bool Run(ServiceJob aJob, const QByteArray& aService)
     {
-        QString problem = Listen();
-        if (problem.isEmpty()) {
-            problem = Enqueue(aJob, aService + ".service");
-        }
-        if (problem.isEmpty() && !m_Path.isEmpty()) {
-            problem = Wait();
-        }
-        return problem;
+        return Open() && Subscribe() && Enqueue(aJob, aService + ".service") && Wait();
     }
+
+    // What went wrong.
+    QString Problem() const { return m_Problem; }
 
 private:
-    QString Listen()
+    bool Open()
     {
-        const int opened = sd_bus_open_system(&m_Bus);
-        if (opened < 0) {
-            return Unreachable(opened);
-        }
-        QString problem =
-            Process([this] { return sd_bus_is_ready(m_Bus) > 0; }, "the system bus has not answered");
-        if (!problem.isEmpty()) {
-            return problem;
-        }
-        const int matched =
-            sd_bus_match_signal_async(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface, "JobRemoved",
-                                      &Job::HandleJobRemoved, nullptr, this);
-        // The manager sends its signals only while somebody has asked for them.
-        return matched < 0 ? Unreachable(matched) : Call("Subscribe", nullptr);
+        return Worked(sd_bus_open_system(&m_Bus)) &&
+               Process([this] { return sd_bus_is_ready(m_Bus) > 0; }, "the system bus has not answered");
     }
 
-    QString Enqueue(ServiceJob aJob, const QByteArray& aUnit)
+    // The manager sends its signals only while somebody has asked for them.
+    bool Subscribe()
+    {
+        return Worked(sd_bus_match_signal_async(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface,
+                                                "JobRemoved", &Job::HandleJobRemoved, nullptr, this)) &&
+               Call("Subscribe", nullptr) && Accepted();
+    }
+
+    bool Enqueue(ServiceJob aJob, const QByteArray& aUnit)
     {
         const bool stop = aJob == ServiceJob::Stop;
-        QString problem = Call(stop ? "StopUnit" : "StartUnit", aUnit.constData());
+        if (!Call(stop ? "StopUnit" : "StartUnit", aUnit.constData())) {
+            return false;
+        }
         // What the manager doesn't know doesn't run.
-        const bool unknown = m_Reply != nullptr && sd_bus_message_is_method_error(
-                                                       m_Reply, "org.freedesktop.systemd1.NoSuchUnit") > 0;
-        return stop && unknown ? QString() : problem;
+        if (stop && sd_bus_message_is_method_error(m_Reply, "org.freedesktop.systemd1.NoSuchUnit") > 0) {
+            return true;
+        }
+        return Accepted() && ReadPath();
     }
 
-    // Calls a method of the manager; with a unit it is one that answers with the path of the job.
-    QString Call(const char* aMethod, const char* aUnit)
+    // Calls a method of the manager, with what it takes for a unit when there is one, and waits for the
+    // reply.
+    bool Call(const char* aMethod, const char* aUnit)
     {
         m_Reply = sd_bus_message_unref(m_Reply);
+        return Worked(Send(aMethod, aUnit)) &&
+               Process([this] { return m_Reply != nullptr; }, "systemd has not answered");
+    }
+
+    int Send(const char* aMethod, const char* aUnit)
+    {
         sd_bus_message* call = nullptr;
         int result =
             sd_bus_message_new_method_call(m_Bus, &call, kManager, kManagerPath, kManagerInterface, aMethod);
@@ -95,66 +97,85 @@ private:
             result = sd_bus_call_async(m_Bus, nullptr, call, &Job::HandleReply, this, UINT64_MAX);
         }
         sd_bus_message_unref(call);
-        if (result < 0) {
-            return Unreachable(result);
-        }
-        QString problem = Process([this] { return m_Reply != nullptr; }, "systemd has not answered");
-        return problem.isEmpty() ? ReadReply(aUnit != nullptr) : problem;
+        return result;
     }
 
-    QString ReadReply(bool aWithJob)
+    bool Accepted()
     {
-        if (const sd_bus_error* error = sd_bus_message_get_error(m_Reply)) {
-            if (sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
-                sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) {
-                return QStringLiteral("no systemd on the system bus: run where it is the lifecycle manager");
-            }
-            return QStringLiteral("systemd refused: %1")
-                .arg(QString::fromUtf8(error->message != nullptr ? error->message : error->name));
+        const sd_bus_error* error = sd_bus_message_get_error(m_Reply);
+        if (error == nullptr) {
+            return true;
         }
+        if (sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) > 0 ||
+            sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) > 0) {
+            return Fail(
+                QStringLiteral("no systemd on the system bus: run where it is the lifecycle manager"));
+        }
+        const char* why = error->message != nullptr ? error->message : error->name;
+        return Fail(QStringLiteral("systemd refused: %1").arg(QString::fromUtf8(why)));
+    }
+
+    bool ReadPath()
+    {
         const char* path = nullptr;
-        if (aWithJob && sd_bus_message_read(m_Reply, "o", &path) < 0) {
-            return QStringLiteral("systemd's answer names no job");
+        if (sd_bus_message_read(m_Reply, "o", &path) < 0) {
+            return Fail(QStringLiteral("systemd's answer names no job"));
         }
         m_Path = path;
-        return {};
+        return true;
     }
 
-    QString Wait()
+    bool Wait()
     {
-        QString problem = Process([this] { return m_Ended.contains(m_Path); }, "the job was not done");
-        const QByteArray result = m_Ended.value(m_Path);
-        if (!problem.isEmpty() || result == "done") {
-            return problem;
+        if (m_Path.isEmpty()) {
+            return true; // there was nothing to do
         }
-        return QStringLiteral("systemd ended the job with the result \"%1\"").arg(QString::fromUtf8(result));
+        if (!Process([this] { return m_Ended.contains(m_Path); }, "the job was not done")) {
+            return false;
+        }
+        const QString result = QString::fromUtf8(m_Ended.value(m_Path));
+        return result == QLatin1String("done") ||
+               Fail(QStringLiteral("systemd ended the job with the result \"%1\"").arg(result));
     }
 
     // Handles what comes over the bus until `aDone` says so; `aOtherwise` is what to say when it never does.
     template <typename Done>
-    QString Process(Done aDone, const char* aOtherwise)
+    bool Process(Done aDone, const char* aOtherwise)
     {
         while (!aDone()) {
+            const std::uint64_t left = MicrosecondsLeft();
             int result = sd_bus_process(m_Bus, nullptr);
-            if (result == 0) {
-                const auto left =
-                    std::chrono::duration_cast<std::chrono::microseconds>(m_Deadline - Clock::now()).count();
-                if (left <= 0) {
-                    return QStringLiteral("%1 in %2 ms").arg(QLatin1String(aOtherwise)).arg(m_Bound.count());
-                }
-                result = sd_bus_wait(m_Bus, static_cast<std::uint64_t>(left));
+            if (result == 0 && left == 0) {
+                return Fail(
+                    QStringLiteral("%1 in %2 ms").arg(QLatin1String(aOtherwise)).arg(m_Bound.count()));
             }
-            if (result < 0 && result != -EINTR) {
-                return Unreachable(result);
+            if (result == 0) {
+                result = sd_bus_wait(m_Bus, left);
+            }
+            if (result != -EINTR && !Worked(result)) {
+                return false;
             }
         }
-        return {};
+        return true;
     }
 
-    static QString Unreachable(int aError)
+    std::uint64_t MicrosecondsLeft() const
     {
-        return QStringLiteral("the system bus can't be reached: %1")
-            .arg(QString::fromLocal8Bit(strerror(-aError)));
+        const auto left = std::chrono::duration_cast<std::chrono::microseconds>(m_Deadline - Clock::now());
+        return static_cast<std::uint64_t>(std::max<std::int64_t>(left.count(), 0));
+    }
+
+    // Whether a call of sd-bus did.
+    bool Worked(int aResult)
+    {
+        return aResult >= 0 || Fail(QStringLiteral("the system bus can't be reached: %1")
+                                        .arg(QString::fromLocal8Bit(strerror(-aResult))));
+    }
+
+    bool Fail(const QString& aProblem)
+    {
+        m_Problem = aProblem;
+        return false;
     }
 
     static int HandleReply(sd_bus_message* aMessage, void* aJob, sd_bus_error* /*error*/)
@@ -182,21 +203,22 @@ private:
     QByteArray m_Path;                 // the job's object path
     // How the manager says that jobs ended: one may end before the reply that names it is here.
     QMap<QByteArray, QByteArray> m_Ended;
+    QString m_Problem;
 };
 
 } // namespace
 
 bool RunServiceJob(ServiceJob aJob, const QByteArray& aService, std::chrono::milliseconds aBound)
 {
-    const QString problem = Job(aBound).Run(aJob, aService);
-    if (problem.isEmpty()) {
+    Job job(aBound);
+    if (job.Run(aJob, aService)) {
         return true;
     }
     const bool stop = aJob == ServiceJob::Stop;
     qCritical().noquote() << "MPL_ProcessInfo::" % QLatin1String(stop ? "SlmStopService" : "SlmStartService")
                           << "-- can't" << (stop ? "stop" : "start") << aService.constData() << "--"
-                          << problem;
+                          << job.Problem();
     return false;
 }
 
-} // namespace MPL
+} // namespace MPL::Detail

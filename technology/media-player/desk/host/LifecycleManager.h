@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 enum class ServiceJob { Start, Stop };
@@ -19,4 +19,4 @@ inline constexpr std::chrono::milliseconds kServiceJobBound{30000};
 /// stopped. Returns false, with one log line, in all other cases.
 bool RunServiceJob(ServiceJob aJob, const QByteArray& aService, std::chrono::milliseconds aBound);
 
-} // namespace MPL
+} // namespace MPL::Detail

@@ -5,10 +5,7 @@
 #include <QUrl>
 #include <QUrlQuery>
 
-namespace MPL
-{
-
-bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
+bool MPL::GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
 {
     QUrlQuery query;
     query.setQueryDelimiters(QLatin1Char('='), QLatin1Char(';'));
@@ -24,7 +21,7 @@ bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
     return found;
 }
 
-QString MakeParameters(const QVector<QPair<QString, QString>>& aParameters)
+QString MPL::Detail::MakeParameters(const QVector<QPair<QString, QString>>& aParameters)
 {
     // Paths and sentences stay readable: none of these characters means anything in a parameter text.
     const QByteArray readable = QByteArrayLiteral(" /:,()@");
@@ -36,5 +33,3 @@ QString MakeParameters(const QVector<QPair<QString, QString>>& aParameters)
     }
     return pairs.join(QLatin1Char(';'));
 }
-
-} // namespace MPL

@@ -12,6 +12,8 @@
 #include <csignal>
 #include <cstring>
 
+using namespace MPL::Detail;
+
 namespace
 {
 
@@ -58,7 +60,7 @@ int SignalProcess(pid_t aPid, const QByteArray& aName, int aNumber)
 {
     const ProcessHandle process(aPid);
     // Only what has the name while we hold it is meant; the id was read before.
-    if (process.IsGone() || !MPL::IsProcess(aPid, aName)) {
+    if (process.IsGone() || !IsProcess(aPid, aName)) {
         return ESRCH;
     }
     return process.Signal(aNumber);
@@ -68,7 +70,7 @@ int SignalProcess(pid_t aPid, const QByteArray& aName, int aNumber)
 
 int MPL_ProcessInfo::GetPidFromName(const char* aName)
 {
-    const QVector<pid_t> pids = MPL::FindProcesses(aName);
+    const QVector<pid_t> pids = FindProcesses(aName);
     return pids.isEmpty() ? -1 : pids.first();
 }
 
@@ -76,7 +78,7 @@ bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 {
     bool signalled = false;
     QByteArrayList refusals;
-    for (const pid_t pid : MPL::FindProcesses(aName)) {
+    for (const pid_t pid : FindProcesses(aName)) {
         const int error = SignalProcess(pid, aName, aKill ? SIGKILL : SIGTERM);
         if (error == 0) {
             signalled = true;
@@ -94,10 +96,10 @@ bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 
 bool MPL_ProcessInfo::SlmStartService(const char* aServiceName)
 {
-    return MPL::RunServiceJob(MPL::ServiceJob::Start, aServiceName, MPL::kServiceJobBound);
+    return RunServiceJob(ServiceJob::Start, aServiceName, kServiceJobBound);
 }
 
 bool MPL_ProcessInfo::SlmStopService(const char* aServiceName)
 {
-    return MPL::RunServiceJob(MPL::ServiceJob::Stop, aServiceName, MPL::kServiceJobBound);
+    return RunServiceJob(ServiceJob::Stop, aServiceName, kServiceJobBound);
 }

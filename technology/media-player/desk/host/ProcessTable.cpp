@@ -26,7 +26,7 @@ __attribute__((weak)) const char* __lsan_default_options()
 }
 #endif
 
-namespace MPL
+namespace MPL::Detail
 {
 
 namespace
@@ -74,7 +74,7 @@ bool IsShortFormOf(const QByteArray& aShortName, const QByteArray& aName)
     return !aName.isEmpty() && aName.left(kKept) == aShortName;
 }
 
-QByteArray NameOf(const char* aComm, const char* aLink, char* const* aRguments)
+QByteArray NameOf(const char* aComm, const char* aLink, char* const* aArguments)
 {
     QByteArray name = ExecutableName(aLink);
     if (IsShortFormOf(aComm, name)) {
@@ -83,8 +83,8 @@ QByteArray NameOf(const char* aComm, const char* aLink, char* const* aRguments)
     // Started under another name: that is the program's path in its own arguments, or behind those that an
     // interpreter or emulator takes first.
     constexpr int kPlaces = 3;
-    for (int i = 0; i < kPlaces && aRguments != nullptr && aRguments[i] != nullptr; ++i) {
-        QByteArray candidate = BaseName(aRguments[i]);
+    for (int i = 0; i < kPlaces && aArguments != nullptr && aArguments[i] != nullptr; ++i) {
+        QByteArray candidate = BaseName(aArguments[i]);
         if (IsShortFormOf(aComm, candidate)) {
             return candidate;
         }
@@ -136,4 +136,4 @@ bool IsProcess(pid_t aPid, const QByteArray& aName)
     return entry.alive && entry.pid == aPid && entry.name == aName;
 }
 
-} // namespace MPL
+} // namespace MPL::Detail

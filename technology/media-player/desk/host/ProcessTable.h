@@ -6,7 +6,7 @@
 
 #include <sys/types.h>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 /// Name and aliveness of one process. A program is known by the base name of its executable file, whole. One
@@ -25,4 +25,4 @@ QVector<pid_t> FindProcesses(const QByteArray& aName);
 /// True when the process is alive and has this name now.
 bool IsProcess(pid_t aPid, const QByteArray& aName);
 
-} // namespace MPL
+} // namespace MPL::Detail

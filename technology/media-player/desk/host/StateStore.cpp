@@ -10,7 +10,7 @@
 
 #include <atomic>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 namespace
@@ -50,12 +50,12 @@ public:
     }
 
     // Runs one statement; a value it yields first goes to `aValue`.
-    bool Run(const QString& aStatement, const QVariantList& aRguments, QString& aError,
+    bool Run(const QString& aStatement, const QVariantList& aArguments, QString& aError,
              QString* aValue = nullptr)
     {
         QSqlQuery query(m_Database);
         bool ok = query.prepare(aStatement);
-        for (const QVariant& argument : aRguments) {
+        for (const QVariant& argument : aArguments) {
             query.addBindValue(argument);
         }
         ok = ok && query.exec();
@@ -162,4 +162,4 @@ bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError) con
            connection.Run(QStringLiteral("SELECT value FROM state WHERE key = ?"), {aKey}, aError, &aValue);
 }
 
-} // namespace MPL
+} // namespace MPL::Detail

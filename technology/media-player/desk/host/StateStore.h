@@ -3,7 +3,7 @@
 
 #include <QString>
 
-namespace MPL
+namespace MPL::Detail
 {
 
 /// Keys of the store. An active source is a parameter text with the pairs service_name and object_path.
@@ -34,4 +34,4 @@ private:
     QString m_Path;
 };
 
-} // namespace MPL
+} // namespace MPL::Detail

@@ -27,9 +27,9 @@ QString FunctionalitiesText(const QVector<Functionality>& aFunctionalities)
 
 QString EventText(const QString& aType, const QString& aEvent, const QString& aText)
 {
-    return MPL::MakeParameters({{MPL::MPL_EVENT_KEY_EVENT_TYPE, aType},
-                                {MPL::MPL_EVENT_KEY_EVENT, aEvent},
-                                {MPL::MPL_EVENT_KEY_TEXT_INFO, aText}});
+    return MPL::Detail::MakeParameters({{MPL::MPL_EVENT_KEY_EVENT_TYPE, aType},
+                                        {MPL::MPL_EVENT_KEY_EVENT, aEvent},
+                                        {MPL::MPL_EVENT_KEY_TEXT_INFO, aText}});
 }
 
 } // namespace sim

@@ -12,8 +12,8 @@ namespace
 
 QString ToText(const MPL::ServiceObject& aSource)
 {
-    return MPL::MakeParameters({{MPL::MPL_DEVICE_RECORD_KEY_SERVICE_NAME, aSource.serviceName},
-                                {MPL::MPL_DEVICE_RECORD_KEY_OBJECT_PATH, aSource.objectPath.path()}});
+    return MPL::Detail::MakeParameters({{MPL::MPL_DEVICE_RECORD_KEY_SERVICE_NAME, aSource.serviceName},
+                                        {MPL::MPL_DEVICE_RECORD_KEY_OBJECT_PATH, aSource.objectPath.path()}});
 }
 
 MPL::ServiceObject FromText(const QString& aText)
@@ -33,23 +33,23 @@ StoredSource::StoredSource(const QString& aDatabasePath) : m_DatabasePath(aDatab
 
 MPL::ServiceObject StoredSource::Load()
 {
-    return FromText(Read(MPL::kStateKeyActiveSource));
+    return FromText(Read(MPL::Detail::kStateKeyActiveSource));
 }
 
 QString StoredSource::LoadPlaybackState()
 {
-    return Read(MPL::kStateKeyActiveSourcePlaybackState);
+    return Read(MPL::Detail::kStateKeyActiveSourcePlaybackState);
 }
 
 void StoredSource::Save(const MPL::ServiceObject& aSource)
 {
-    Write(MPL::kStateKeyActiveSource, ToText(aSource));
-    Write(MPL::kStateKeyActiveSourcePlaybackState, QString());
+    Write(MPL::Detail::kStateKeyActiveSource, ToText(aSource));
+    Write(MPL::Detail::kStateKeyActiveSourcePlaybackState, QString());
 }
 
 void StoredSource::SavePlaybackState(const QString& aState)
 {
-    Write(MPL::kStateKeyActiveSourcePlaybackState, aState);
+    Write(MPL::Detail::kStateKeyActiveSourcePlaybackState, aState);
 }
 
 // The database is opened at its first use, to keep it out of the program's start.

@@ -33,7 +33,7 @@ private:
     void Write(const QString& aKey, const QString& aValue);
 
     QString m_DatabasePath;
-    MPL::StateStore m_Store;
+    MPL::Detail::StateStore m_Store;
     QMap<QString, QString> m_InMemory;
 };
 

@@ -110,7 +110,7 @@ QString MediaSource::GetMediaSourceStatus() const
     if (!m_ErrorType.isEmpty()) {
         status.append({MPL::MPL_SOURCE_STATUS_KEY_ERROR_TYPE, m_ErrorType});
     }
-    return MPL::MakeParameters(status);
+    return MPL::Detail::MakeParameters(status);
 }
 
 void MediaSource::SetError(const QString& aErrorType)

@@ -11,7 +11,7 @@
 namespace
 {
 
-using namespace MPL;
+using namespace MPL::Detail;
 using namespace MPL::Doubles;
 using namespace std::chrono_literals;
 

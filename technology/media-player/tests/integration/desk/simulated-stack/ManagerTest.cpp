@@ -115,9 +115,10 @@ TEST_F(ManagerTest, ResumesTheActiveSourceAfterAKillUnlessItsStateWasReset)
     StartMassStorage();
     EXPECT_TRUE(BecomesActive(MassStorage().GetPathString()));
 
-    MPL::StateStore store;
+    MPL::Detail::StateStore store;
     QString error;
-    ASSERT_TRUE(store.Open(kDatabaseFile, error) && store.Save(MPL::kStateKeyActiveSource, QString(), error));
+    ASSERT_TRUE(store.Open(kDatabaseFile, error) &&
+                store.Save(MPL::Detail::kStateKeyActiveSource, QString(), error));
     Stop(third);
     StartManager(kDatabase);
     EXPECT_EQ(Available().size(), 1);

@@ -116,11 +116,11 @@ TEST_F(SourcesTest, PlaybackGoesOnWhenTheManagerResumesTheSource)
     EXPECT_TRUE(Activate(source));
     EXPECT_TRUE(QTest::qWaitFor([&control] { return QDBusReply<bool>(control.Resume()).value(); }));
     EXPECT_TRUE(QTest::qWaitFor([] {
-        MPL::StateStore store;
+        MPL::Detail::StateStore store;
         QString state;
         QString error;
         return store.Open(kDatabaseFile, error) &&
-               store.Load(MPL::kStateKeyActiveSourcePlaybackState, state, error) &&
+               store.Load(MPL::Detail::kStateKeyActiveSourcePlaybackState, state, error) &&
                state == MPL::MPL_PLAY_STATE_PLAYING;
     }));
     Stop(manager);

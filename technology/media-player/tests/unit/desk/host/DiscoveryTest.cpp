@@ -63,10 +63,10 @@ protected:
             });
     }
 
-    bool Find(const MPL::DiscoveryLimits& aLimits = {})
+    bool Find(const MPL::Detail::DiscoveryLimits& aLimits = {})
     {
         m_Timer.start();
-        return MPL::FindObjects(kService, kInterface, m_Connection, aLimits, m_Paths);
+        return MPL::Detail::FindObjects(kService, kInterface, m_Connection, aLimits, m_Paths);
     }
 
     static std::unique_ptr<PrivateBus> s_Bus;
@@ -128,7 +128,7 @@ TEST_F(Discovery, FailsWithoutARootThatAnswers)
 
 TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
 {
-    MPL::DiscoveryLimits limits;
+    MPL::Detail::DiscoveryLimits limits;
     limits.time = 300ms;
     Offer([](const QString& aPath) {
         QStringList children{QStringLiteral("well")};
@@ -153,7 +153,7 @@ TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
 
 TEST_F(Discovery, ComesBackFromATreeWithoutEnd)
 {
-    MPL::DiscoveryLimits limits;
+    MPL::Detail::DiscoveryLimits limits;
     limits.objects = 500;
     // More children than the bus allows calls in flight.
     QStringList wide;

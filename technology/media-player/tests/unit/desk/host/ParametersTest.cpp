@@ -18,9 +18,9 @@ Map Read(const QString& aText)
 TEST(Parameters, ComeBackUnchangedWhateverTheyHold)
 {
     const QString odd = QStringLiteral("a=b;c%3D%;+ &#?\n\t\"'<>{}\\|^` ä€😀/:") + QChar(0) + QChar(0xfffd);
-    const QString text = MPL::MakeParameters({{QStringLiteral("text_info"), odd},
-                                              {odd, QStringLiteral("x")},
-                                              {QStringLiteral("empty"), QString()}});
+    const QString text = MPL::Detail::MakeParameters({{QStringLiteral("text_info"), odd},
+                                                      {odd, QStringLiteral("x")},
+                                                      {QStringLiteral("empty"), QString()}});
     EXPECT_EQ(Read(text), (Map{{QStringLiteral("text_info"), odd},
                                {odd, QStringLiteral("x")},
                                {QStringLiteral("empty"), QString()}}));

@@ -19,7 +19,7 @@
 namespace
 {
 
-using namespace MPL;
+using namespace MPL::Detail;
 using namespace MPL::Doubles;
 
 class PersistedState : public testing::Test
@@ -40,7 +40,7 @@ protected:
     QTemporaryDir m_Folder;
     QString m_Path = m_Folder.filePath(QStringLiteral("not/yet/there/state.sqlite"));
     LogRecorder m_Log;
-    DataManagerWrapper m_Wrapper;
+    MPL::DataManagerWrapper m_Wrapper;
 };
 
 TEST_F(PersistedState, IsSeenByOtherProgramsAtOnce)

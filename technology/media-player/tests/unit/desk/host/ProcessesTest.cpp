@@ -30,18 +30,18 @@ using namespace MPL::Doubles;
 
 // Runs `work` on a thread for which a system call fails with the error given.
 template <typename Work>
-void RunWithout(long aSystemCall, int error, Work work)
+void RunWithout(long aSystemCall, int aError, Work aWork)
 {
     std::thread([&] {
         sock_filter program[] = {
             BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
             BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned int>(aSystemCall), 0, 1),
-            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned int>(error)),
+            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned int>(aError)),
             BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
         const sock_fprog filter{4, program};
         ASSERT_EQ(prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
         ASSERT_EQ(prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter), 0);
-        work();
+        aWork();
     }).join();
 }
 
@@ -68,9 +68,9 @@ protected:
         return Spawn(path.toLocal8Bit(), aSeconds);
     }
 
-    pid_t Spawn(QByteArray aPath, QByteArray aRgument)
+    pid_t Spawn(QByteArray aPath, QByteArray aArgument)
     {
-        char* arguments[] = {aPath.data(), aRgument.data(), nullptr};
+        char* arguments[] = {aPath.data(), aArgument.data(), nullptr};
         pid_t pid = -1;
         // Returns once the child runs its program: from then on it has its name.
         EXPECT_EQ(posix_spawn(&pid, aPath.constData(), nullptr, nullptr, arguments, environ), 0);
@@ -115,9 +115,9 @@ TEST_F(Processes, AreKnownByTheirWholeName)
     EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_disc")), disc);
 
     QFile own(QStringLiteral("/proc/self/exe"));
-    EXPECT_FALSE(
-        MPL::FindProcesses(QFile::symLinkTarget(own.fileName()).section(QLatin1Char('/'), -1).toLatin1())
-            .contains(getpid()))
+    EXPECT_FALSE(MPL::Detail::FindProcesses(
+                     QFile::symLinkTarget(own.fileName()).section(QLatin1Char('/'), -1).toLatin1())
+                     .contains(getpid()))
         << "a test never finds itself";
 }
 
