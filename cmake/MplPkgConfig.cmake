@@ -20,6 +20,6 @@ if(TARGET MplPlatformHost)
     list(TRANSFORM options REPLACE "^LINKER:" "-Wl,")
     list(JOIN options " " options)
     mpl_pkg_config(mpl-platform-host host "The stack's platform interfaces on an ordinary Linux machine"
-        "Qt5Core Qt5DBus gtest" "Qt5Sql libproc2 libsystemd"
+        "Qt5Core Qt5DBus gtest" "Qt5Sql libsystemd"
         "${options} -lMplPlatformHost -lMplVocabulary")
 endif()

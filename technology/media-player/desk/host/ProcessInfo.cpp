@@ -70,8 +70,7 @@ int SignalProcess(pid_t aPid, const QByteArray& aName, int aNumber)
 
 int MPL_ProcessInfo::GetPidFromName(const char* aName)
 {
-    const QVector<pid_t> pids = FindProcesses(aName);
-    return pids.isEmpty() ? -1 : pids.first();
+    return FindProcesses(aName, 1).value(0, -1);
 }
 
 bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)

@@ -1,30 +1,14 @@
 #include "ProcessTable.h"
 
-#include <QDebug>
+#include "ProcFolder.h"
 
-#include <libproc2/pids.h>
+#include <QDebug>
+#include <QList>
 
 #include <unistd.h>
 
-#include <array>
-#include <memory>
-
-#ifdef __SANITIZE_ADDRESS__
-// libproc2 has buffers for each thread and never frees them, so every thread that ends leaves half a
-// megabyte. A program's own list takes the place of this one.
-extern "C" {
-// NOLINTBEGIN(bugprone-reserved-identifier)
-__attribute__((weak)) const char* __lsan_default_suppressions()
-{
-    return "leak:libproc2";
-}
-__attribute__((weak)) const char* __lsan_default_options()
-{
-    return "print_suppressions=0";
-}
-// NOLINTEND(bugprone-reserved-identifier)
-}
-#endif
+#include <algorithm>
+#include <string>
 
 namespace MPL::Detail
 {
@@ -32,92 +16,116 @@ namespace MPL::Detail
 namespace
 {
 
-enum Item { kPid, kState, kComm, kExe, kArguments, kItemCount };
+using Text = std::string_view;
 
-struct Unref {
-    void operator()(pids_info* aInfo) const { procps_pids_unref(&aInfo); }
-};
-using PidsInfo = std::unique_ptr<pids_info, Unref>;
-
-PidsInfo OpenTable()
+Text BaseName(Text aPath)
 {
-    std::array<pids_item, kItemCount> items{PIDS_ID_PID, PIDS_STATE, PIDS_CMD, PIDS_EXE, PIDS_CMDLINE_V};
-    pids_info* info = nullptr;
-    if (procps_pids_new(&info, items.data(), kItemCount) < 0) {
-        return nullptr;
-    }
-    return PidsInfo(info);
+    return aPath.substr(aPath.rfind('/') + 1);
 }
 
-QByteArray BaseName(const char* aPath)
-{
-    const QByteArray text(aPath);
-    return text.mid(text.lastIndexOf('/') + 1);
-}
-
-QByteArray ExecutableName(const char* aLink)
+Text ExecutableName(Text aLink)
 {
     // What stands behind the name of a file that was removed since the program started.
-    const QByteArray removed = QByteArrayLiteral(" (deleted)");
-    QByteArray name = BaseName(aLink);
-    if (name.endsWith(removed)) {
-        name.chop(removed.size());
-    }
-    // A link that can't be read shows as a dash.
-    return name == "-" ? QByteArray() : name;
+    constexpr Text kRemoved = " (deleted)";
+    const Text name = BaseName(aLink);
+    const std::size_t kept = name.size() - std::min(name.size(), kRemoved.size());
+    return name.substr(kept) == kRemoved ? name.substr(0, kept) : name;
 }
 
-// The kernel keeps only this many bytes of the name that it started a program under.
-bool IsShortFormOf(const QByteArray& aShortName, const QByteArray& aName)
+// Of the name that the kernel started a program under it keeps only this much.
+Text ShortForm(Text aName)
 {
-    constexpr int kKept = 15;
-    return !aName.isEmpty() && aName.left(kKept) == aShortName;
+    return aName.substr(0, 15);
 }
 
-QByteArray NameOf(const char* aComm, const char* aLink, char* const* aArguments)
+bool IsShortFormOf(Text aComm, Text aName)
 {
-    QByteArray name = ExecutableName(aLink);
-    if (IsShortFormOf(aComm, name)) {
-        return name;
-    }
-    // Started under another name: that is the program's path in its own arguments, or behind those that an
-    // interpreter or emulator takes first.
-    constexpr int kPlaces = 3;
-    for (int i = 0; i < kPlaces && aArguments != nullptr && aArguments[i] != nullptr; ++i) {
-        QByteArray candidate = BaseName(aArguments[i]);
-        if (IsShortFormOf(aComm, candidate)) {
-            return candidate;
+    return !aName.empty() && aComm == ShortForm(aName);
+}
+
+// The program's path is the first of its arguments, or stands behind those that an interpreter or emulator
+// takes.
+std::string NameInArguments(Text aArguments, Text aComm)
+{
+    const QByteArray arguments(aArguments.data(), static_cast<int>(aArguments.size()));
+    for (const QByteArray& argument : arguments.split('\0').mid(0, 3)) {
+        const Text name = BaseName({argument.constData(), static_cast<std::size_t>(argument.size())});
+        if (IsShortFormOf(aComm, name)) {
+            return std::string(name);
         }
     }
-    return name;
+    return {};
 }
 
-ProcessEntry MakeEntry(const pids_stack* aStack)
+// The processes of one name. Few may be meant, so all are asked what costs little before those are read in
+// full.
+class LookUp
 {
-    const pids_result* items = aStack->head;
-    const char state = static_cast<char>(items[kState].result.s_ch);
-    ProcessEntry entry;
-    entry.pid = items[kPid].result.s_int;
-    entry.alive = state != 'Z' && state != 'X';
-    entry.name = NameOf(items[kComm].result.str, items[kExe].result.str, items[kArguments].result.strv);
-    return entry;
-}
+public:
+    explicit LookUp(const QByteArray& aName)
+        : m_Name(aName.constData(), static_cast<std::size_t>(aName.size())), m_Comm(ShortForm(m_Name))
+    {
+        m_Comm += '\n';
+    }
+
+    std::vector<pid_t> Pids() const { return m_Folder.Pids(); }
+
+    // Whether the kernel's own name for the process is the one looked for, as far as it goes.
+    bool RunsAsIt(pid_t aPid) { return m_Folder.Read(aPid, "/comm") == m_Comm; }
+
+    // Whether its file has that name, or did before it was removed. Costs as much again.
+    bool RunsItsFile(pid_t aPid)
+    {
+        return BaseName(m_Folder.ReadLink(aPid, "/exe")).substr(0, m_Name.size()) == m_Name;
+    }
+
+    bool IsMeant(pid_t aPid) { return IsAlive(aPid) && NameOf(aPid) == m_Name; }
+
+private:
+    bool IsAlive(pid_t aPid)
+    {
+        // The state stands behind the name in brackets, which may hold brackets itself.
+        const Text stat = m_Folder.Read(aPid, "/stat");
+        const std::size_t state = stat.rfind(')') + 2;
+        return state < stat.size() && stat[state] != 'Z' && stat[state] != 'X';
+    }
+
+    std::string NameOf(pid_t aPid)
+    {
+        std::string comm(m_Folder.Read(aPid, "/comm"));
+        comm.resize(comm.size() - std::min<std::size_t>(comm.size(), 1));
+        std::string program(ExecutableName(m_Folder.ReadLink(aPid, "/exe")));
+        if (IsShortFormOf(comm, program)) {
+            return program;
+        }
+        std::string startedAs = NameInArguments(m_Folder.Read(aPid, "/cmdline"), comm);
+        return startedAs.empty() ? program : startedAs;
+    }
+
+    ProcFolder m_Folder;
+    Text m_Name;
+    std::string m_Comm;
+};
 
 } // namespace
 
-QVector<pid_t> FindProcesses(const QByteArray& aName)
+QVector<pid_t> FindProcesses(const QByteArray& aName, int aMost)
 {
-    const PidsInfo table = OpenTable();
-    if (!table) {
-        qCritical() << "MPL_ProcessInfo -- can't read the process table: is /proc mounted?";
-        return {};
-    }
     QVector<pid_t> found;
-    while (const pids_stack* stack = procps_pids_get(table.get(), PIDS_FETCH_TASKS_ONLY)) {
-        const ProcessEntry entry = MakeEntry(stack);
-        // Threads of the kernel have no name.
-        if (entry.alive && !aName.isEmpty() && entry.name == aName && entry.pid != getpid()) {
-            found << entry.pid;
+    if (aName.isEmpty()) {
+        return found;
+    }
+    LookUp lookUp(aName);
+    const std::vector<pid_t> pids = lookUp.Pids();
+    if (pids.empty()) {
+        qCritical() << "MPL_ProcessInfo -- can't read the process table: is /proc mounted?";
+    }
+    for (const auto mayBeMeant : {&LookUp::RunsAsIt, &LookUp::RunsItsFile}) {
+        for (const pid_t pid : pids) {
+            if (found.size() < aMost && pid != getpid() && !found.contains(pid) &&
+                (lookUp.*mayBeMeant)(pid) && lookUp.IsMeant(pid)) {
+                found << pid;
+            }
         }
     }
     return found;
@@ -125,15 +133,7 @@ QVector<pid_t> FindProcesses(const QByteArray& aName)
 
 bool IsProcess(pid_t aPid, const QByteArray& aName)
 {
-    const PidsInfo table = OpenTable();
-    auto wanted = static_cast<unsigned int>(aPid);
-    const pids_fetch* fetched =
-        table ? procps_pids_select(table.get(), &wanted, 1, PIDS_SELECT_PID) : nullptr;
-    if (fetched == nullptr || fetched->counts->total != 1) {
-        return false;
-    }
-    const ProcessEntry entry = MakeEntry(fetched->stacks[0]);
-    return entry.alive && entry.pid == aPid && entry.name == aName;
+    return LookUp(aName).IsMeant(aPid);
 }
 
 } // namespace MPL::Detail

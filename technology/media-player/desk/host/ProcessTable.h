@@ -1,4 +1,8 @@
 /// The running processes by the name of their executable file.
+///
+/// A program is known by the base name of its executable file, whole. One that the kernel started under
+/// another name (a script, a symbolic link, a program under an emulator) is known by that name instead, and
+/// one whose file can't be seen by the name in its arguments.
 #pragma once
 
 #include <QByteArray>
@@ -6,21 +10,15 @@
 
 #include <sys/types.h>
 
+#include <limits>
+
 namespace MPL::Detail
 {
 
-/// Name and aliveness of one process. A program is known by the base name of its executable file, whole. One
-/// that the kernel started under another name (a script, a symbolic link, a program under an emulator) is
-/// known by that name instead, and one whose file can't be seen by the name in its arguments.
-struct ProcessEntry {
-    pid_t pid = -1;
-    QByteArray name;
-    bool alive = false; // neither a zombie nor dead
-};
-
-/// All live processes of that name, in the order of the table; the calling program is left out.
-/// Empty, with one log line, when the process table can't be read.
-QVector<pid_t> FindProcesses(const QByteArray& aName);
+/// The live processes of that name, `aMost` of them at most; the calling program is left out. First come
+/// those that the kernel knows by that name, then those that have renamed themselves. Empty, with one log
+/// line, when the process table can't be read.
+QVector<pid_t> FindProcesses(const QByteArray& aName, int aMost = std::numeric_limits<int>::max());
 
 /// True when the process is alive and has this name now.
 bool IsProcess(pid_t aPid, const QByteArray& aName);

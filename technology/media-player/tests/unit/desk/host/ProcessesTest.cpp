@@ -1,6 +1,7 @@
 #include "Journal.h"
 #include "LogRecorder.h"
 #include "ProcessTable.h"
+#include "WaitUntil.h"
 #include <MPL_ProcessInfo.h>
 
 #include <QDir>
@@ -72,10 +73,49 @@ protected:
     {
         char* arguments[] = {aPath.data(), aArgument.data(), nullptr};
         pid_t pid = -1;
-        // Returns once the child runs its program: from then on it has its name.
         EXPECT_EQ(posix_spawn(&pid, aPath.constData(), nullptr, nullptr, arguments, environ), 0);
         m_Children << pid;
+        // The program runs, but the kernel may be a moment from giving it its name and, after that, its
+        // arguments.
+        EXPECT_TRUE(WaitUntil([pid] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid); }));
         return pid;
+    }
+
+    // A program of that name that has renamed itself for the kernel by the time this returns.
+    pid_t StartRenamed(const QByteArray& aName, const QByteArray& aNewName)
+    {
+        EXPECT_TRUE(QFile::exists(Path(aName)) || QFile::copy(QStringLiteral("/bin/sh"), Path(aName)));
+        const QByteArray steps = WriteScript("steps", "echo " + aNewName + " >/proc/$$/comm");
+        const pid_t pid = Spawn(Path(aName).toLocal8Bit(), steps);
+        EXPECT_TRUE(WaitUntil([&] { return Content(pid, "comm").startsWith(aNewName.left(15)); }));
+        return pid;
+    }
+
+    // A script that waits at the end; returns its path.
+    QByteArray WriteScript(const QByteArray& aName, const QByteArray& aText)
+    {
+        const QByteArray fifo = Path("fifo").toLocal8Bit();
+        EXPECT_TRUE(QFile::exists(Path("fifo")) || mkfifo(fifo.constData(), 0600) == 0);
+        QFile file(Path(aName));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(aText + "\nread line <'" + fifo + "'\n");
+        file.close();
+        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        return file.fileName().toLocal8Bit();
+    }
+
+    static QByteArray Content(pid_t aPid, const char* aFile)
+    {
+        QFile file(QStringLiteral("/proc/%1/%2").arg(aPid).arg(QLatin1String(aFile)));
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+    static bool HasEnded(pid_t aPid)
+    {
+        siginfo_t info{};
+        return waitid(P_PID, static_cast<id_t>(aPid), &info, WEXITED | WNOWAIT | WNOHANG) == 0 &&
+               info.si_pid == aPid;
     }
 
     // Waits for the child's end and returns the signal that ended it, 0 when none did.
@@ -123,19 +163,37 @@ TEST_F(Processes, AreKnownByTheirWholeName)
 
 TEST_F(Processes, AreKnownByTheNameTheyWereStartedUnder)
 {
-    const QByteArray script = With("_script");
-    QFile file(Path(script));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\nread line <\"$1\"\n");
-    file.close();
-    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    ASSERT_EQ(mkfifo(Path("fifo").toLocal8Bit().constData(), 0600), 0);
-    const pid_t running = Spawn(file.fileName().toLocal8Bit(), Path("fifo").toLocal8Bit());
-    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(script), running);
+    // The interpreter is what runs, with the script behind it or behind its option.
+    for (const char* suffix : {"_script", "_script -e"}) {
+        const QByteArray script = With(suffix);
+        const pid_t running = Spawn(WriteScript(script, "#!/bin/sh" + QByteArray(suffix).mid(7)), "argument");
+        EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(script), running);
+    }
 
     ASSERT_TRUE(QFile::link(QStringLiteral("/bin/sleep"), Path(With("_link"))));
     const pid_t linked = Start(With("_link"));
     EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_link")), linked);
+}
+
+TEST_F(Processes, AreKnownByTheirFileOnceTheyHaveRenamedThemselves)
+{
+    const QByteArray newName = "mpl_new_name_" + QByteArray::number(getpid());
+    const pid_t renamed = StartRenamed(m_Name, newName);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(m_Name), renamed);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(newName), -1);
+    // What the kernel keeps of the new name may be what it keeps of another program's.
+    const QByteArray posingName = "mpl_posing_" + QByteArray::number(getpid());
+    const pid_t posing = StartRenamed(posingName, With("_disc"));
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_disc")), -1);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(posingName), posing);
+
+    const pid_t plain = Spawn(Path(m_Name).toLocal8Bit(), WriteScript("wait", ""));
+    EXPECT_TRUE(QFile::remove(Path(m_Name)));
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(m_Name), plain);
+    EXPECT_TRUE(MPL_ProcessInfo::KillProcess(m_Name, true));
+    EXPECT_EQ(EndOf(renamed), SIGKILL);
+    EXPECT_EQ(EndOf(plain), SIGKILL);
+    EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(posingName), posing);
 }
 
 TEST_F(Processes, DontRunAsZombies)
