@@ -9,10 +9,12 @@
 #include <QDBusReply>
 #include <QDebug>
 #include <QElapsedTimer>
+#include <QHash>
+#include <QQueue>
 #include <QSet>
-#include <QVector>
 
 #include <algorithm>
+#include <optional>
 
 namespace MPL::Detail
 {
@@ -31,17 +33,20 @@ public:
         m_Timer.start();
     }
 
-    // Returns whether the root answered with an introspection text.
+    // Returns whether any object answered with an introspection text; the root is asked first.
     bool Run()
     {
-        QStringList level{QStringLiteral("/")};
-        m_Seen.insert(level.first());
-        for (int depth = 0; !level.isEmpty(); ++depth) {
-            if (depth > m_Limits.depth) {
-                m_Limit = QStringLiteral("%1 levels").arg(m_Limits.depth);
-                break;
+        Add({QStringLiteral("/"), 0});
+        for (AskMore(); !m_Asked.isEmpty(); AskMore()) {
+            Question question = m_Asked.dequeue();
+            question.reply.waitForFinished();
+            if (IsTimeUp()) {
+                m_Limit = QStringLiteral("%1 ms").arg(m_Limits.time.count());
             }
-            level = LookAt(level);
+            Note(question);
+        }
+        if (m_TooDeep) {
+            m_Limit = QStringLiteral("%1 levels").arg(m_Limits.depth);
         }
         return m_Answers > 0;
     }
@@ -58,27 +63,26 @@ public:
     QString Limit() const { return m_Limit; }
 
 private:
-    // Looks at all objects of one level and returns those of the next one.
-    QStringList LookAt(const QStringList& aLevel)
+    struct Object {
+        QString path;
+        int depth; // levels below the root
+    };
+    struct Question {
+        Object object;
+        QDBusPendingReply<QString> reply;
+    };
+
+    bool IsTimeUp() const { return m_Timer.hasExpired(m_Limits.time.count()); }
+
+    void AskMore()
     {
         // A bus lets a connection wait for only so many replies at once: 128, unless set otherwise.
         constexpr int kInFlight = 100;
-        QStringList next;
-        for (int first = 0; first < aLevel.size() && !IsTimeUp(); first += kInFlight) {
-            const QStringList batch = aLevel.mid(first, kInFlight);
-            QVector<QDBusPendingReply<QString>> replies;
-            for (const QString& path : batch) {
-                replies << Ask(path);
-            }
-            for (int i = 0; i < batch.size(); ++i) {
-                replies[i].waitForFinished();
-                Note(batch[i], replies[i], next);
-            }
+        while (!m_Waiting.isEmpty() && m_Asked.size() < kInFlight && !IsTimeUp()) {
+            const Object object = m_Waiting.dequeue();
+            m_Asked.enqueue({object, Ask(object.path)});
         }
-        return next;
     }
-
-    bool IsTimeUp() const { return m_Timer.hasExpired(m_Limits.time.count()); }
 
     QDBusPendingReply<QString> Ask(const QString& aPath) const
     {
@@ -91,32 +95,48 @@ private:
         return m_Connection.asyncCall(call, static_cast<int>(left + left / 16 + 1));
     }
 
-    void Note(const QString& aPath, const QDBusPendingReply<QString>& aReply, QStringList& aNext)
+    void Note(const Question& aQuestion)
     {
-        if (IsTimeUp()) {
-            m_Limit = QStringLiteral("%1 ms").arg(m_Limits.time.count());
-        }
-        Introspection introspection;
         // An object may vanish, or fail, while its neighbours are well.
-        if (aReply.isError() || !ReadIntrospection(aReply.value(), introspection)) {
+        const auto node = aQuestion.reply.isError() ? std::nullopt : Read(aQuestion.reply.value());
+        if (!node) {
             return;
         }
         ++m_Answers;
-        if (introspection.interfaces.contains(m_Interface)) {
-            m_Paths << aPath;
+        const QString& path = aQuestion.object.path;
+        if (node->interfaces.contains(m_Interface)) {
+            m_Paths << path;
         }
-        for (const QString& child : introspection.children) {
-            const QString childPath =
-                (aPath == QLatin1String("/") ? QString() : aPath) + QLatin1Char('/') + child;
-            if (m_Seen.contains(childPath)) {
-                continue;
-            }
-            if (m_Seen.size() >= m_Limits.objects) {
-                m_Limit = QStringLiteral("%1 objects").arg(m_Limits.objects);
-                return;
-            }
-            m_Seen.insert(childPath);
-            aNext << childPath;
+        const QString folder = path == QLatin1String("/") ? path : path + QLatin1Char('/');
+        for (const QString& child : node->children) {
+            Add({folder + child, aQuestion.object.depth + 1});
+        }
+    }
+
+    // Objects of one kind say the same of themselves, and to read it takes longer than to ask for it.
+    std::optional<Introspection> Read(const QString& aText)
+    {
+        auto known = m_Known.constFind(aText);
+        if (known == m_Known.constEnd()) {
+            known = m_Known.insert(aText, ReadIntrospection(aText));
+        }
+        return *known;
+    }
+
+    void Add(const Object& aObject)
+    {
+        if (m_Seen.contains(aObject.path)) {
+            return;
+        }
+        if (m_Seen.size() >= m_Limits.objects) {
+            m_Limit = QStringLiteral("%1 objects").arg(m_Limits.objects);
+            return;
+        }
+        m_Seen.insert(aObject.path);
+        if (aObject.depth > m_Limits.depth) {
+            m_TooDeep = true;
+        } else {
+            m_Waiting.enqueue(aObject);
         }
     }
 
@@ -125,9 +145,13 @@ private:
     QDBusConnection m_Connection;
     DiscoveryLimits m_Limits;
     QElapsedTimer m_Timer;
+    QQueue<Object> m_Waiting;
+    QQueue<Question> m_Asked;                             // in the same order, as replies mostly come in it
+    QHash<QString, std::optional<Introspection>> m_Known; // by the text
     QSet<QString> m_Seen;
     QStringList m_Paths;
     QString m_Limit;
+    bool m_TooDeep = false;
     int m_Answers = 0;
 };
 

@@ -18,13 +18,13 @@ bool IsChildName(const QString& aName)
 
 } // namespace
 
-bool ReadIntrospection(const QString& aText, Introspection& aIntrospection)
+std::optional<Introspection> ReadIntrospection(const QString& aText)
 {
-    Introspection read;
     QXmlStreamReader xml(aText);
     if (!xml.readNextStartElement() || xml.name() != QLatin1String("node")) {
-        return false;
+        return std::nullopt;
     }
+    Introspection read;
     while (xml.readNextStartElement()) {
         const QString name = xml.attributes().value(QLatin1String("name")).toString();
         if (xml.name() == QLatin1String("interface")) {
@@ -35,11 +35,7 @@ bool ReadIntrospection(const QString& aText, Introspection& aIntrospection)
         // The children's own content is asked of the children.
         xml.skipCurrentElement();
     }
-    if (xml.hasError()) {
-        return false;
-    }
-    aIntrospection = read;
-    return true;
+    return xml.hasError() ? std::nullopt : std::make_optional(read);
 }
 
 } // namespace MPL::Detail

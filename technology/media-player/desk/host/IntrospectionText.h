@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace MPL::Detail
 {
 
@@ -12,8 +14,8 @@ struct Introspection {
     QStringList children;   // names of the objects directly below it
 };
 
-/// Reads an introspection text. Returns false, with `aIntrospection` unchanged, when the text is no such
-/// text. Children whose name can't be part of an object path are left out.
-bool ReadIntrospection(const QString& aText, Introspection& aIntrospection);
+/// Reads an introspection text; nothing when it is no such text. Children whose name can't be part of an
+/// object path are left out.
+std::optional<Introspection> ReadIntrospection(const QString& aText);
 
 } // namespace MPL::Detail
