@@ -18,6 +18,12 @@ namespace
 
 const QString kNotOpen = QStringLiteral("the state store is not open: open it before use");
 
+const QString kTable =
+    QStringLiteral("CREATE TABLE IF NOT EXISTS state (key TEXT PRIMARY KEY, value TEXT NOT NULL)");
+// A value that is there already needs no change of the file, and so no flush.
+const QString kSave = QStringLiteral("INSERT INTO state VALUES (?, ?) ON CONFLICT (key) DO UPDATE "
+                                     "SET value = excluded.value WHERE value <> excluded.value");
+
 // What SQLite calls SQLITE_BUSY and SQLITE_NOTADB.
 constexpr int kSqliteBusy = 5;
 constexpr int kSqliteNotADatabase = 26;
@@ -43,22 +49,18 @@ public:
 
     bool Open(QString& aError)
     {
-        return DriverPresent(aError) && MakeFolder(aError) && OpenFile(aError) &&
-               Run(QStringLiteral(
-                       "CREATE TABLE IF NOT EXISTS state (key TEXT PRIMARY KEY, value TEXT NOT NULL)"),
-                   {}, aError);
+        return DriverPresent(aError) && (OpenFile(aError) || (MakeFolder(aError) && OpenFile(aError)));
     }
 
-    // Runs one statement; a value it yields first goes to `aValue`.
+    // Runs one statement; a value it yields first goes to `aValue`. The table is made when it is missing.
     bool Run(const QString& aStatement, const QVariantList& aArguments, QString& aError,
              QString* aValue = nullptr)
     {
         QSqlQuery query(m_Database);
-        bool ok = query.prepare(aStatement);
-        for (const QVariant& argument : aArguments) {
-            query.addBindValue(argument);
+        bool ok = Execute(query, aStatement, aArguments);
+        if (!ok && query.lastError().databaseText().contains(QLatin1String("no such table"))) {
+            ok = Execute(query, kTable, {}) && Execute(query, aStatement, aArguments);
         }
-        ok = ok && query.exec();
         if (!ok) {
             aError = Explain(query.lastError());
         } else if (aValue != nullptr) {
@@ -95,15 +97,26 @@ private:
     bool OpenFile(QString& aError)
     {
         static std::atomic<unsigned int> s_Count{0};
-        m_Database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"),
-                                               QStringLiteral("MPL_StateStore_%1").arg(++s_Count));
-        m_Database.setDatabaseName(m_Path);
-        m_Database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=400"));
+        if (!m_Database.isValid()) {
+            m_Database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"),
+                                                   QStringLiteral("MPL_StateStore_%1").arg(++s_Count));
+            m_Database.setDatabaseName(m_Path);
+            m_Database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=400"));
+        }
         if (m_Database.open()) {
             return true;
         }
         aError = Explain(m_Database.lastError());
         return false;
+    }
+
+    static bool Execute(QSqlQuery& aQuery, const QString& aStatement, const QVariantList& aArguments)
+    {
+        const bool prepared = aQuery.prepare(aStatement);
+        for (const QVariant& argument : aArguments) {
+            aQuery.addBindValue(argument);
+        }
+        return prepared && aQuery.exec();
     }
 
     QString Explain(const QSqlError& aSqlError) const
@@ -130,12 +143,13 @@ bool StateStore::Open(const QString& aPath, QString& aError)
 {
     Close();
     Connection connection(aPath);
-    // Setting the version writes to the file, which alone proves that it can be written.
-    if (!connection.Open(aError) || !connection.Run(QStringLiteral("PRAGMA user_version = 1"), {}, aError)) {
-        return false;
+    // A change that is taken back proves that the file can be written, and flushes nothing.
+    bool ok = connection.Open(aError);
+    for (const char* step : {"BEGIN IMMEDIATE", "PRAGMA user_version = 1", "ROLLBACK"}) {
+        ok = ok && connection.Run(QLatin1String(step), {}, aError);
     }
-    m_Path = aPath;
-    return true;
+    m_Path = ok ? aPath : QString();
+    return ok;
 }
 
 bool StateStore::Save(const QString& aKey, const QString& aValue, QString& aError)
@@ -147,8 +161,7 @@ bool StateStore::Save(const QString& aKey, const QString& aValue, QString& aErro
     Connection connection(m_Path);
     // A null text would be stored as no value.
     const QString text = aValue.isNull() ? QLatin1String("") : aValue;
-    return connection.Open(aError) &&
-           connection.Run(QStringLiteral("REPLACE INTO state VALUES (?, ?)"), {aKey, text}, aError);
+    return connection.Open(aError) && connection.Run(kSave, {aKey, text}, aError);
 }
 
 bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError) const

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -68,6 +69,21 @@ TEST_F(PersistedState, IsMadeAnewWhenItsFolderWasRemoved)
     EXPECT_TRUE(m_Wrapper.SaveActiveSourcePlaybackState(QStringLiteral("new")));
     EXPECT_EQ(Stored(), QString());
     EXPECT_EQ(Stored(kStateKeyActiveSourcePlaybackState), QStringLiteral("new"));
+}
+
+TEST_F(PersistedState, IsWrittenOnlyWhenItChanges)
+{
+    EXPECT_EQ(StartUpDataManager(m_Path), 0);
+    EXPECT_TRUE(m_Wrapper.SaveActiveSource(QStringLiteral("same")));
+    QFile file(m_Path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    // It counts its changes, so any would show.
+    const QByteArray content = file.readAll();
+    EXPECT_EQ(StartUpDataManager(m_Path), 0);
+    EXPECT_TRUE(m_Wrapper.SaveActiveSource(QStringLiteral("same")));
+    EXPECT_TRUE(file.seek(0));
+    EXPECT_EQ(file.readAll(), content);
+    EXPECT_EQ(QDir(QFileInfo(m_Path).path()).entryList(QDir::Files).size(), 1) << "a journal is left";
 }
 
 TEST_F(PersistedState, CantBeSavedBeforeTheStart)
