@@ -16,8 +16,6 @@ namespace
 
 using namespace benchmarks;
 
-const QString kInterface = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource");
-
 // All benchmarks of one size share a service; they come in any order.
 void Offer(int aObjects)
 {
@@ -25,7 +23,7 @@ void Offer(int aObjects)
     static int s_Objects = -1;
     if (s_Objects != aObjects) {
         s_Service.reset();
-        s_Service = std::make_unique<ServiceProcess>(aObjects, 0);
+        s_Service = std::make_unique<ServiceProcess>(aObjects);
         s_Objects = aObjects;
     }
 }
@@ -45,7 +43,8 @@ void Ours(benchmark::State& aState)
     limits.time = std::chrono::minutes(1);
     QStringList paths;
     while (aState.KeepRunning()) {
-        MPL::Detail::FindObjects(kServiceName, kInterface, QDBusConnection::sessionBus(), limits, paths);
+        MPL::Detail::FindObjects(kServiceName, kSourceInterface, QDBusConnection::sessionBus(), limits,
+                                 paths);
     }
     if (paths.size() != SourcesAmong(objects)) {
         aState.SkipWithError("not all objects were found");
@@ -59,7 +58,7 @@ void Look(const QString& aPath, QStringList& aFound)
         QStringLiteral("Introspect"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call);
     const auto node = MPL::Detail::ReadIntrospection(reply.arguments().value(0).toString());
-    if (node && node->interfaces.contains(kInterface)) {
+    if (node && node->interfaces.contains(kSourceInterface)) {
         aFound << aPath;
     }
     for (const QString& child : node ? node->children : QStringList()) {

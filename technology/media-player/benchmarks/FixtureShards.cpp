@@ -15,6 +15,6 @@ TEST_P(FixtureShards, FindTheirSources)
     EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, FixtureShards, testing::Range(0, 32));
+INSTANTIATE_TEST_SUITE_P(Each, FixtureShards, testing::Range(0, 64));
 
 } // namespace

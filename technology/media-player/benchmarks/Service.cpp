@@ -1,8 +1,7 @@
 // The service that benchmarks talk to: as quick as one can be, so that what is measured is the caller.
-//   benchmark_service NAME OBJECTS ELEMENTS
-// owns NAME on the session bus, says "ready" and answers until its input ends: Introspect, for a tree of
-// OBJECTS that are media sources; GetSourceName with a word; GetAvailableMediaSources with a list of
-// ELEMENTS.
+//   benchmark_service NAME OBJECTS
+// owns NAME on the session bus, says "ready" and answers Introspect, for a tree of OBJECTS that are media
+// sources, and GetSourceName. It ends when its input is a pipe that is closed.
 #include <systemd/sd-bus.h>
 
 #include <poll.h>
@@ -68,45 +67,23 @@ Tree MakeTree(int aObjects)
     return tree;
 }
 
-struct Answers {
-    Tree tree;
-    int elements = 0;
-};
-
-int ReplyWithSources(sd_bus_message* aCall, int aElements)
+int Answer(sd_bus_message* aCall, void* aTree, sd_bus_error* /*error*/)
 {
-    sd_bus_message* reply = nullptr;
-    sd_bus_message_new_method_return(aCall, &reply);
-    sd_bus_message_open_container(reply, 'a', "(ss)");
-    for (int i = 0; i < aElements; ++i) {
-        sd_bus_message_append(reply, "(ss)", "com.talvex.DBus.MediaPlayer.MediaSource.MassStorage",
-                              ("/com/talvex/source" + std::to_string(i)).c_str());
-    }
-    sd_bus_message_close_container(reply);
-    const int sent = sd_bus_send(nullptr, reply, nullptr);
-    sd_bus_message_unref(reply);
-    return sent;
-}
-
-int Answer(sd_bus_message* aCall, void* aAnswers, sd_bus_error* /*error*/)
-{
-    const auto& answers = *static_cast<const Answers*>(aAnswers);
+    const auto& tree = *static_cast<const Tree*>(aTree);
     const std::string_view member = sd_bus_message_get_member(aCall);
-    if (member == "Introspect") {
-        const auto node = answers.tree.find(sd_bus_message_get_path(aCall));
-        return node == answers.tree.end() ? 0 : sd_bus_reply_method_return(aCall, "s", node->second.c_str());
-    }
     if (member == "GetSourceName") {
         return sd_bus_reply_method_return(aCall, "s", "a media source");
     }
-    return member == "GetAvailableMediaSources" ? ReplyWithSources(aCall, answers.elements) : 0;
+    const auto node = tree.find(sd_bus_message_get_path(aCall));
+    const bool asked = member == "Introspect" && node != tree.end();
+    return asked ? sd_bus_reply_method_return(aCall, "s", node->second.c_str()) : 0;
 }
 
-// Answers until the input ends.
+// Answers until the other end of the input is closed.
 void Serve(sd_bus* aBus)
 {
-    pollfd waited[] = {{sd_bus_get_fd(aBus), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
-    while (waited[1].revents == 0) {
+    pollfd waited[] = {{sd_bus_get_fd(aBus), POLLIN, 0}, {STDIN_FILENO, 0, 0}};
+    while ((waited[1].revents & POLLHUP) == 0) {
         while (sd_bus_process(aBus, nullptr) > 0) {
         }
         poll(waited, 2, -1);
@@ -117,13 +94,13 @@ void Serve(sd_bus* aBus)
 
 int main(int argc, char** argv)
 {
-    if (argc != 4) {
-        std::fprintf(stderr, "usage: %s NAME OBJECTS ELEMENTS\n", argv[0]);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: %s NAME OBJECTS\n", argv[0]);
         return 2;
     }
-    Answers answers{MakeTree(std::atoi(argv[2])), std::atoi(argv[3])};
+    Tree tree = MakeTree(std::atoi(argv[2]));
     sd_bus* bus = nullptr;
-    if (sd_bus_open_user(&bus) < 0 || sd_bus_add_fallback(bus, nullptr, "/", &Answer, &answers) < 0 ||
+    if (sd_bus_open_user(&bus) < 0 || sd_bus_add_fallback(bus, nullptr, "/", &Answer, &tree) < 0 ||
         sd_bus_request_name(bus, argv[1], 0) < 0) {
         std::fprintf(stderr, "%s: no session bus; run below dbus-run-session\n", argv[0]);
         return 1;

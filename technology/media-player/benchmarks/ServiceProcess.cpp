@@ -5,11 +5,15 @@
 namespace benchmarks
 {
 
-ServiceProcess::ServiceProcess(int aObjects, int aElements)
+QString ServiceProgram()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/benchmark_service");
+}
+
+ServiceProcess::ServiceProcess(int aObjects)
 {
     m_Process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_Process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/benchmark_service"),
-                    {kServiceName, QString::number(aObjects), QString::number(aElements)});
+    m_Process.start(ServiceProgram(), {kServiceName, QString::number(aObjects)});
     if (!m_Process.waitForReadyRead()) {
         qFatal("benchmark_service is not ready: %s", qPrintable(m_Process.errorString()));
     }
