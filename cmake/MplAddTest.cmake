@@ -1,11 +1,14 @@
 # Registers googletest programs with CTest, each shard in a sandbox of its own, so that `ctest -j` runs them side by side.
 #
-#   mpl_add_test(<target> [SHARDS n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
+#   mpl_add_test(<target> [SHARDS n] [SPEED n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
 #                [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
 #
 #   SHARDS           run the program this many times, each time with its share of the cases (default 1)
+#   SPEED            let time pass so many times as fast for the program and its services, from 1 to 100; the default
+#                    is the variable MPL_TEST_SPEED, and without it what the environment says when the test runs
+#                    (MPL_SANDBOX_SPEED, else 1)
 #   NO_SANDBOX       run the program as it is: for tests that start no service
-#   TIMEOUT          seconds that one shard may take (default 300)
+#   TIMEOUT          seconds that one shard may take (default 300), always real ones
 #   LABELS           CTest labels
 #   SANDBOX_OPTIONS  options for mpl-sandbox, for example --stack <dir>
 #   ENVIRONMENT      environment variables of the program
@@ -16,10 +19,11 @@
 # and an error, in the case that was running or outside any.
 #
 # When cross-compiling, the programs run under CMAKE_CROSSCOMPILING_EMULATOR; those that need a sandbox only if
-# MPL_NATIVE_BUILD names a build of this project for the machine itself.
+# MPL_NATIVE_BUILD names a build of this project for the machine itself. The speed is 1 then, as the emulator would live
+# by another clock than the program in it; and for programs built with a sanitizer whose runtime must be loaded first.
 
 function(mpl_add_test target)
-    cmake_parse_arguments(arg "NO_SANDBOX" "SHARDS;TIMEOUT" "LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
+    cmake_parse_arguments(arg "NO_SANDBOX" "SHARDS;SPEED;TIMEOUT" "LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "mpl_add_test(${target}): unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
     endif()
@@ -42,7 +46,10 @@ function(mpl_add_test target)
             message(FATAL_ERROR "mpl_add_test(${target}): there is no mpl-sandbox; install the host package, build "
                 "with MPL_BUILD_DESK, or give NO_SANDBOX")
         endif()
-        set(command ${prefix} ${arg_SANDBOX_OPTIONS} -- ${command})
+        mpl_choose_speed(${target} "${arg_SPEED}" speed)
+        set(command ${prefix} ${speed} ${arg_SANDBOX_OPTIONS} -- ${command})
+    elseif(DEFINED arg_SPEED)
+        message(FATAL_ERROR "mpl_add_test(${target}): SPEED needs the sandbox, so it can't go with NO_SANDBOX")
     endif()
     mpl_find_desk_program(junit recorder)
 
@@ -66,6 +73,26 @@ function(mpl_add_test target)
         set_tests_properties(${name} PROPERTIES
             TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" ENVIRONMENT "${environment}")
     endforeach()
+endfunction()
+
+# Sets `result` to the options that give the target's sandbox its speed; none leaves it to the environment.
+function(mpl_choose_speed target speed result)
+    if(speed STREQUAL "")
+        set(speed "${MPL_TEST_SPEED}")
+    endif()
+    if(NOT speed STREQUAL "" AND (NOT speed MATCHES "^[0-9]+([.][0-9]+)?$" OR speed LESS 1 OR speed GREATER 100))
+        message(FATAL_ERROR "mpl_add_test(${target}): the speed must be a number from 1 to 100, not ${speed}")
+    endif()
+    string(TOUPPER "${CMAKE_BUILD_TYPE}" type)
+    get_target_property(options ${target} COMPILE_OPTIONS)
+    if(CMAKE_CROSSCOMPILING
+            OR "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${type}} ${options}" MATCHES "-fsanitize=[a-z,]*(address|leak|thread)")
+        set(speed 1)
+    endif()
+    if(NOT speed STREQUAL "")
+        set(speed --speed=${speed})
+    endif()
+    set(${result} ${speed} PARENT_SCOPE)
 endfunction()
 
 # Sets `result` to the command that runs mpl-<name> on this machine; empty when there is none.

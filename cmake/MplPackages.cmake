@@ -23,7 +23,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Test support for the media-player s
 set(CPACK_DEBIAN_HOST_PACKAGE_NAME mpl-test-support-host)
 set(CPACK_DEBIAN_HOST_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS
-    "libmpl-test-support-dev (= ${PROJECT_VERSION}), libsystemd-dev, libqt5sql5-sqlite, dbus-daemon, bubblewrap")
+    "libmpl-test-support-dev (= ${PROJECT_VERSION}), libsystemd-dev, libqt5sql5-sqlite, dbus-daemon, bubblewrap, libfaketime")
 set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "systemd, mpl-test-support-simulated-stack")
 set(CPACK_COMPONENT_HOST_DESCRIPTION "Host platform and sandbox for tests of the media-player service stack
  The platform interfaces on an ordinary Linux machine, and the sandbox in which

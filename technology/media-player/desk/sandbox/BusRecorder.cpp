@@ -10,9 +10,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdint>
-#include <cstring>
-#include <ctime>
 #include <filesystem>
 
 namespace sandbox
@@ -23,49 +20,7 @@ namespace
 
 constexpr int kSettleLimitMs = 2000;
 constexpr int kLongestPauseMs = 64;
-constexpr const char* kEndInterface = "com.talvex.MplSandbox.Recorder";
 constexpr const char* kEndSignal = "EndOfRecording";
-
-struct PcapHeader {
-    uint32_t magic = 0xa1b2c3d4;
-    uint16_t major = 2;
-    uint16_t minor = 4;
-    uint32_t zone = 0;
-    uint32_t accuracy = 0;
-    uint32_t longest = DBUS_MAXIMUM_MESSAGE_LENGTH;
-    uint32_t linkType = 231; // D-Bus
-};
-
-struct PcapRecord {
-    uint32_t seconds;
-    uint32_t microseconds;
-    uint32_t length;
-    uint32_t originalLength;
-};
-
-template <typename Struct>
-std::string BytesOf(const Struct& aStruct)
-{
-    std::string bytes(sizeof aStruct, '\0');
-    std::memcpy(bytes.data(), &aStruct, sizeof aStruct);
-    return bytes;
-}
-
-void WriteMessage(int aFile, DBusMessage* aMessage)
-{
-    char* bytes = nullptr;
-    int length = 0;
-    if (dbus_message_marshal(aMessage, &bytes, &length) == FALSE) {
-        return;
-    }
-    timespec now = {};
-    clock_gettime(CLOCK_REALTIME, &now);
-    const auto size = static_cast<uint32_t>(length);
-    const PcapRecord record = {static_cast<uint32_t>(now.tv_sec), static_cast<uint32_t>(now.tv_nsec / 1000),
-                               size, size};
-    WriteAll(aFile, BytesOf(record) + std::string(bytes, size));
-    dbus_free(bytes);
-}
 
 // Blocks until the socket's folder changes. False when the recording is to end.
 bool WaitForChange(int aWatch, int aStop, int aLimitMs)
@@ -97,14 +52,14 @@ bool BecomeMonitor(BusClient& aBus)
 }
 
 // Writes what has come in. False when the end of the recording was among it.
-bool WriteQueue(BusClient& aBus, int aFile)
+bool WriteQueue(BusClient& aBus, const PcapFile& aFile)
 {
     bool isEnd = false;
     while (DBusMessage* message = isEnd ? nullptr : dbus_connection_pop_message(aBus.Get())) {
-        isEnd = dbus_message_is_signal(message, kEndInterface, kEndSignal) != FALSE;
+        isEnd = dbus_message_is_signal(message, kRecorderInterface, kEndSignal) != FALSE;
         // libdbus makes this one itself when the bus hangs up; it was never sent.
         if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
-            WriteMessage(aFile, message);
+            aFile.Write(message);
         }
         dbus_message_unref(message);
     }
@@ -112,7 +67,7 @@ bool WriteQueue(BusClient& aBus, int aFile)
 }
 
 // Writes what passes on the bus until it ends (true) or the recording does (false).
-bool Record(BusClient& aBus, int aFile)
+bool Record(BusClient& aBus, const PcapFile& aFile)
 {
     // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
     do {
@@ -126,7 +81,7 @@ bool Record(BusClient& aBus, int aFile)
 // Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
 void SendEnd(const BusClient& aBus)
 {
-    DBusMessage* end = dbus_message_new_signal("/", kEndInterface, kEndSignal);
+    DBusMessage* end = dbus_message_new_signal("/", kRecorderInterface, kEndSignal);
     dbus_connection_send(aBus.Get(), end, nullptr);
     dbus_connection_flush(aBus.Get());
     dbus_message_unref(end);
@@ -140,10 +95,10 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
     return watch;
 }
 
-[[noreturn]] void RunRecorder(const std::string& aSocket, int aFile, int aStop, UniqueFd aReady)
+[[noreturn]] void RunRecorder(const std::string& aSocket, const PcapFile& aFile, int aStop, UniqueFd aReady)
 {
     std::signal(SIGQUIT, SIG_IGN);
-    WriteAll(aFile, BytesOf(PcapHeader()));
+    aFile.Begin();
     const UniqueFd watch = WatchFolderOf(aSocket);
     int pauseMs = 1;
     for (;;) {
@@ -165,7 +120,7 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
 
 } // namespace
 
-BusRecorder::BusRecorder(std::string aSocket, int aFile) : m_Socket(std::move(aSocket))
+BusRecorder::BusRecorder(std::string aSocket, const PcapFile& aFile) : m_Socket(std::move(aSocket))
 {
     Pipe stop = MakePipe();
     Pipe ready = MakePipe();

@@ -1,6 +1,7 @@
 /// Keeps the traffic of a bus as pcap.
 #pragma once
 
+#include "PcapFile.h"
 #include "Posix.h"
 
 #include <sys/types.h>
@@ -10,6 +11,9 @@
 namespace sandbox
 {
 
+/// Of the recorders' own messages.
+constexpr const char* kRecorderInterface = "com.talvex.MplSandbox.Recorder";
+
 /// A child process that waits for a bus to listen at a socket, becomes a monitor of it at once, and writes
 /// each message with its time to a file. When the bus ends it waits for the next one at the same socket.
 class BusRecorder
@@ -17,7 +21,7 @@ class BusRecorder
 public:
     /// Starts recording to `aFile`, which stays the caller's to close. The folder of the socket must exist.
     /// Where a bus listens already, blocks until the monitor is in place, at most two seconds.
-    BusRecorder(std::string aSocket, int aFile);
+    BusRecorder(std::string aSocket, const PcapFile& aFile);
     BusRecorder(const BusRecorder&) = delete;
     BusRecorder& operator=(const BusRecorder&) = delete;
 

@@ -4,6 +4,9 @@
 #include "BusRecorder.h"
 #include "LifecycleManager.h"
 #include "Posix.h"
+#include "Preloading.h"
+#include "RunningClock.h"
+#include "Speed.h"
 #include "World.h"
 
 #include <fcntl.h>
@@ -57,19 +60,40 @@ bool CopyStackEtc()
     return true;
 }
 
-void SetEnvironment()
+void SetEnvironment(const InsideSettings& aSettings)
 {
     setenv("MPL_SANDBOX", "1", 1);
+    setenv(kSpeedVariable, aSettings.speed.c_str(), 1);
     setenv("XDG_RUNTIME_DIR", RuntimeFolder().c_str(), 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", BusAddress().c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", BusAddress().c_str(), 1);
     setenv("TMPDIR", kPrivateTempFolder.c_str(), 1);
 }
 
-bool StartBus(const InsideSettings& aSettings)
+// Starts the clock that the program is to live by. The status to end with when there can't be one, otherwise
+// 0.
+int StartClockFor(const InsideSettings& aSettings, RunningClock& aClock)
+{
+    if (aSettings.faketime.empty()) {
+        return 0;
+    }
+    const std::string& program = aSettings.command.front();
+    if (const std::string obstacle = ObstacleToPreloading(program); !obstacle.empty()) {
+        Say("the program " + program + " " + obstacle + WhyNotAtSpeed(aSettings.speed));
+        return kExitCannotRun;
+    }
+    std::string reason;
+    if (!StartClock(aSettings.speed, aSettings.faketime, aClock, reason)) {
+        Say(reason);
+        return kExitNoSandbox;
+    }
+    return 0;
+}
+
+bool StartBus(const InsideSettings& aSettings, const RunningClock& aClock)
 {
     std::string reason = aSettings.noManagerReason;
-    const bool hasManager = aSettings.wantsManager && StartLifecycleManager(reason);
+    const bool hasManager = aSettings.wantsManager && StartLifecycleManager(aClock.preload, reason);
     setenv("MPL_SANDBOX_LIFECYCLE_MANAGER", hasManager ? "systemd" : "none", 1);
     if (hasManager) {
         return true;
@@ -100,9 +124,12 @@ int ExplainFailure(const std::string& aName, int aError)
     return kExitNotFound;
 }
 
-int RunProgram(const InsideSettings& aSettings)
+int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
 {
     const Spawned program = Spawn(aSettings.command, [&] {
+        if (!aClock.preload.empty()) {
+            setenv("LD_PRELOAD", aClock.preload.c_str(), 1);
+        }
         if (!aSettings.ignoresInterrupt) {
             std::signal(SIGINT, SIG_DFL);
         }
@@ -121,17 +148,21 @@ int RunInside(const InsideSettings& aSettings)
         return kExitBadUsage;
     }
     TakeOver(aSettings);
-    SetEnvironment();
-    if (!CopyStackEtc() || !StartBus(aSettings)) {
+    SetEnvironment(aSettings);
+    RunningClock clock;
+    if (const int problem = StartClockFor(aSettings, clock); problem != 0) {
+        return problem;
+    }
+    if (!CopyStackEtc() || !StartBus(aSettings, clock)) {
         return kExitNoSandbox;
     }
     std::optional<BusRecorder> system;
     std::optional<BusRecorder> test;
     if (aSettings.recordFd >= 0) {
-        system.emplace(BusSocket(), aSettings.recordSystemFd);
-        test.emplace(kTestBusSocket, aSettings.recordFd);
+        system.emplace(BusSocket(), PcapFile(aSettings.recordSystemFd, clock.clock));
+        test.emplace(kTestBusSocket, PcapFile(aSettings.recordFd, clock.clock));
     }
-    return RunProgram(aSettings);
+    return RunProgram(aSettings, clock);
 }
 
 } // namespace sandbox

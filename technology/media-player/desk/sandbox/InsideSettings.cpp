@@ -22,6 +22,8 @@ const std::pair<const char*, Field> kFields[] = {
     {"wantsManager", &InsideSettings::wantsManager},
     {"ignoresInterrupt", &InsideSettings::ignoresInterrupt},
     {"noManagerReason", &InsideSettings::noManagerReason},
+    {"speed", &InsideSettings::speed},
+    {"faketime", &InsideSettings::faketime},
 };
 
 std::string ToText(int aValue)

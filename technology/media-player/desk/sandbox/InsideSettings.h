@@ -16,6 +16,8 @@ struct InsideSettings {
     bool wantsManager = false;     ///< start the lifecycle manager
     bool ignoresInterrupt = false; ///< SIGINT was ignored when mpl-sandbox was started
     std::string noManagerReason;   ///< why there can't be a manager; printed when not empty
+    std::string speed;             ///< of the clock
+    std::string faketime;          ///< the library that makes it another; empty at speed 1
     std::vector<std::string> command;
 };
 

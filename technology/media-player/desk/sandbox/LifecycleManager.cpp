@@ -6,9 +6,11 @@
 
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -24,26 +26,34 @@ namespace
 constexpr int kStartLimitMs = 20000;
 constexpr int kNameLimitMs = 10000;
 const std::string kTarget = "mpl-sandbox.target";
+const std::string kBare = "[Unit]\nDefaultDependencies=no\n";
 
-bool WriteUnits()
+// The manager connects to its bus, and takes its name there, once a unit of this name runs. Bus and manager
+// keep the machine's clock: they only talk to each other, and a limit that shrinks could only break that.
+std::string BusUnit()
+{
+    return kBare + "Requires=dbus.socket\n[Service]\nUnsetEnvironment=LD_PRELOAD\nStandardError=append:" +
+           kBusMessages + "\nExecStart=dbus-daemon --config-file=" + WriteBusConfiguration() +
+           " --address=systemd: --nofork --nopidfile --systemd-activation\n";
+}
+
+bool WriteUnits(const std::string& aPreload)
 {
     // The stack's units depend on basic.target and shutdown.target as any unit does.
-    const std::string bare = "[Unit]\nDefaultDependencies=no\n";
-    const std::map<std::string, std::string> units = {
-        {"basic.target", bare},
-        {"shutdown.target", bare},
+    std::map<std::string, std::string> units = {
+        {"basic.target", kBare},
+        {"shutdown.target", kBare},
         {kTarget, "[Unit]\nRequires=dbus.service\nAfter=dbus.service\n"},
-        {"dbus.socket", bare + "[Socket]\nListenStream=" + BusSocket() + "\n"},
-        // The manager connects to its bus, and takes its name there, once a unit of this name runs.
-        {"dbus.service", bare + "Requires=dbus.socket\n[Service]\nStandardError=append:" + kBusMessages +
-                             "\nExecStart=dbus-daemon --config-file=" + WriteBusConfiguration() +
-                             " --address=systemd: --nofork --nopidfile --systemd-activation\n"}};
-    for (const auto& [name, text] : units) {
-        if (!WriteTextFile(std::string(kPrivateUnitFolder).append("/").append(name), text)) {
-            return false;
-        }
+        {"dbus.socket", kBare + "[Socket]\nListenStream=" + BusSocket() + "\n"},
+        {"dbus.service", BusUnit()}};
+    if (!aPreload.empty()) {
+        // Added to every service.
+        units["service.d/clock.conf"] = "[Service]\nEnvironment=LD_PRELOAD=" + aPreload + "\n";
+        mkdir((kPrivateUnitFolder + "/service.d").c_str(), 0755);
     }
-    return true;
+    return std::all_of(units.begin(), units.end(), [](const auto& aUnit) {
+        return WriteTextFile(kPrivateUnitFolder + "/" + aUnit.first, aUnit.second);
+    });
 }
 
 // The socket on which the manager says that its target is reached.
@@ -119,11 +129,11 @@ Spawned SpawnManager(const std::string& aNotifySocket)
 }
 
 // Starts the manager and waits until it is on its bus. Its process is in `aManager` when there is one.
-bool BringUp(Spawned& aManager, std::string& aReason)
+bool BringUp(const std::string& aPreload, Spawned& aManager, std::string& aReason)
 {
     const std::string notifySocket = kPrivateFolder + "/notify";
     const UniqueFd listener = ListenForReadiness(notifySocket);
-    if (!listener.IsValid() || !WriteUnits()) {
+    if (!listener.IsValid() || !WriteUnits(aPreload)) {
         aReason = WithErrno("its units can't be written to " + kPrivateUnitFolder, errno);
         return false;
     }
@@ -144,10 +154,10 @@ bool BringUp(Spawned& aManager, std::string& aReason)
 
 } // namespace
 
-bool StartLifecycleManager(std::string& aReason)
+bool StartLifecycleManager(const std::string& aPreload, std::string& aReason)
 {
     Spawned manager = {-1, 0};
-    const bool isUp = BringUp(manager, aReason);
+    const bool isUp = BringUp(aPreload, manager, aReason);
     if (!isUp && manager.pid > 0) {
         kill(manager.pid, SIGKILL);
         WaitForEnd(manager.pid);

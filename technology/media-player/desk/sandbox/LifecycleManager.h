@@ -10,6 +10,8 @@ namespace sandbox
 /// as one of its services. Blocks until org.freedesktop.systemd1 has an owner on that bus, at most 30
 /// seconds. False, with the reason, when it does not come up; then nothing listens at BusAddress() that
 /// matters.
-bool StartLifecycleManager(std::string& aReason);
+/// What it starts for the stack gets `aPreload` as LD_PRELOAD, unless that is empty; the manager itself and
+/// the bus do not.
+bool StartLifecycleManager(const std::string& aPreload, std::string& aReason);
 
 } // namespace sandbox

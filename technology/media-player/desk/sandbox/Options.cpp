@@ -1,9 +1,12 @@
 #include "Options.h"
 
+#include "Speed.h"
 #include "Stack.h"
+#include "clock/Clock.h"
 
 #include <getopt.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -14,10 +17,11 @@ namespace sandbox
 namespace
 {
 
-enum OptionId : int { kStack = 1, kRecordBus, kNoLifecycleManager, kHelp, kVersion };
+enum OptionId : int { kStack = 1, kRecordBus, kSpeed, kNoLifecycleManager, kHelp, kVersion };
 
 constexpr option kOptions[] = {{"stack", required_argument, nullptr, kStack},
                                {"record-bus", required_argument, nullptr, kRecordBus},
+                               {"speed", required_argument, nullptr, kSpeed},
                                {"no-lifecycle-manager", no_argument, nullptr, kNoLifecycleManager},
                                {"help", no_argument, nullptr, kHelp},
                                {"version", no_argument, nullptr, kVersion},
@@ -46,6 +50,26 @@ void TakeRecordFile(Options& aOptions, const std::string& aFile)
     }
 }
 
+void TakeSpeed(Options& aOptions, const std::string& aName, const std::string& aSpeed)
+{
+    aOptions.speed = aSpeed;
+    if (ParseSpeed(aSpeed) == 0) {
+        Refuse(aOptions, aName + " needs a number from 1 to 100, such as 10 or 2.5, not '" + aSpeed + "'");
+    }
+}
+
+// What the command line does not say.
+void TakeEnvironment(Options& aOptions)
+{
+    if (aOptions.stackFolder.empty()) {
+        aOptions.stackFolder = FindStackFolder();
+    }
+    const char* speed = std::getenv(kSpeedVariable);
+    if (aOptions.speed.empty()) {
+        TakeSpeed(aOptions, kSpeedVariable, speed != nullptr && *speed != '\0' ? speed : "1");
+    }
+}
+
 // `aText` is the argument as it was given.
 void Take(Options& aOptions, int aId, const std::string& aValue, const std::string& aText)
 {
@@ -54,6 +78,8 @@ void Take(Options& aOptions, int aId, const std::string& aValue, const std::stri
         return TakeStack(aOptions, aValue);
     case kRecordBus:
         return TakeRecordFile(aOptions, aValue);
+    case kSpeed:
+        return TakeSpeed(aOptions, "--speed", aValue);
     case kNoLifecycleManager:
         aOptions.wantsLifecycleManager = false;
         return;
@@ -81,12 +107,12 @@ Options ParseOptions(int aCount, char** aArguments)
         }
         Take(options, id == ':' ? optopt : id, optarg != nullptr ? optarg : "", text);
     }
+    if (options.action == Options::Action::Run) {
+        TakeEnvironment(options);
+    }
     options.command.assign(aArguments + optind, aArguments + aCount);
     if (options.action == Options::Action::Run && options.command.empty()) {
         Refuse(options, "no program to run: mpl-sandbox [options] -- program arguments…");
-    }
-    if (options.stackFolder.empty()) {
-        options.stackFolder = FindStackFolder();
     }
     return options;
 }
@@ -103,17 +129,20 @@ Options:
                           environment variable MPL_STACK, else the simulated stack that came with this program
   --record-bus FILE       keep the traffic of the private test bus in FILE, and that of the sandbox's own bus
                           beside it in <name>.system<extension>, as pcap for Wireshark or Bustle
+  --speed N               let time pass N times as fast, from 1 (the default) to 100, for the program and all
+                          that it or the lifecycle manager starts; the default is the environment variable
+                          MPL_SANDBOX_SPEED. Not for the sandbox itself: its limits and systemd's are real
   --no-lifecycle-manager  start a plain bus only; this is faster
   --help, --version
 
-Inside, the environment says MPL_SANDBOX=1 and MPL_SANDBOX_LIFECYCLE_MANAGER=systemd or none;
+Inside, the environment says MPL_SANDBOX=1, MPL_SANDBOX_LIFECYCLE_MANAGER=systemd or none, and MPL_SANDBOX_SPEED;
 DBUS_SYSTEM_BUS_ADDRESS and DBUS_SESSION_BUS_ADDRESS both name the sandbox's bus, and TMPDIR a folder that goes
 with the sandbox.
 
 The exit status is the program's, or 128 + N when signal N ended it, or
     2   the command line is wrong
   125   the sandbox can't be set up (a message says why and what to do)
-  126   the program can't be run
+  126   the program can't be run, or not at that speed
   127   the program was not found
 )";
 

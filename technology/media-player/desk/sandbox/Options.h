@@ -14,6 +14,7 @@ struct Options {
     std::string problem;     ///< what is wrong and what to do, when the action is Refuse
     std::string stackFolder; ///< absolute, as given or as found; empty when none was found
     std::string recordFile;  ///< where the traffic of the private test bus goes; empty: nowhere
+    std::string speed;       ///< of the clock inside, as a number from 1 to 100
     bool wantsLifecycleManager = true;
     std::vector<std::string> command;
 };

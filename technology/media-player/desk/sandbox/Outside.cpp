@@ -3,6 +3,7 @@
 #include "Bubblewrap.h"
 #include "Posix.h"
 #include "PrivateCgroup.h"
+#include "Speed.h"
 #include "Stack.h"
 #include "World.h"
 
@@ -48,20 +49,50 @@ bool OpenRecords(const std::string& aFile, Records& aRecords)
            (OpenRecord(aFile, aRecords.testBus) && OpenRecord(SystemRecordFile(aFile), aRecords.sandboxBus));
 }
 
+// Empty when the stack can be run, and at that speed.
+std::string ProblemWith(const Options& aOptions)
+{
+    const std::string problem = ProblemWithStack(aOptions.stackFolder);
+    const std::string obstacle = problem.empty() && ParseSpeed(aOptions.speed) > 1
+                                     ? ObstacleInStack(aOptions.stackFolder)
+                                     : std::string();
+    return obstacle.empty() ? problem : obstacle + WhyNotAtSpeed(aOptions.speed);
+}
+
+// False, with a message, when the clock can't have the speed that is asked for.
+bool FindClock(const Options& aOptions, Places& aPlaces, InsideSettings& aSettings)
+{
+    aSettings.speed = aOptions.speed;
+    if (ParseSpeed(aOptions.speed) == 1) {
+        return true;
+    }
+    aSettings.faketime = FindFaketime();
+    aPlaces.clockLibrary = FindClockLibrary();
+    if (aSettings.faketime.empty()) {
+        Say("libfaketime is missing, without which the only speed is 1: install the package libfaketime");
+    } else if (aPlaces.clockLibrary.empty()) {
+        Say("libmpl-clock.so is missing, without which the only speed is 1: build it, or install the package "
+            "mpl-test-support-host");
+    }
+    return !aSettings.faketime.empty() && !aPlaces.clockLibrary.empty();
+}
+
 } // namespace
 
 int RunOutside(const Options& aOptions)
 {
-    const std::string problem = ProblemWithStack(aOptions.stackFolder);
+    const std::string problem = ProblemWith(aOptions);
     if (!problem.empty()) {
         Say(problem);
         return kExitNoSandbox;
     }
+    Places places;
+    places.stackFolder = aOptions.stackFolder;
+    InsideSettings settings;
     Records records;
-    if (!OpenRecords(aOptions.recordFile, records)) {
+    if (!FindClock(aOptions, places, settings) || !OpenRecords(aOptions.recordFile, records)) {
         return kExitNoSandbox;
     }
-    InsideSettings settings;
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
     settings.command = aOptions.command;
@@ -71,7 +102,8 @@ int RunOutside(const Options& aOptions)
 
     PrivateCgroup cgroup;
     settings.wantsManager = aOptions.wantsLifecycleManager && cgroup.Enter(settings.noManagerReason);
-    const int status = RunBubblewrap(BubblewrapArguments(aOptions.stackFolder, cgroup.Folder()), settings);
+    places.cgroupFolder = cgroup.Folder();
+    const int status = RunBubblewrap(BubblewrapArguments(places), settings);
     cgroup.Leave();
     return status;
 }

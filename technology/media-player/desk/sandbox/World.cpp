@@ -100,17 +100,19 @@ std::string BusAddress()
     return "unix:path=" + BusSocket();
 }
 
-std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
-                                             const std::string& aCgroupFolder)
+std::vector<std::string> BubblewrapArguments(const Places& aPlaces)
 {
     Arguments arguments = {"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-ipc"};
     BindMachine(arguments);
-    if (!aCgroupFolder.empty()) {
-        Add(arguments, {"--unshare-cgroup", "--bind", aCgroupFolder, "/sys/fs/cgroup"});
+    if (!aPlaces.cgroupFolder.empty()) {
+        Add(arguments, {"--unshare-cgroup", "--bind", aPlaces.cgroupFolder, "/sys/fs/cgroup"});
     }
     MakeRun(arguments);
+    if (!aPlaces.clockLibrary.empty()) {
+        Add(arguments, {"--ro-bind", aPlaces.clockLibrary, kPrivateClock});
+    }
     Add(arguments, {"--dir", kStackVariableFolder});
-    BindStack(arguments, aStackFolder);
+    BindStack(arguments, aPlaces.stackFolder);
     return arguments;
 }
 

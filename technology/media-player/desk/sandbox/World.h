@@ -9,7 +9,8 @@ namespace sandbox
 
 // Folders of the sandbox's own; all of them live in memory and go with it.
 inline const std::string kPrivateFolder = "/run/mpl-sandbox";
-inline const std::string kPrivateProgram = kPrivateFolder + "/mpl-sandbox"; ///< this program
+inline const std::string kPrivateProgram = kPrivateFolder + "/mpl-sandbox";   ///< this program
+inline const std::string kPrivateClock = kPrivateFolder + "/libmpl-clock.so"; ///< where the clock is another
 inline const std::string kPrivateTempFolder = kPrivateFolder + "/tmp";
 inline const std::string kPrivateUnitFolder = kPrivateFolder + "/units";
 inline const std::string kPrivateStackEtc = kPrivateFolder + "/stack-etc"; ///< the stack's etc, read-only
@@ -25,10 +26,15 @@ std::string RuntimeFolder();
 std::string BusSocket();
 std::string BusAddress();
 
+/// What of the machine's gets another place inside; empty: nothing does.
+struct Places {
+    std::string stackFolder;
+    std::string cgroupFolder; ///< becomes the whole cgroup tree
+    std::string clockLibrary;
+};
+
 /// What bubblewrap is told: a new root in memory with the machine's top-level folders bound to their places,
-/// except for /run, /opt/talvex and /var/talvex. `aCgroupFolder` becomes the whole cgroup tree; empty: leave
-/// the machine's. The caller appends the command.
-std::vector<std::string> BubblewrapArguments(const std::string& aStackFolder,
-                                             const std::string& aCgroupFolder);
+/// except for /run, /opt/talvex and /var/talvex. The caller appends the command.
+std::vector<std::string> BubblewrapArguments(const Places& aPlaces);
 
 } // namespace sandbox

@@ -2,6 +2,7 @@
 #include "Options.h"
 #include "Outside.h"
 #include "Posix.h"
+#include "RunningClock.h"
 
 #include <cstdio>
 
@@ -9,8 +10,12 @@ using namespace sandbox;
 
 int main(int argc, char** argv)
 {
+    LeaveClock(argv);
     if (argc > 1 && argv[1] == kInsideMark) {
         return RunInside(FromArguments({argv + 2, argv + argc}));
+    }
+    if (argc > 1 && argv[1] == kClockMark) {
+        TellClock();
     }
     const Options options = ParseOptions(argc, argv);
     switch (options.action) {

@@ -12,14 +12,7 @@ protected:
     void SetUp() override
     {
         Sandbox::SetUp();
-        const Outcome outcome = RunScript("echo $MPL_SANDBOX_LIFECYCLE_MANAGER", {});
-        if (outcome.out == "systemd\n") {
-            return;
-        }
-        if (qEnvironmentVariable("CI") == "true") {
-            FAIL() << outcome.err;
-        }
-        GTEST_SKIP() << outcome.err;
+        RequireLifecycleManager();
     }
 };
 

@@ -92,6 +92,18 @@ Outcome Sandbox::RunScript(const QString& aScript, const QStringList& aOptions)
     return Run(aOptions + QStringList{"--", "sh", "-c", aScript});
 }
 
+void Sandbox::RequireLifecycleManager()
+{
+    const Outcome outcome = RunScript("echo $MPL_SANDBOX_LIFECYCLE_MANAGER", {});
+    if (outcome.out == "systemd\n") {
+        return;
+    }
+    if (qEnvironmentVariable("CI") == "true") {
+        FAIL() << outcome.err;
+    }
+    GTEST_SKIP() << outcome.err;
+}
+
 std::unique_ptr<QProcess> Sandbox::StartScript(const QString& aScript, const QStringList& aOptions)
 {
     auto process = std::make_unique<QProcess>();

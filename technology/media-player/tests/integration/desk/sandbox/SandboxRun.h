@@ -43,6 +43,9 @@ protected:
     /// Runs a shell script in a sandbox.
     Outcome RunScript(const QString& aScript, const QStringList& aOptions = {"--no-lifecycle-manager"});
 
+    /// Skips the case, or fails it in CI, when no lifecycle manager can run here.
+    void RequireLifecycleManager();
+
     /// Starts a script that prints a line when it is where the test wants it, and waits for that line.
     std::unique_ptr<QProcess> StartScript(const QString& aScript, const QStringList& aOptions = {});
 

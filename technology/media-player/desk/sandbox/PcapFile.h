@@ -1,0 +1,29 @@
+/// Messages of a bus as pcap, which Wireshark and Bustle read.
+#pragma once
+
+#include "clock/Clock.h"
+
+struct DBusMessage;
+
+namespace sandbox
+{
+
+/// Writes to a descriptor that is open for appending. The times are those of the sandbox's clock, as in what
+/// its programs print. Where that is not the machine's, the first message says so: a signal Clock from
+/// com.talvex.MplSandbox.Recorder, which never was on the bus, with the speed and a sentence.
+class PcapFile
+{
+public:
+    PcapFile(int aFd, const Clock& aClock) : m_Fd(aFd), m_Clock(aClock) {}
+
+    void Begin() const;
+    void Write(DBusMessage* aMessage) const;
+
+private:
+    void WriteClock() const;
+
+    int m_Fd;
+    Clock m_Clock;
+};
+
+} // namespace sandbox

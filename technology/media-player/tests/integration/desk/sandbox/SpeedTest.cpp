@@ -1,0 +1,308 @@
+// Another speed of the sandbox's clock: refused where it can't be had, and one for all where it can.
+#include "SandboxRun.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <link.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <functional>
+#include <sstream>
+
+namespace sandbox
+{
+
+namespace
+{
+
+constexpr int kSpeed = 20;
+constexpr long long kSecond = 1000000000;
+
+void WriteProgram(const QString& aPath, const QByteArray& aBytes)
+{
+    QFile program(aPath);
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly | QIODevice::Truncate)) << qPrintable(aPath);
+    program.write(aBytes);
+    program.setPermissions(QFileDevice::Permissions(0x5755));
+}
+
+QByteArray ReadAll(const QString& aPath)
+{
+    QFile file(aPath);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(aPath);
+    return file.readAll();
+}
+
+} // namespace
+
+class Speed : public Sandbox
+{
+protected:
+    void SetUp() override
+    {
+        Sandbox::SetUp();
+        m_Environment.remove("MPL_SANDBOX_SPEED");
+        // The time on the sandbox's clock between two readings of the machine's, by which a program without
+        // the preloaded library lives. In nanoseconds.
+        WriteProgram(StackFile("bin/read_clock"), R"(#!/bin/sh
+            echo $(env -u LD_PRELOAD date +%s%N) $(date +%s%N) $(env -u LD_PRELOAD date +%s%N))");
+    }
+
+    Outcome RunFast(const QString& aScript, const QStringList& aOptions = {"--no-lifecycle-manager"})
+    {
+        return RunScript(aScript, aOptions + QStringList{"--speed", QString::number(kSpeed)});
+    }
+
+    /// A copy of a program of this machine, with some of its bytes changed.
+    QString MakeProgram(const std::function<void(QByteArray&)>& aChange) const
+    {
+        QByteArray bytes = ReadAll("/bin/sleep");
+        aChange(bytes);
+        WriteProgram(m_OpenFolder.filePath("program"), bytes);
+        return m_OpenFolder.filePath("program");
+    }
+
+    void ExpectRefusal(const QStringList& aArguments, int aStatus, const char* aMessage)
+    {
+        const Outcome outcome = Run(aArguments);
+        EXPECT_EQ(outcome.status, aStatus) << aMessage;
+        EXPECT_NE(outcome.err.find(aMessage), std::string::npos) << outcome.err;
+        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    }
+
+    /// The text is the moment at which the clock started and that many readings.
+    static void ExpectOneClock(const std::string& aText, int aCount)
+    {
+        std::istringstream text(aText);
+        long long start = 0;
+        text >> start;
+        const auto shownAt = [&](long long aMachine) { return start + kSpeed * (aMachine - start); };
+        int count = 0;
+        for (long long before = 0, shown = 0, after = 0; text >> before >> shown >> after; ++count) {
+            EXPECT_GE(shown, shownAt(before));
+            EXPECT_LE(shown, shownAt(after));
+        }
+        EXPECT_EQ(count, aCount) << aText;
+    }
+};
+
+TEST_F(Speed, IsANumberFromOneToAHundred)
+{
+    for (const char* speed : {"", "0", "0.99", "100.1", "-1", "1e1", "nan", "fast", "10x", " 10"}) {
+        ExpectRefusal({"--speed", speed, "--", "true"}, 2, "--speed needs a number from 1 to 100");
+    }
+    m_Environment.insert("MPL_SANDBOX_SPEED", "fast");
+    ExpectRefusal({"--", "true"}, 2,
+                  "MPL_SANDBOX_SPEED needs a number from 1 to 100, such as 10 or 2.5, not 'fast'");
+    const auto told = [&](const QStringList& aOptions) {
+        return RunScript("echo $MPL_SANDBOX_SPEED ${LD_PRELOAD:+preloads}",
+                         QStringList{"--no-lifecycle-manager"} + aOptions)
+            .out;
+    };
+    EXPECT_EQ(told({"--speed", "2.5"}), "2.5 preloads\n");
+    EXPECT_EQ(told({"--speed", "1"}), "1\n");
+    m_Environment.insert("MPL_SANDBOX_SPEED", "100");
+    EXPECT_EQ(told({}), "100 preloads\n");
+    m_Environment.remove("MPL_SANDBOX_SPEED");
+    EXPECT_EQ(told({}), "1\n");
+}
+
+TEST_F(Speed, IsRefusedForProgramsThatWouldNotHaveIt)
+{
+    const auto refuse = [&](const QString& aProgram, const char* aWhy) {
+        ExpectRefusal({"--no-lifecycle-manager", "--speed", "20", "--", aProgram, "0"}, 126, aWhy);
+    };
+    refuse("/sbin/ldconfig",
+           "the program /sbin/ldconfig is statically linked, so it can't run at speed 20: use --speed 1");
+    refuse(MakeProgram([](QByteArray& aBytes) { aBytes.replace("libc.so.6", "libasan.8"); }),
+           "is built with a sanitizer (libasan.8), which must be loaded first");
+    refuse(MakeProgram([](QByteArray& aBytes) { aBytes[int(offsetof(ElfW(Ehdr), e_machine))] = '\x7f'; }),
+           "is made for another architecture");
+    for (const mode_t privilege : {mode_t(S_ISUID), mode_t(S_ISGID)}) {
+        const QString program = MakeProgram([](QByteArray&) {});
+        ASSERT_EQ(chmod(qPrintable(program), 0755 | privilege), 0);
+        refuse(program, "has privileges of its own");
+    }
+    const QString script = m_OpenFolder.filePath("script");
+    WriteProgram(script, "#!/sbin/ldconfig\n");
+    refuse(script, "is statically linked");
+}
+
+TEST_F(Speed, IsRefusedForAStackThatWouldNotHaveIt)
+{
+    ASSERT_TRUE(QDir(m_Stack.path()).mkpath("test/source"));
+    ASSERT_TRUE(QFile::copy("/sbin/ldconfig", StackFile("test/source/source")));
+    ExpectRefusal({"--speed", "20", "--", "true"}, 125,
+                  "test/source/source is statically linked, so it can't run");
+    EXPECT_EQ(RunScript("exit 3").status, 3);
+}
+
+TEST_F(Speed, IsRefusedWithoutItsLibraries)
+{
+    m_Command = QStringList{"bwrap", "--dev-bind", "/", "/"};
+    for (const char* lib :
+         {"/usr/lib/" MPL_LIBRARY_ARCHITECTURE "/faketime", "/usr/lib/faketime", "/usr/lib64/faketime"}) {
+        if (QFile::exists(lib)) {
+            m_Command += QStringList{"--tmpfs", lib};
+        }
+    }
+    m_Command += MPL_SANDBOX_PROGRAM;
+    ExpectRefusal({"--speed", "2", "--", "true"}, 125, "install the package libfaketime");
+    const QString alone = m_OpenFolder.filePath("mpl-sandbox");
+    ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, alone));
+    m_Command = QStringList{alone};
+    ExpectRefusal({"--speed", "2", "--", "true"}, 125, "libmpl-clock.so is missing");
+}
+
+// Whenever a program starts.
+TEST_F(Speed, IsThatOfOneClock)
+{
+    const Outcome outcome = RunFast(R"(
+        PATH=/opt/talvex/bin:$PATH
+        echo $MPL_SANDBOX_CLOCK_START; read_clock; sleep 5; read_clock; setsid read_clock)");
+    ExpectOneClock(outcome.out, 3);
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(Speed, IsThatOfServicesButNotOfTheSandboxItself)
+{
+    RequireLifecycleManager();
+    if (IsSkipped() || HasFailure()) {
+        return;
+    }
+    WriteProgram(StackFile("bin/media_manager"),
+                 "#!/bin/sh\ncd /var/talvex; /opt/talvex/bin/read_clock > new; "
+                 "mv new clock; exec sleep 1000\n");
+    const Outcome outcome = RunFast(R"(
+        echo $MPL_SANDBOX_CLOCK_START
+        systemctl --user start media-manager || exit 1
+        until test -e /var/talvex/clock; do :; done; cat /var/talvex/clock
+        for program in mpl-sandbox systemd dbus-daemon; do
+            cat /proc/$(ps -o pid= -C $program | tr -d ' ')/maps | grep faketime
+        done)",
+                                    {});
+    ExpectOneClock(outcome.out, 1);
+    EXPECT_EQ(outcome.err, "");
+}
+
+// A sandbox in a sandbox has its own limits too, and a clock that is not the outer one's times another.
+TEST_F(Speed, IsCountedFromTheMachinesClockInASandboxInASandbox)
+{
+    m_Environment.insert("INNER", MPL_SANDBOX_PROGRAM);
+    const Outcome outcome = RunFast(R"($INNER --no-lifecycle-manager --speed 20 -- sh -c '
+        echo $MPL_SANDBOX_CLOCK_START; /opt/talvex/bin/read_clock; cat /proc/1/maps | grep faketime')");
+    ExpectOneClock(outcome.out, 1);
+}
+
+TEST_F(Speed, IsThatOfFileTimes)
+{
+    const Outcome outcome = RunFast(R"(
+        cd /var/talvex
+        changed() { stat -c %.9Y $1 | tr -d .; }
+        date +%s%N; touch file; changed file; date +%s%N
+        sleep 20
+        date +%s%N; echo x >> file; changed file; date +%s%N
+        touch -d '2040-01-02 03:04:05Z' file; cp -p file copy; stat -c %Y file; stat -c %Y copy
+        stat -c %Y /opt/talvex/bin/media_manager)");
+    std::istringstream text(outcome.out);
+    // The kernel stamps files by a clock that is up to ten milliseconds late.
+    constexpr long long kLate = kSpeed * kSecond / 100;
+    for (int count = 0; count < 2; ++count) {
+        long long before = 0;
+        long long changed = 0;
+        long long after = 0;
+        text >> before >> changed >> after;
+        EXPECT_GE(changed, before - kLate) << outcome.out;
+        EXPECT_LE(changed, after) << outcome.out;
+    }
+    long long chosen = 0;
+    long long copied = 0;
+    long long old = 0;
+    text >> chosen >> copied >> old;
+    EXPECT_EQ(chosen, 2209086245) << outcome.err;
+    EXPECT_EQ(copied, chosen);
+    EXPECT_EQ(old, QFileInfo(StackFile("bin/media_manager")).lastModified().toSecsSinceEpoch());
+}
+
+TEST_F(Speed, IsToldInRecords)
+{
+    const QString file = m_OpenFolder.filePath("bus.pcap");
+    const Outcome outcome =
+        RunFast("sleep 20; date +%s; dbus-send --system --type=signal / com.example.Marked; date +%s",
+                {"--no-lifecycle-manager", "--record-bus", file});
+    std::istringstream text(outcome.out);
+    long long before = 0;
+    long long after = 0;
+    text >> before >> after;
+    const QByteArray bytes = ReadAll(m_OpenFolder.filePath("bus.system.pcap"));
+    const auto number = [&](int aOffset) { return qFromLittleEndian<quint32>(bytes.constData() + aOffset); };
+    QByteArray first;
+    int marked = 0;
+    for (int record = 24; record < bytes.size(); record += 16 + static_cast<int>(number(record + 8))) {
+        const QByteArray message = bytes.mid(record + 16, static_cast<int>(number(record + 8)));
+        first = record == 24 ? message : first;
+        if (message.contains("Marked")) {
+            ++marked;
+            EXPECT_GE(number(record), before);
+            EXPECT_LE(number(record), after);
+        }
+    }
+    EXPECT_EQ(marked, 1);
+    EXPECT_TRUE(first.contains("com.talvex.MplSandbox.Recorder") && first.contains("Clock"));
+}
+
+struct Pauses {
+    std::string log; ///< with the pauses asked for
+    std::vector<long long> asked;
+    std::vector<long long> passed;
+};
+
+Pauses ReadPauses(const std::string& aOutput)
+{
+    Pauses pauses;
+    std::istringstream lines(aOutput);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string word;
+        long long length = 0;
+        words >> word >> length;
+        if (word == "passed") {
+            pauses.passed.push_back(length);
+            continue;
+        }
+        pauses.log += line + "\n";
+        if (word == "pause") {
+            pauses.asked.push_back(length);
+        }
+    }
+    return pauses;
+}
+
+TEST_F(Speed, KeepsOrderNumberAndLengthOfThePauses)
+{
+    const auto run = [&](const char* aSpeed) {
+        return ReadPauses(Run({"--no-lifecycle-manager", "--speed", aSpeed, "--", MPL_PAUSES_SUBJECT}).out);
+    };
+    QElapsedTimer timer;
+    timer.start();
+    const Pauses fast = run("20");
+    const qint64 fastMs = timer.restart();
+    const Pauses exact = run("1");
+    EXPECT_EQ(fast.log, exact.log);
+    EXPECT_EQ(exact.asked, (std::vector<long long>{1000, 1000, 2000, 100, 100, 100, 100, 100}));
+    for (const Pauses& pauses : {fast, exact}) {
+        ASSERT_EQ(pauses.passed.size(), pauses.asked.size());
+        for (size_t index = 0; index < pauses.asked.size(); ++index) {
+            EXPECT_GE(pauses.passed[index], pauses.asked[index] - 1) << index; // of whole milliseconds
+        }
+    }
+    EXPECT_LT(2 * fastMs, timer.elapsed());
+}
+
+} // namespace sandbox
