@@ -19,7 +19,7 @@ PLACES = {0: "in memory", 1: "on the disk"}
 def title(record):
     row, size = record["row"], record["size"]
     if row in CURVES:
-        return f"{row}, {size:,} {CURVES[row][1]}"
+        return f"{row} ({CURVES[row][1]}: {size:,})"
     return f"{row}, {PLACES[size]}" if size is not None else row
 
 

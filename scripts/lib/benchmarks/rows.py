@@ -95,25 +95,34 @@ def compile_costs(machine):
 
 
 def shard(machine, index, speed):
-    options = [] if speed == 1 else ["--speed", str(speed)]
-    return ([machine.sandbox, *options, "--", machine.bin("benchmark_fixture_shards")],
+    return ([machine.sandbox, "--speed", str(speed), "--", machine.bin("benchmark_fixture_shards")],
             {"GTEST_TOTAL_SHARDS": "64", "GTEST_SHARD_INDEX": str(index)})
 
 
 def shards(machine):
     """A suite of fixtures, spread over sandboxes that run at once."""
-    can_speed = "--speed" in measure.run([machine.sandbox, "--help"])
-    fast = can_speed and not machine.quick
-    for speed in (1, 20, 50) if fast else (20 if can_speed else 1,):
+    for speed in (20,) if machine.quick else (1, 20, 50):
         for count in (1,) if machine.quick else (1, 2, 4, 8, 16, 32, 64):
             measure.say(f"{count} shards at speed {speed}")
-            wall, cpu = measure.side_by_side([shard(machine, index, speed) for index in range(count)])
+            wall, cpu, failed = measure.side_by_side([shard(machine, index, speed) for index in range(count)])
+            if failed and count == 1:
+                raise SystemExit("run-benchmarks: benchmark_fixture_shards failed in the sandbox")
+            if failed:
+                # Too fast for so many: the limits of the tests are then too short in real time.
+                measure.say(f"{failed} of {count} failed; left out")
+                continue
             yield measure.record("Shards at once, wall time", f"ours, speed {speed}", "s", [wall], count)
             yield measure.record("Shards at once, computing time", f"ours, speed {speed}", "s", [cpu], count)
-    for speed in (1, 2, 5, 10, 20, 50, 100) if fast else ():
+
+
+def speeds(machine):
+    """One shard, and how long it takes at which speed."""
+    for speed in (100,) if machine.quick else (1, 2, 5, 10, 20, 50, 100):
         measure.say(f"one shard at speed {speed}")
-        yield measure.record("One shard by speed", "ours", "s",
-                             [measure.side_by_side([shard(machine, 0, speed)])[0] for _ in range(5)], speed)
+        runs = [measure.side_by_side([shard(machine, 0, speed)]) for _ in range(machine.times(5))]
+        walls = [wall for wall, _, failed in runs if not failed]
+        if walls:
+            yield measure.record("One shard by speed", "ours", "s", walls, speed)
 
 
 def crowd(machine):
@@ -127,4 +136,5 @@ def crowd(machine):
     yield measure.record(f"{count} sandboxes, 16 at once", "ours", "s", [float(left.stdout)])
 
 
-ALL = {"programs": programs, "starts": starts, "mock": mock, "compile": compile_costs, "shards": shards, "crowd": crowd}
+ALL = {"programs": programs, "starts": starts, "mock": mock, "compile": compile_costs, "shards": shards,
+       "speeds": speeds, "crowd": crowd}
