@@ -1,6 +1,8 @@
 # What the scripts share: finding the project, installing what is missing, configuring and building. Sourced by bash.
 
 project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+# What one build folder or clone has compiled need not be compiled again in another.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$project_root} CCACHE_NOHASHDIR=1
 
 say() { printf '\n==> %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
