@@ -3,14 +3,16 @@
 /// (org.freedesktop.DBus.ObjectManager).
 #pragma once
 
+#include "LookUp.h"
 #include <MPL_ServiceObject.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QElapsedTimer>
-#include <QMap>
 #include <QObject>
 #include <QStringList>
+
+#include <map>
+#include <memory>
 
 namespace sim
 {
@@ -26,7 +28,7 @@ public:
     void Start();
 
     /// False while a look-up runs: a source may then be on the bus and not yet found.
-    bool IsSettled() const { return m_LookUps == 0; }
+    bool IsSettled() const;
 
 Q_SIGNALS:
     void Found(const MPL::ServiceObject& aSource);
@@ -38,28 +40,23 @@ private Q_SLOTS:
     void ObjectsChanged(const QDBusMessage& aSignal);
 
 private:
-    // One service, and its look-up while one runs. Replies of an older look-up are told by its number.
     struct Service {
         QString owner;
         QStringList known;
-        uint lookUp = 0;
-        int inFlight = 0;
-        QStringList found;
-        int asked = 0;
-        QElapsedTimer time;
+        std::unique_ptr<LookUp> lookUp; // while one runs
     };
+    using Signal = void (SourceFinder::*)(const MPL::ServiceObject&);
 
-    void LookUp(const QString& aName);
-    void Introspect(const QString& aName, const QString& aPath);
-    void Read(Service& aService, const QString& aName, const QString& aPath, const QString& aXml);
+    void TakeNames(const QStringList& aNames);
+    void StartLookUp(const QString& aName);
     void Finish(const QString& aName);
     void Forget(const QString& aName);
-    void EndLookUp();
+    void Tell(Signal aSignal, const QString& aName, const QStringList& aPaths, const QStringList& aExcept);
+    void TellIfSettled();
 
     QDBusConnection m_Bus;
-    QMap<QString, Service> m_Services;
-    uint m_LastLookUp = 0;
-    int m_LookUps = 0;
+    std::map<QString, Service> m_Services;
+    bool m_Listed = false; // the services that were there at the start are known
 };
 
 } // namespace sim
