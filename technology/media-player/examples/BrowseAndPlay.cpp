@@ -12,10 +12,11 @@
 
 #include <QDir>
 #include <QMutex>
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QWaitCondition>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace
@@ -104,85 +105,125 @@ protected:
                                        MPL_TestEnvironment::GetDbusConnection());
     }
 
+    /// The same, but living on the fixture's thread, where its signals arrive.
+    template <typename Proxy>
+    std::unique_ptr<Proxy> MakeListener(const QString& aFunctionality)
+    {
+        auto proxy = Make<Proxy>(aFunctionality);
+        proxy->moveToThread(&m_Thread);
+        return proxy;
+    }
+
     QMap<QString, QDBusObjectPath> m_Paths;
 };
+
+/// Walks through the source's records. Each request carries an id, and its answer is the signal with that id.
+class Walk
+{
+public:
+    Walk(Browser& aBrowser, const Browser& aListener)
+        : m_Browser(aBrowser),
+          m_Started(&aListener, &Browser::SignalReplyStart),
+          m_Selected(&aListener, &Browser::SignalReplySelectRecord),
+          m_Records(&aListener, &Browser::SignalReplyRecords),
+          m_Playing(&aListener, &Browser::SignalReplyPlayAll)
+    {
+    }
+
+    void Start() { Answer(m_Started, &Browser::RequestStart); }
+    void Select(uint aIndex) { Answer(m_Selected, &Browser::RequestSelectRecord, aIndex); }
+    void PlayAll() { Answer(m_Playing, &Browser::RequestPlayAll); }
+
+    QList<MPL::ResultDictionary> Records()
+    {
+        return Answer(m_Records, &Browser::RequestRecordsByTransactionId, 0U, kAll)
+            .value(2)
+            .value<QList<MPL::ResultDictionary>>();
+    }
+
+private:
+    template <typename Request, typename... Arguments>
+    QList<QVariant> Answer(QSignalSpy& aReplies, Request aRequest, Arguments... aArguments)
+    {
+        const MPL::TransactionId id = m_Ids.Create();
+        (m_Browser.*aRequest)(id, aArguments...);
+        return AnswerTo(id, aReplies);
+    }
+
+    Browser& m_Browser;
+    MPL::TransactionIdCreator m_Ids{MPL_TestEnvironment::GetDbusConnection().baseService()};
+    QSignalSpy m_Started;
+    QSignalSpy m_Selected;
+    QSignalSpy m_Records;
+    QSignalSpy m_Playing;
+};
+
+/// Step 1: down to the one album. The top level lists the categories, the album category lists the albums.
+void GoToTheAlbum(Walk& aWalk)
+{
+    aWalk.Start();
+    const QList<MPL::ResultDictionary> categories = aWalk.Records();
+    const auto album = std::find_if(categories.begin(), categories.end(), [](const auto& aCategory) {
+        return aCategory.value(MPL::MPL_RESULT_KEY_TOPLEVEL) == MPL::MPL_BROWSE_CATEGORY_ALBUM;
+    });
+    aWalk.Select(static_cast<uint>(std::distance(categories.begin(), album)));
+    const QList<MPL::ResultDictionary> albums = aWalk.Records();
+    ASSERT_EQ(albums.size(), 1);
+    EXPECT_EQ(albums.at(0).value(MPL::MPL_RESULT_KEY_ALBUM).toString(), "Three Tones");
+    aWalk.Select(0);
+    const QList<MPL::ResultDictionary> songs = aWalk.Records();
+    ASSERT_EQ(songs.size(), 3);
+    EXPECT_EQ(songs.at(2).value(MPL::MPL_RESULT_KEY_SONG).toString(), "Tone 3");
+}
+
+/// Step 2: play it, and follow the skip to the next track.
+void PlayAndSkip(Walk& aWalk, PlayStates& aPlayback, QSignalSpy& aTrackChanges)
+{
+    aWalk.PlayAll();
+    EXPECT_TRUE(aPlayback.WaitFor(MPL::MPL_PLAY_STATE_PLAYING));
+    const int before = aTrackChanges.count();
+    EXPECT_TRUE(aPlayback.NextTrack());
+    MPL::TestUtils::WaitForSignal(aTrackChanges, static_cast<unsigned>(before + 1), kAnswerTimeMs);
+    EXPECT_GT(aTrackChanges.count(), before);
+}
+
+/// Step 3: look at what is queued.
+void ReadTheQueue(PlayQueue& aQueue, QSignalSpy& aResults)
+{
+    EXPECT_EQ(aQueue.GetNumberOfTracks().value(), 3U);
+    bool accepted = false;
+    EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(aQueue.RequestTrackInfo(0, kAll), accepted));
+    EXPECT_TRUE(accepted);
+    MPL::TestUtils::WaitForSignal(aResults, 1, kAnswerTimeMs);
+    ASSERT_GE(aResults.count(), 1);
+    const auto tracks = aResults.at(0).at(0).value<QList<MPL::ResultDictionary>>();
+    ASSERT_EQ(tracks.size(), 3);
+    EXPECT_EQ(tracks.at(0).value(MPL::MPL_TRACK_INFO_KEY_TRACK_NAME).toString(), "Tone 1");
+}
 
 TEST_F(BrowseAndPlay, PlaysAnAlbumFoundByBrowsing)
 {
     const auto browser = Make<Browser>(MPL::MPL_FUNCTIONALITY_BROWSE);
-    const auto listener = Make<Browser>(MPL::MPL_FUNCTIONALITY_BROWSE);
     const auto queue = Make<PlayQueue>(MPL::MPL_FUNCTIONALITY_PLAYQUEUE);
-    const auto queueListener = Make<PlayQueue>(MPL::MPL_FUNCTIONALITY_PLAYQUEUE);
-    QSignalSpy started(listener.get(), &Browser::SignalReplyStart);
-    QSignalSpy selected(listener.get(), &Browser::SignalReplySelectRecord);
-    QSignalSpy records(listener.get(), &Browser::SignalReplyRecords);
-    QSignalSpy playing(listener.get(), &Browser::SignalReplyPlayAll);
+    const auto listener = MakeListener<Browser>(MPL::MPL_FUNCTIONALITY_BROWSE);
+    const auto queueListener = MakeListener<PlayQueue>(MPL::MPL_FUNCTIONALITY_PLAYQUEUE);
+    Walk walk(*browser, *listener);
     QSignalSpy trackChanges(queueListener.get(), &PlayQueue::SignalTrackIndexChanged);
-    QSignalSpy queueRecords(queueListener.get(), &PlayQueue::SignalResults);
-    listener->moveToThread(&m_Thread);
-    queueListener->moveToThread(&m_Thread);
+    QSignalSpy results(queueListener.get(), &PlayQueue::SignalResults);
     PlayStates playback(MPL::MPL_MASS_STORAGE_SERVICE_NAME, PathOf(MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL),
                         &m_Thread);
     playback.moveToThread(&m_Thread);
     m_Thread.start();
-    const auto endThread = qScopeGuard([this] {
-        QuitTest();
-        m_Thread.wait();
-    });
 
-    // Down to the one album: the top level lists the categories, the album category lists the albums.
-    MPL::TransactionIdCreator ids(MPL_TestEnvironment::GetDbusConnection().baseService());
-    const auto recordsOfLevel = [&] {
-        const MPL::TransactionId id = ids.Create();
-        browser->RequestRecordsByTransactionId(id, 0, kAll);
-        return AnswerTo(id, records).value(2).value<QList<MPL::ResultDictionary>>();
-    };
-    const auto select = [&](uint aIndex) {
-        const MPL::TransactionId id = ids.Create();
-        browser->RequestSelectRecord(id, aIndex);
-        AnswerTo(id, selected);
-    };
-    const MPL::TransactionId start = ids.Create();
-    browser->RequestStart(start);
-    AnswerTo(start, started);
-
-    uint albums = 0;
-    for (const MPL::ResultDictionary& category : recordsOfLevel()) {
-        if (category.value(MPL::MPL_RESULT_KEY_TOPLEVEL) == MPL::MPL_BROWSE_CATEGORY_ALBUM) {
-            break;
-        }
-        ++albums;
-    }
-    select(albums);
-    const QList<MPL::ResultDictionary> foundAlbums = recordsOfLevel();
-    ASSERT_EQ(foundAlbums.size(), 1);
-    EXPECT_EQ(foundAlbums.at(0).value(MPL::MPL_RESULT_KEY_ALBUM).toString(), "Three Tones");
-    select(0);
-    const QList<MPL::ResultDictionary> songs = recordsOfLevel();
-    ASSERT_EQ(songs.size(), 3);
-    EXPECT_EQ(songs.at(2).value(MPL::MPL_RESULT_KEY_SONG).toString(), "Tone 3");
-
-    // Play it and follow: skip to the next track.
-    const MPL::TransactionId playAll = ids.Create();
-    browser->RequestPlayAll(playAll);
-    AnswerTo(playAll, playing);
-    EXPECT_TRUE(playback.WaitFor(MPL::MPL_PLAY_STATE_PLAYING));
-    const int before = trackChanges.count();
-    EXPECT_TRUE(playback.NextTrack());
-    MPL::TestUtils::WaitForSignal(trackChanges, static_cast<unsigned>(before + 1), kAnswerTimeMs);
-    EXPECT_GT(trackChanges.count(), before);
-
-    EXPECT_EQ(queue->GetNumberOfTracks().value(), 3U);
-    bool accepted = false;
-    EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(queue->RequestTrackInfo(0, kAll), accepted));
-    EXPECT_TRUE(accepted);
-    MPL::TestUtils::WaitForSignal(queueRecords, 1, kAnswerTimeMs);
-    ASSERT_GE(queueRecords.count(), 1);
-    const auto tracks = queueRecords.at(0).at(0).value<QList<MPL::ResultDictionary>>();
-    ASSERT_EQ(tracks.size(), 3);
-    EXPECT_EQ(tracks.at(0).value(MPL::MPL_TRACK_INFO_KEY_TRACK_NAME).toString(), "Tone 1");
+    GoToTheAlbum(walk);
+    PlayAndSkip(walk, playback, trackChanges);
+    ReadTheQueue(*queue, results);
     EXPECT_TRUE(playback.Pause());
     EXPECT_TRUE(playback.WaitFor(MPL::MPL_PLAY_STATE_PAUSED));
+
+    // The listeners end before this function does, so their thread ends first.
+    QuitTest();
+    m_Thread.wait();
 }
 
 } // namespace

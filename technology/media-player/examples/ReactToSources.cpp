@@ -1,8 +1,9 @@
 // A client that reacts to media sources coming and going, on the fixture's own thread, while the test body
 // waits.
 //
-// The test starts the fixture's thread and blocks in Wait(). The client's RunTest() runs on that thread,
-// signals reach its hooks there, and QuitTest() ends the thread, which wakes the test.
+// The test makes the proxies, starts the fixture's thread and waits for its end. The client's RunTest() runs
+// on that thread, signals reach its hooks there, and QuitTest() ends the thread. The environment controller
+// is called by the test alone; on the fixture's thread only proxies are used.
 #include <MPL_MediaManagerAbstractClient.h>
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_Proxies.h>
@@ -12,12 +13,17 @@
 #include <QStringList>
 
 #include <memory>
+#include <utility>
 
 namespace
 {
 
 const QString kDeviceName = QStringLiteral("USB stick");
 const QString kDeviceId = QStringLiteral("00000004");
+constexpr unsigned long kTimeMs = 10000;
+
+using Manager = ComTalvexDBusMediaPlayerMediaManagerInterface;
+using Simulator = ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface;
 
 /// What the client saw; it outlives the client, which deletes itself at the thread's end.
 struct Seen {
@@ -30,17 +36,17 @@ struct Seen {
 class SourceWatcher : public MPL::MediaManagerAbstractClient
 {
 public:
-    SourceWatcher(ComTalvexDBusMediaPlayerMediaManagerInterface* aManager, MPL::TestFixture* aFixture,
+    /// Both proxies come to live on the fixture's thread; the client owns the simulator.
+    SourceWatcher(Manager* aManager, std::unique_ptr<Simulator> aSimulator, MPL::TestFixture* aFixture,
                   Seen& aSeen)
-        : MediaManagerAbstractClient(aManager, aFixture), m_Seen(aSeen)
+        : MediaManagerAbstractClient(aManager, aFixture), m_Seen(aSeen), m_Simulator(std::move(aSimulator))
     {
+        m_Simulator->moveToThread(m_Thread);
     }
 
     void RunTest() override
     {
-        m_Simulator.reset(MPL_TestEnvironment::CreateSimulatorProxy());
-        if (!m_Simulator ||
-            !MPL::TestUtils::WaitForDBusReply(m_Simulator->AddMassStorageDevice(kDeviceName, kDeviceId))) {
+        if (!MPL::TestUtils::WaitForDBusReply(m_Simulator->AddMassStorageDevice(kDeviceName, kDeviceId))) {
             ADD_FAILURE() << "no device could be added";
             m_Fixture->QuitTest();
         }
@@ -61,7 +67,7 @@ public:
 
 private:
     Seen& m_Seen;
-    std::unique_ptr<ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface> m_Simulator;
+    std::unique_ptr<Simulator> m_Simulator;
 };
 
 class ReactToSources : public MPL::MediaSourceTestFixture
@@ -70,8 +76,7 @@ protected:
     /// Waits until the media manager lists every source of the test source service.
     static bool AllSourcesListed()
     {
-        const std::unique_ptr<ComTalvexDBusMediaPlayerMediaManagerInterface> manager(
-            MPL_TestEnvironment::CreateMediaManagerProxy());
+        const std::unique_ptr<Manager> manager(MPL_TestEnvironment::CreateMediaManagerProxy());
         for (int attempt = 0; manager && attempt < 50; ++attempt) {
             auto sources = manager->GetAvailableMediaSources();
             sources.waitForFinished();
@@ -91,12 +96,17 @@ TEST_F(ReactToSources, SeesADeviceComeAndGo)
 
     Seen seen;
     auto* manager = MPL_TestEnvironment::CreateMediaManagerProxy();
-    ASSERT_NE(manager, nullptr); // a client without a proxy never runs, and the wait would not end
-    auto* client = new SourceWatcher(manager, this, seen);
+    std::unique_ptr<Simulator> simulator(MPL_TestEnvironment::CreateSimulatorProxy());
+    ASSERT_NE(manager, nullptr); // a client without a proxy never runs
+    ASSERT_NE(simulator, nullptr);
+    auto* client = new SourceWatcher(manager, std::move(simulator), this, seen);
     client->moveToThread(&m_Thread);
     m_Thread.start();
-    Wait();
-    m_Thread.wait();
+    if (!m_Thread.wait(kTimeMs)) {
+        QuitTest();
+        m_Thread.wait();
+        FAIL() << "the device did not come and go within " << kTimeMs << " ms";
+    }
 
     ASSERT_EQ(seen.added.size(), 1);
     EXPECT_EQ(seen.removed, seen.added);
