@@ -1,8 +1,7 @@
 // A walk through the library: from the categories down to songs, or through the hits of a search.
 #pragma once
 
-#include "BrowseRecord.h"
-#include <MPL_Types.h>
+#include "BrowseLevel.h"
 
 namespace sim
 {
@@ -12,12 +11,6 @@ namespace sim
 class BrowseSession
 {
 public:
-    /// What a selection leads to when it does not lead a level down: tracks to play.
-    struct Selection {
-        Tracks tracks;
-        uint first = 0;
-    };
-
     explicit BrowseSession(const MediaLibrary* aLibrary) : m_Library(aLibrary) {}
 
     /// Opens a session at the top level, in place of an open one. Returns its id; ids count up from 1.
@@ -51,20 +44,11 @@ public:
     QList<MPL::ResultDictionary> CharacterIndex() const;
 
 private:
-    struct Level {
-        QString category; // what the level lists; at the top and for a search the word for that
-        QString label;    // what was selected to get here
-        TrackFilter filter;
-        SearchQuery query;
-        BrowseRecords records;
-        uint selected = MPL::BrowserHierarchy().index;
-    };
-
-    void Build(Level& aLevel) const;
-    void Push(Level aLevel);
+    QString CheckSearch(const SearchQuery& aQuery, const QString& aSortMode) const;
+    void Push(BrowseLevel aLevel);
 
     const MediaLibrary* m_Library;
-    QVector<Level> m_Levels;
+    QVector<BrowseLevel> m_Levels;
     QString m_SortMode = kSortDefault;
     uint m_Id = 0;
 };

@@ -33,7 +33,7 @@ uint BrowserObject::Start()
 
 bool BrowserObject::SelectRecordById(qulonglong aId)
 {
-    BrowseSession::Selection selection;
+    Selection selection;
     const QString error = m_Session.SelectById(aId, selection);
     return Explain(Follow(error, selection));
 }
@@ -118,7 +118,7 @@ QString BrowserObject::DoPlayAll()
 
 QString BrowserObject::DoSelect(uint aIndex)
 {
-    BrowseSession::Selection selection;
+    Selection selection;
     const QString error = m_Session.Select(aIndex, selection);
     return Follow(error, selection);
 }
@@ -133,7 +133,7 @@ QString BrowserObject::DoSearch(const SearchQuery& aQuery, const QString& aSort)
     return error;
 }
 
-QString BrowserObject::Follow(const QString& aError, const BrowseSession::Selection& aSelection)
+QString BrowserObject::Follow(const QString& aError, const Selection& aSelection)
 {
     if (aError.isEmpty() && !aSelection.tracks.isEmpty()) {
         Play(aSelection.tracks, aSelection.first);

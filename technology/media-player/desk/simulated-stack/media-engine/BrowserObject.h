@@ -64,7 +64,7 @@ private:
     QString DoSearch(const SearchQuery& aQuery, const QString& aSort);
 
     /// What follows a selection: playing, or a new level.
-    QString Follow(const QString& aError, const BrowseSession::Selection& aSelection);
+    QString Follow(const QString& aError, const Selection& aSelection);
     void Play(const Tracks& aTracks, uint aFirst);
     bool Explain(const QString& aError);
     /// The error text of something that needs an open session.

@@ -18,10 +18,11 @@ PlaybackControlObject::PlaybackControlObject(Player* aPlayer, PlayQueue* aQueue,
       m_Functionalities(GetFunctionalities())
 {
     using Out = PlaybackControlAdaptor;
+    PlayModes* modes = &aPlayer->Modes();
     Relay(aPlayer, &Player::StateChanged, this, m_Adaptor, &Out::SignalPlayStateChanged);
-    Relay(aPlayer, &Player::RepeatModeChanged, this, m_Adaptor, &Out::SignalRepeatModeChanged);
-    Relay(aPlayer, &Player::ShuffleModeChanged, this, m_Adaptor, &Out::SignalShuffleModeChanged);
-    Relay(aPlayer, &Player::SpeedModeChanged, this, m_Adaptor, &Out::SignalSpeedModeChanged);
+    Relay(modes, &PlayModes::RepeatChanged, this, m_Adaptor, &Out::SignalRepeatModeChanged);
+    Relay(modes, &PlayModes::ShuffleChanged, this, m_Adaptor, &Out::SignalShuffleModeChanged);
+    Relay(modes, &PlayModes::SpeedChanged, this, m_Adaptor, &Out::SignalSpeedModeChanged);
     Relay(aPlayer, &Player::Finished, this, m_Adaptor, &Out::SignalPlaybackFinished);
     Relay(aQueue, &PlayQueue::RemoteChanged, this, m_Adaptor, &Out::SignalDistributedPlaybackChanged);
     connect(aPlayer, &Player::Failed, this, [this](const QString& aEvent, const QString& aText) {
@@ -29,8 +30,8 @@ PlaybackControlObject::PlaybackControlObject(Player* aPlayer, PlayQueue* aQueue,
     });
     connect(aPlayer, &Player::PositionChanged, this, &PlaybackControlObject::UpdateChapter);
     connect(aPlayer, &Player::StateChanged, this, &PlaybackControlObject::UpdateFunctionalities);
-    connect(aPlayer, &Player::RepeatModeChanged, this, &PlaybackControlObject::UpdateFunctionalities);
-    connect(aPlayer, &Player::ShuffleModeChanged, this, &PlaybackControlObject::UpdateFunctionalities);
+    connect(modes, &PlayModes::RepeatChanged, this, &PlaybackControlObject::UpdateFunctionalities);
+    connect(modes, &PlayModes::ShuffleChanged, this, &PlaybackControlObject::UpdateFunctionalities);
     connect(aQueue, &PlayQueue::IndexChanged, this, &PlaybackControlObject::OnTrackChanged);
 }
 

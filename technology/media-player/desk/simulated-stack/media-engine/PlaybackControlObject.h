@@ -28,13 +28,13 @@ public:
     bool ReturnToLive();
 
     QString GetPlayState() const { return m_Player->State(); }
-    QString GetRepeatMode() const { return m_Player->RepeatMode(); }
-    QString GetShuffleMode() const { return m_Player->ShuffleMode(); }
-    QString GetSpeedMode() const { return m_Player->SpeedMode(); }
+    QString GetRepeatMode() const { return m_Player->Modes().Repeat(); }
+    QString GetShuffleMode() const { return m_Player->Modes().Shuffle(); }
+    QString GetSpeedMode() const { return m_Player->Modes().Speed(); }
     QStringList GetAllSpeedModes() const;
-    bool SetRepeatMode(const QString& aMode) { return m_Player->SetRepeatMode(aMode); }
-    bool SetShuffleMode(const QString& aMode) { return m_Player->SetShuffleMode(aMode); }
-    bool SetSpeedMode(const QString& aMode) { return m_Player->SetSpeedMode(aMode); }
+    bool SetRepeatMode(const QString& aMode) { return m_Player->Modes().SetRepeat(aMode); }
+    bool SetShuffleMode(const QString& aMode) { return m_Player->Modes().SetShuffle(aMode); }
+    bool SetSpeedMode(const QString& aMode) { return m_Player->Modes().SetSpeed(aMode); }
 
     QString GetAvailableChapters() const;
     uint GetCurrentChapter() const;

@@ -1,38 +1,27 @@
 #include "Player.h"
 
+#include "CapabilityTexts.h"
 #include <MPL_MediaPlayerLib.h>
-
-#include <algorithm>
 
 namespace sim
 {
 namespace
 {
 
-constexpr int kTickMs = 50;
 constexpr double kSeekRate = 8;
 // A step back within this time goes to the track before, later to the beginning of the current one.
 constexpr double kRestartAfterMs = 3000;
 
-template <class Words>
-bool IsOneOf(const Words& aWords, const QString& aWord)
-{
-    return std::find(aWords.begin(), aWords.end(), aWord) != aWords.end();
-}
-
 } // namespace
 
+// Connected to the modes before anybody else, so that what they change is done when others hear of it.
 Player::Player(PlayQueue* aQueue, QObject* aParent)
-    : QObject(aParent),
-      m_Queue(aQueue),
-      m_State(MPL::MPL_PLAY_STATE_STOPPED),
-      m_Repeat(MPL::MPL_REPEAT_MODE_REPEAT_MODE_OFF),
-      m_Shuffle(MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_OFF),
-      m_Speed(MPL::MPL_PLAYBACK_SPEED_SPEED_1X)
+    : QObject(aParent), m_Queue(aQueue), m_State(MPL::MPL_PLAY_STATE_STOPPED)
 {
-    m_Clock.setInterval(kTickMs);
-    m_Clock.setTimerType(Qt::PreciseTimer);
-    connect(&m_Clock, &QTimer::timeout, this, &Player::Tick);
+    connect(&m_Clock, &TrackClock::Ticked, this, &Player::OnTick);
+    connect(&m_Modes, &PlayModes::ShuffleChanged, this, &Player::OnQueueChanged);
+    connect(&m_Modes, &PlayModes::SpeedChanged, this, &Player::OnSpeedChanged);
+    connect(&m_Modes, &PlayModes::Failed, this, &Player::Failed);
     connect(m_Queue, &PlayQueue::Changed, this, &Player::OnQueueChanged);
     connect(m_Queue, &PlayQueue::IndexChanged, this, &Player::OnIndexChanged);
 }
@@ -61,7 +50,7 @@ bool Player::Pause()
 
 bool Player::HasNext() const
 {
-    return m_Order.Next(m_Queue->Index(), Wraps()) >= 0;
+    return m_Order.Next(m_Queue->Index(), m_Modes.RepeatsQueue()) >= 0;
 }
 
 bool Player::Next()
@@ -69,7 +58,7 @@ bool Player::Next()
     if (FailIfEmpty()) {
         return false;
     }
-    const int next = m_Order.Next(m_Queue->Index(), Wraps());
+    const int next = m_Order.Next(m_Queue->Index(), m_Modes.RepeatsQueue());
     if (next < 0) {
         return Fail(MPL::MPL_EVENT_SELECT_TRACK_FAILED, QStringLiteral("There is no next track."));
     }
@@ -81,7 +70,9 @@ bool Player::Previous()
     if (FailIfEmpty()) {
         return false;
     }
-    const int previous = m_PositionMs > kRestartAfterMs ? -1 : m_Order.Previous(m_Queue->Index(), Wraps());
+    const int previous = m_Clock.PositionMs() > kRestartAfterMs
+                             ? -1
+                             : m_Order.Previous(m_Queue->Index(), m_Modes.RepeatsQueue());
     return PlayIndex(previous < 0 ? m_Queue->Index() : static_cast<uint>(previous));
 }
 
@@ -118,16 +109,13 @@ bool Player::SeekTo(qint64 aPositionMs)
 
 bool Player::Jump(int aMs)
 {
-    const qint64 target = static_cast<qint64>(m_PositionMs) + aMs;
+    const qint64 target = static_cast<qint64>(m_Clock.PositionMs()) + aMs;
     return SeekTo(qBound(qint64(0), target, qint64(m_Queue->Current().lengthMs)));
 }
 
 bool Player::SetSeekMode(const QString& aMode)
 {
-    if (!IsOneOf(MPL::MPL_SEEK_MODES, aMode)) {
-        return Fail(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT, QStringLiteral("\"%1\" is no seek mode.").arg(aMode));
-    }
-    if (FailIfEmpty()) {
+    if (!m_Modes.Check(aMode, OptionsOf(MPL::MPL_SEEK_MODES), QStringLiteral("seek mode")) || FailIfEmpty()) {
         return false;
     }
     if (aMode == MPL::MPL_SEEK_MODE_SEEK_MODE_FAST_FORWARD) {
@@ -140,63 +128,22 @@ bool Player::SetSeekMode(const QString& aMode)
     return true;
 }
 
-bool Player::SetRepeatMode(const QString& aMode)
+void Player::OnTick(double aBeforeMs)
 {
-    if (!IsOneOf(MPL::MPL_REPEAT_MODES, aMode)) {
-        return Fail(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT,
-                    QStringLiteral("\"%1\" is no repeat mode.").arg(aMode));
-    }
-    if (m_Repeat != aMode) {
-        m_Repeat = aMode;
-        Q_EMIT RepeatModeChanged(aMode);
-    }
-    return true;
-}
-
-bool Player::SetShuffleMode(const QString& aMode)
-{
-    if (!IsOneOf(MPL::MPL_SHUFFLE_MODES, aMode)) {
-        return Fail(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT,
-                    QStringLiteral("\"%1\" is no shuffle mode.").arg(aMode));
-    }
-    if (m_Shuffle != aMode) {
-        m_Shuffle = aMode;
-        OnQueueChanged();
-        Q_EMIT ShuffleModeChanged(aMode);
-    }
-    return true;
-}
-
-bool Player::SetSpeedMode(const QString& aMode)
-{
-    if (!IsOneOf(MPL::MPL_PLAYBACK_SPEEDS, aMode)) {
-        return Fail(MPL::MPL_EVENT_UNRECOGNIZED_FORMAT, QStringLiteral("\"%1\" is no speed.").arg(aMode));
-    }
-    if (m_Speed != aMode) {
-        Tick(); // what has passed, passed at the old speed
-        m_Speed = aMode;
-        Q_EMIT SpeedModeChanged(aMode);
-    }
-    return true;
-}
-
-void Player::Tick()
-{
-    const double before = m_PositionMs;
-    m_PositionMs += Rate() * static_cast<double>(m_SinceTick.isValid() ? m_SinceTick.restart() : 0);
-    if (m_PositionMs < 0) {
+    const double now = m_Clock.PositionMs();
+    if (now < 0) {
         SetState(MPL::MPL_PLAY_STATE_PLAYING);
         SetPosition(0);
-    } else if (m_PositionMs >= m_Queue->Current().lengthMs && Rate() > 0) {
+    } else if (now >= m_Queue->Current().lengthMs && m_Clock.Rate() > 0) {
         TrackEnded();
-    } else if (static_cast<qint64>(m_PositionMs) / 1000 != static_cast<qint64>(before) / 1000) {
+    } else if (static_cast<qint64>(now) / 1000 != static_cast<qint64>(aBeforeMs) / 1000) {
         Q_EMIT PositionChanged(Position());
     }
 }
 
 void Player::TrackEnded()
 {
-    if (m_Repeat == MPL::MPL_REPEAT_MODE_REPEAT_MODE_ONE) {
+    if (m_Modes.RepeatsTrack()) {
         PlayIndex(m_Queue->Index());
     } else if (HasNext()) {
         Next();
@@ -210,7 +157,7 @@ void Player::TrackEnded()
 
 void Player::OnQueueChanged()
 {
-    m_Order.Reset(m_Queue->Count(), m_Shuffle == MPL::MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON, m_Queue->Index());
+    m_Order.Reset(m_Queue->Count(), m_Modes.Shuffles(), m_Queue->Index());
     if (m_Queue->IsEmpty()) {
         SetState(MPL::MPL_PLAY_STATE_STOPPED);
     }
@@ -222,29 +169,25 @@ void Player::OnIndexChanged()
     SetPosition(0);
 }
 
+void Player::OnSpeedChanged()
+{
+    m_Clock.Tick(); // what has passed, passed at the old speed
+    m_Clock.SetRate(Rate());
+}
+
 void Player::SetPosition(qint64 aPositionMs)
 {
-    m_PositionMs = static_cast<double>(aPositionMs);
-    if (m_SinceTick.isValid()) {
-        m_SinceTick.restart();
-    }
+    m_Clock.SetPosition(static_cast<double>(aPositionMs));
     Q_EMIT PositionChanged(Position());
 }
 
 void Player::SetState(const QString& aState)
 {
-    if (m_State == aState) {
-        return;
+    if (m_State != aState) {
+        m_State = aState;
+        m_Clock.SetRate(Rate());
+        Q_EMIT StateChanged(aState);
     }
-    m_State = aState;
-    if (Rate() == 0) {
-        m_Clock.stop();
-        m_SinceTick.invalidate();
-    } else {
-        m_SinceTick.start();
-        m_Clock.start();
-    }
-    Q_EMIT StateChanged(aState);
 }
 
 bool Player::Fail(const QString& aEvent, const QString& aText)
@@ -259,12 +202,7 @@ bool Player::FailIfEmpty()
            !Fail(MPL::MPL_EVENT_NO_MEDIA_AVAILABLE, QStringLiteral("The play queue is empty."));
 }
 
-bool Player::Wraps() const
-{
-    return m_Repeat == MPL::MPL_REPEAT_MODE_REPEAT_MODE_ALL;
-}
-
-// Milliseconds of the track per millisecond of the clock.
+// Milliseconds of the track per millisecond of time.
 double Player::Rate() const
 {
     if (m_State == MPL::MPL_PLAY_STATE_FAST_FORWARDING) {
@@ -273,16 +211,7 @@ double Player::Rate() const
     if (m_State == MPL::MPL_PLAY_STATE_REWINDING) {
         return -kSeekRate;
     }
-    if (m_State != MPL::MPL_PLAY_STATE_PLAYING) {
-        return 0;
-    }
-    if (m_Speed == MPL::MPL_PLAYBACK_SPEED_SPEED_2X) {
-        return 2;
-    }
-    if (m_Speed == MPL::MPL_PLAYBACK_SPEED_SPEED_4X) {
-        return 4;
-    }
-    return m_Speed == MPL::MPL_PLAYBACK_SPEED_SPEED_1_2X ? 0.5 : 1;
+    return m_State == MPL::MPL_PLAY_STATE_PLAYING ? m_Modes.Rate() : 0;
 }
 
 } // namespace sim

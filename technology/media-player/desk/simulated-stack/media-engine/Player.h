@@ -1,11 +1,10 @@
-// Plays the queue against a clock: play state, position and modes.
+// Plays the queue: what is played next, and whether it plays.
 #pragma once
 
+#include "PlayModes.h"
 #include "PlayOrder.h"
 #include "PlayQueue.h"
-
-#include <QElapsedTimer>
-#include <QTimer>
+#include "TrackClock.h"
 
 namespace sim
 {
@@ -30,24 +29,16 @@ public:
     /// Moves by a signed time, at most to the beginning or the end of the track.
     bool Jump(int aMs);
 
-    /// Each takes a word of its group.
+    /// Takes a word of the seek modes.
     bool SetSeekMode(const QString& aMode);
-    bool SetRepeatMode(const QString& aMode);
-    bool SetShuffleMode(const QString& aMode);
-    bool SetSpeedMode(const QString& aMode);
+    PlayModes& Modes() { return m_Modes; }
 
     QString State() const { return m_State; }
-    QString RepeatMode() const { return m_Repeat; }
-    QString ShuffleMode() const { return m_Shuffle; }
-    QString SpeedMode() const { return m_Speed; }
-    uint Position() const { return static_cast<uint>(m_PositionMs); }
+    uint Position() const { return static_cast<uint>(m_Clock.PositionMs()); }
     bool HasNext() const;
 
 Q_SIGNALS:
     void StateChanged(const QString& aState);
-    void RepeatModeChanged(const QString& aMode);
-    void ShuffleModeChanged(const QString& aMode);
-    void SpeedModeChanged(const QString& aMode);
     /// About once a second while playing, and whenever the position is set.
     void PositionChanged(uint aPositionMs);
     void Finished();
@@ -55,26 +46,22 @@ Q_SIGNALS:
     void Failed(const QString& aEvent, const QString& aText);
 
 private:
-    void Tick();
+    void OnTick(double aBeforeMs);
     void TrackEnded();
     void OnQueueChanged();
     void OnIndexChanged();
+    void OnSpeedChanged();
     void SetPosition(qint64 aPositionMs);
     void SetState(const QString& aState);
     bool Fail(const QString& aEvent, const QString& aText);
     bool FailIfEmpty();
-    bool Wraps() const;
     double Rate() const;
 
     PlayQueue* m_Queue;
     PlayOrder m_Order;
-    QTimer m_Clock;
-    QElapsedTimer m_SinceTick;
+    PlayModes m_Modes;
+    TrackClock m_Clock;
     QString m_State;
-    QString m_Repeat;
-    QString m_Shuffle;
-    QString m_Speed;
-    double m_PositionMs = 0;
     bool m_Finished = false; // the next Resume starts the order anew
 };
 
