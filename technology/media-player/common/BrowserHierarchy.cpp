@@ -1,3 +1,4 @@
+#include "Structures.h"
 #include <MPL_BrowserHierarchy.h>
 
 #include <QDBusMetaType>
@@ -25,8 +26,10 @@ QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& 
 
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy)
 {
-    aRgument.beginStructure();
-    aRgument >> aHierarchy.name >> aHierarchy.label >> aHierarchy.index >> aHierarchy.count;
-    aRgument.endStructure();
+    aHierarchy = {};
+    if (MPL::Detail::OpenStructure(aRgument, {"(ssuu)"})) {
+        aRgument >> aHierarchy.name >> aHierarchy.label >> aHierarchy.index >> aHierarchy.count;
+        aRgument.endStructure();
+    }
     return aRgument;
 }

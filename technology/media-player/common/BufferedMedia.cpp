@@ -1,3 +1,4 @@
+#include "Structures.h"
 #include <MPL_BufferedMedia.h>
 
 QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia)
@@ -10,8 +11,10 @@ QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMe
 
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia)
 {
-    aRgument.beginStructure();
-    aRgument >> aMedia.start >> aMedia.end >> aMedia.total >> aMedia.valueA >> aMedia.valueB;
-    aRgument.endStructure();
+    aMedia = {};
+    if (MPL::Detail::OpenStructure(aRgument, {"(xxtuu)"})) {
+        aRgument >> aMedia.start >> aMedia.end >> aMedia.total >> aMedia.valueA >> aMedia.valueB;
+        aRgument.endStructure();
+    }
     return aRgument;
 }

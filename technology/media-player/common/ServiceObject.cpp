@@ -1,3 +1,4 @@
+#include "Structures.h"
 #include <MPL_ServiceObject.h>
 
 #include <QDBusMetaType>
@@ -30,12 +31,16 @@ QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aOb
 
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject)
 {
-    QString path;
-    aRgument.beginStructure();
-    aRgument >> aObject.serviceName >> path;
-    aRgument.endStructure();
-    // "No object" is an everyday answer; only a text that should be a path and is none deserves Qt's warning.
-    aObject.objectPath = path.isEmpty() ? QDBusObjectPath() : QDBusObjectPath(path);
+    aObject = {};
+    // Some peers type the path as an object path; Qt reads every kind of text alike.
+    if (MPL::Detail::OpenStructure(aRgument, {"(ss)", "(so)", "(sg)"})) {
+        QString path;
+        aRgument >> aObject.serviceName >> path;
+        aRgument.endStructure();
+        // "No object" is an everyday answer; only a text that should be a path and is none deserves Qt's
+        // warning.
+        aObject.objectPath = path.isEmpty() ? QDBusObjectPath() : QDBusObjectPath(path);
+    }
     return aRgument;
 }
 

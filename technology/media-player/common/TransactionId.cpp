@@ -1,3 +1,4 @@
+#include "Structures.h"
 #include <MPL_TransactionId.h>
 
 #include <QDBusMetaType>
@@ -36,9 +37,11 @@ QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId)
 
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId)
 {
-    aRgument.beginStructure();
-    aRgument >> aId.m_DbusId >> aId.m_RequestId;
-    aRgument.endStructure();
+    aId = {};
+    if (Detail::OpenStructure(aRgument, {"(su)"})) {
+        aRgument >> aId.m_DbusId >> aId.m_RequestId;
+        aRgument.endStructure();
+    }
     return aRgument;
 }
 

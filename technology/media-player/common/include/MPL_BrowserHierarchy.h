@@ -27,7 +27,7 @@ struct BrowserHierarchy {
 
 } // namespace MPL
 
-/// On the bus `(ssuu)`.
+/// On the bus `(ssuu)`. Anything else is read as a default value.
 QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy);
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy);
 

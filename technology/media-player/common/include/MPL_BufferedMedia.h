@@ -20,7 +20,7 @@ struct BufferedMedia {
 
 } // namespace MPL
 
-/// On the bus `(xxtuu)`.
+/// On the bus `(xxtuu)`. Anything else is read as five zeros.
 QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia);
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia);
 

@@ -38,7 +38,7 @@ private:
     uint m_RequestId = 0xFFFFFFFF;
 };
 
-/// On the bus `(su)`.
+/// On the bus `(su)`. Anything else is read as an empty id.
 QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId);
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId);
 

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <tuple>
 
 /// The same record from a peer that types the path as an object path.
 struct TypedServiceObject {
@@ -161,6 +162,93 @@ TEST_F(ValueTypes, CarryBufferedMediaInFullWidth)
     EXPECT_EQ(received.total, sent.total);
     EXPECT_EQ(received.valueA, sent.valueA);
     EXPECT_EQ(received.valueB, sent.valueB);
+}
+
+template <typename Written>
+void Append(QDBusArgument& aRgument, const Written& aValue)
+{
+    aRgument << aValue;
+}
+
+// A structure of the given fields.
+template <typename... Fields>
+struct Structure {
+    std::tuple<Fields...> fields;
+};
+
+template <typename... Fields>
+void Append(QDBusArgument& aRgument, const Structure<Fields...>& aStructure)
+{
+    aRgument.beginStructure();
+    std::apply([&aRgument](const auto&... aField) { (Append(aRgument, aField), ...); }, aStructure.fields);
+    aRgument.endStructure();
+}
+
+template <typename... Fields>
+Structure<Fields...> Fielded(const Fields&... aFields)
+{
+    return {{aFields...}};
+}
+
+// Reads the value as a `Value`, and checks that what comes after it is read in its place.
+template <typename Value, typename Written>
+Value ReadAs(Echo& aEcho, const Written& aWritten)
+{
+    QDBusArgument sent;
+    Append(sent, Fielded(aWritten, 7U));
+    const auto received = aEcho.RoundTrip<QDBusVariant>(QDBusVariant(QVariant::fromValue(sent)));
+    const auto argument = received.variant().value<QDBusArgument>();
+    Value value;
+    uint next = 0;
+    argument.beginStructure();
+    argument >> value >> next;
+    argument.endStructure();
+    EXPECT_EQ(next, 7U) << qPrintable(sent.currentSignature());
+    return value;
+}
+
+template <typename Written>
+void ExpectDefaults(Echo& aEcho, const Written& aWritten)
+{
+    EXPECT_TRUE(ReadAs<MPL::TransactionId>(aEcho, aWritten).IsEmpty());
+    const auto hierarchy = ReadAs<MPL::BrowserHierarchy>(aEcho, aWritten);
+    EXPECT_EQ(hierarchy.name + hierarchy.label, "");
+    EXPECT_EQ(hierarchy.index, 0xFFFFFFFF);
+    EXPECT_EQ(hierarchy.count, 0U);
+    const auto media = ReadAs<MPL::BufferedMedia>(aEcho, aWritten);
+    EXPECT_EQ(std::tie(media.start, media.end, media.total, media.valueA, media.valueB),
+              std::make_tuple(0, 0, 0U, 0U, 0U));
+    const auto object = ReadAs<MPL::ServiceObject>(aEcho, aWritten);
+    EXPECT_EQ(object.serviceName + object.GetPathString(), "");
+}
+
+TEST_F(ValueTypes, AreReadAsDefaultsFromAnyOtherSignature)
+{
+    const QString text = QStringLiteral("x");
+    ExpectDefaults(m_Echo, text);
+    ExpectDefaults(m_Echo, 5U);
+    ExpectDefaults(m_Echo, 5.5);
+    ExpectDefaults(m_Echo, QStringList{text, text});
+    ExpectDefaults(m_Echo, QStringList());
+    ExpectDefaults(m_Echo, QVariantMap{{text, 5U}});
+    ExpectDefaults(m_Echo, QDBusVariant(text));
+    ExpectDefaults(m_Echo, QDBusObjectPath("/x"));
+    ExpectDefaults(m_Echo, Fielded(text));
+    ExpectDefaults(m_Echo, Fielded(5U, text));
+    ExpectDefaults(m_Echo, Fielded(text, 5));
+    ExpectDefaults(m_Echo, Fielded(text, text, text));
+    ExpectDefaults(m_Echo, Fielded(text, 5U, 5U));
+    ExpectDefaults(m_Echo, Fielded(text, text, 5U));
+    ExpectDefaults(m_Echo, Fielded(text, text, 5U, text));
+    ExpectDefaults(m_Echo, Fielded(5LL, 5LL, 5LL, 5U, 5U));
+    ExpectDefaults(m_Echo, Fielded(Fielded(text, 5U)));
+}
+
+TEST_F(ValueTypes, AreReadAsListsOfDefaultsFromListsOfOtherThings)
+{
+    const auto received = m_Echo.RoundTrip<QDBusVariant>(
+        QDBusVariant(QVariant::fromValue(QList<MPL::ServiceObject>{{"a.b", {}}, {}})));
+    EXPECT_EQ(qdbus_cast<QVector<MPL::BrowserHierarchy>>(received.variant()).size(), 2);
 }
 
 TEST_F(ValueTypes, CarryTheContainers)
