@@ -4,8 +4,6 @@
 #include <QDBusError>
 #include <QDBusPendingReply>
 #include <QDebug>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -16,37 +14,6 @@ namespace
 {
 
 using Proxy = ComTalvexDBusMediaPlayerMediaManagerInterface;
-
-// No proxy of these clients goes while somebody holds this: its destruction, on whichever thread, passes
-// here.
-QBasicMutex s_ProxyGate;
-
-void PassGate()
-{
-    const QMutexLocker locker(&s_ProxyGate);
-}
-
-// Deletes the proxy unless its thread has done so, or is doing so at this moment.
-void Dispose(const QPointer<Proxy>& aProxy)
-{
-    QThread* home = nullptr;
-    {
-        const QMutexLocker locker(&s_ProxyGate);
-        if (aProxy.isNull()) {
-            return;
-        }
-        home = aProxy->thread();
-        // Only its own thread may delete an object that is in use there.
-        if (home != nullptr && home != QThread::currentThread() && home->isRunning()) {
-            aProxy->deleteLater();
-            return;
-        }
-    }
-    if (home != nullptr && home != QThread::currentThread()) {
-        home->wait(); // it may be about to end, and deletes the proxy then
-    }
-    delete aProxy.data();
-}
 
 template <typename Value>
 Value Ask(Proxy* aProxy, QDBusPendingReply<Value> (Proxy::*aQuery)(), const char* aErrorText,
@@ -74,7 +41,6 @@ MediaManagerAbstractClient::MediaManagerAbstractClient(Proxy* aProxy, TestFixtur
     if (aProxy == nullptr) {
         return;
     }
-    connect(aProxy, &QObject::destroyed, &PassGate);
     aProxy->moveToThread(m_Thread);
     connect(m_Thread, &QThread::started, this, &MediaManagerAbstractClient::TestStarted);
     connect(m_Thread, &QThread::finished, this, &MediaManagerAbstractClient::deleteLater);
@@ -91,7 +57,12 @@ MediaManagerAbstractClient::MediaManagerAbstractClient(Proxy* aProxy, TestFixtur
 
 MediaManagerAbstractClient::~MediaManagerAbstractClient()
 {
-    Dispose(m_Proxy);
+    // The thread deletes the proxy when it ends, right now if it is ending.
+    if (m_Proxy.isNull() || m_Thread->isRunning() || m_Thread == QThread::currentThread()) {
+        return;
+    }
+    m_Thread->wait();
+    delete m_Proxy.data();
 }
 
 bool MediaManagerAbstractClient::Init()

@@ -46,8 +46,8 @@ public:
     /// must outlive its thread's run.
     MediaManagerAbstractClient(ComTalvexDBusMediaPlayerMediaManagerInterface* aProxy, TestFixture* aFixture);
 
-    /// Deletes the proxy if the thread's end has not done so. While the fixture's thread runs, that thread
-    /// does it. Blocks while the thread is finishing.
+    /// Leaves the proxy to a running thread, whose end deletes it; deletes it when the thread does not run.
+    /// Blocks while the thread is finishing. As long as there is a proxy, the fixture must still exist.
     ~MediaManagerAbstractClient() override;
 
     /// For derived clients and their tests; returns true here. Nothing calls it.

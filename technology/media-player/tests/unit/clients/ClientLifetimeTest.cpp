@@ -3,6 +3,8 @@
 #include <MPL_PlaybackClient.h>
 #include <MPL_ServiceChecker.h>
 
+#include <QSemaphore>
+
 using namespace MPL::Doubles;
 
 namespace
@@ -51,6 +53,24 @@ TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
         ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
         EXPECT_TRUE(proxy.isNull()) << moment;
     }
+}
+
+TEST_F(ClientLifetime, AClientDeletedOnItsOwnRunningThreadLeavesTheProxyToTheThreadsEnd)
+{
+    OneTest test;
+    auto* proxy = NewManagerProxy(kServiceName, kPath);
+    const QPointer<QObject> watchedProxy = proxy;
+    auto* client = new Idle(proxy, &test);
+    client->moveToThread(&test.m_Thread);
+    QSemaphore gone;
+    QObject::connect(client, &QObject::destroyed, [&gone] { gone.release(); });
+    test.m_Thread.start();
+    QMetaObject::invokeMethod(client, [client] { delete client; });
+    ASSERT_TRUE(gone.tryAcquire(1, kLimitMs));
+    EXPECT_FALSE(watchedProxy.isNull());
+    test.QuitTest();
+    ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
+    EXPECT_TRUE(watchedProxy.isNull());
 }
 
 TEST_F(ClientLifetime, PlaybackProxyOutlivesTheClientUntilTheThreadEnds)
