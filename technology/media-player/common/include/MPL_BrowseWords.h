@@ -24,7 +24,7 @@ inline const QString MPL_BROWSE_CATEGORY_ITUNES_RADIO = QStringLiteral("itunes_r
 inline const QString MPL_BROWSE_CATEGORY_FOLDER = QStringLiteral("folder");
 inline const QString MPL_BROWSE_CATEGORY_COMPOSER = QStringLiteral("composer");
 inline const QString MPL_BROWSE_CATEGORY_VIDEO = QStringLiteral("video");
-inline const std::array<QString, 12> MPL_BROWSE_CATEGORIES{
+inline const std::array MPL_BROWSE_CATEGORIES{
     MPL_BROWSE_CATEGORY_GENRE,       MPL_BROWSE_CATEGORY_ARTIST,        MPL_BROWSE_CATEGORY_ALBUM,
     MPL_BROWSE_CATEGORY_COMPILATION, MPL_BROWSE_CATEGORY_SONG,          MPL_BROWSE_CATEGORY_PLAYLIST,
     MPL_BROWSE_CATEGORY_AUDIO_BOOK,  MPL_BROWSE_CATEGORY_AUDIO_PODCAST, MPL_BROWSE_CATEGORY_ITUNES_RADIO,
@@ -56,31 +56,31 @@ inline const QString MPL_TRACK_INFO_KEY_NOW_PLAYING_APP_NAME = QStringLiteral("n
 inline const QString MPL_TRACK_INFO_KEY_SONG_RATING = QStringLiteral("song_rating");
 inline const QString MPL_TRACK_INFO_KEY_STATION_NAME = QStringLiteral("station_name");
 inline const QString MPL_TRACK_INFO_KEY_IMAGE_URL = QStringLiteral("image_url");
-inline const std::array<QString, 25> MPL_TRACK_INFO_KEYS{MPL_TRACK_INFO_KEY_GENRE_NAME,
-                                                         MPL_TRACK_INFO_KEY_ARTIST_NAME,
-                                                         MPL_TRACK_INFO_KEY_ALBUM_NAME,
-                                                         MPL_TRACK_INFO_KEY_TRACK_NAME,
-                                                         MPL_TRACK_INFO_KEY_TRACK_ID,
-                                                         MPL_TRACK_INFO_KEY_COMPOSER_NAME,
-                                                         MPL_TRACK_INFO_KEY_FOLDER_NAME,
-                                                         MPL_TRACK_INFO_KEY_ALBUM_ARTIST,
-                                                         MPL_TRACK_INFO_KEY_ALBUM_ART,
-                                                         MPL_TRACK_INFO_KEY_ALBUM_YEAR,
-                                                         MPL_TRACK_INFO_KEY_TRACK_LENGTH,
-                                                         MPL_TRACK_INFO_KEY_TRACK_NUMBER,
-                                                         MPL_TRACK_INFO_KEY_FILE_NAME,
-                                                         MPL_TRACK_INFO_KEY_TRACK_URL,
-                                                         MPL_TRACK_INFO_KEY_NOW_PLAYING_TRACK_INDEX,
-                                                         MPL_TRACK_INFO_KEY_MEDIA_TYPE,
-                                                         MPL_TRACK_INFO_KEY_TRACK_COUNT,
-                                                         MPL_TRACK_INFO_KEY_ALBUM_COUNT,
-                                                         MPL_TRACK_INFO_KEY_TOTAL_DURATION,
-                                                         MPL_TRACK_INFO_KEY_IAP_FLAGS,
-                                                         MPL_TRACK_INFO_KEY_IS_ITUNES_RADIO,
-                                                         MPL_TRACK_INFO_KEY_NOW_PLAYING_APP_NAME,
-                                                         MPL_TRACK_INFO_KEY_SONG_RATING,
-                                                         MPL_TRACK_INFO_KEY_STATION_NAME,
-                                                         MPL_TRACK_INFO_KEY_IMAGE_URL};
+inline const std::array MPL_TRACK_INFO_KEYS{MPL_TRACK_INFO_KEY_GENRE_NAME,
+                                            MPL_TRACK_INFO_KEY_ARTIST_NAME,
+                                            MPL_TRACK_INFO_KEY_ALBUM_NAME,
+                                            MPL_TRACK_INFO_KEY_TRACK_NAME,
+                                            MPL_TRACK_INFO_KEY_TRACK_ID,
+                                            MPL_TRACK_INFO_KEY_COMPOSER_NAME,
+                                            MPL_TRACK_INFO_KEY_FOLDER_NAME,
+                                            MPL_TRACK_INFO_KEY_ALBUM_ARTIST,
+                                            MPL_TRACK_INFO_KEY_ALBUM_ART,
+                                            MPL_TRACK_INFO_KEY_ALBUM_YEAR,
+                                            MPL_TRACK_INFO_KEY_TRACK_LENGTH,
+                                            MPL_TRACK_INFO_KEY_TRACK_NUMBER,
+                                            MPL_TRACK_INFO_KEY_FILE_NAME,
+                                            MPL_TRACK_INFO_KEY_TRACK_URL,
+                                            MPL_TRACK_INFO_KEY_NOW_PLAYING_TRACK_INDEX,
+                                            MPL_TRACK_INFO_KEY_MEDIA_TYPE,
+                                            MPL_TRACK_INFO_KEY_TRACK_COUNT,
+                                            MPL_TRACK_INFO_KEY_ALBUM_COUNT,
+                                            MPL_TRACK_INFO_KEY_TOTAL_DURATION,
+                                            MPL_TRACK_INFO_KEY_IAP_FLAGS,
+                                            MPL_TRACK_INFO_KEY_IS_ITUNES_RADIO,
+                                            MPL_TRACK_INFO_KEY_NOW_PLAYING_APP_NAME,
+                                            MPL_TRACK_INFO_KEY_SONG_RATING,
+                                            MPL_TRACK_INFO_KEY_STATION_NAME,
+                                            MPL_TRACK_INFO_KEY_IMAGE_URL};
 
 /// The key "RESULT_TYPE" of a browse or search result record, its values, and the other keys of the record.
 inline const QString MPL_RESULT_KEY_RESULT_TYPE = QStringLiteral("RESULT_TYPE");
@@ -114,23 +114,22 @@ inline const QString MPL_RESULT_KEY_SUB_MENU = QStringLiteral("SUB-MENU");
 inline const QString MPL_RESULT_KEY_ART_DYNAMIC = QStringLiteral("ART-DYNAMIC");
 inline const QString MPL_RESULT_KEY_STATION = QStringLiteral("STATION");
 inline const QString MPL_RESULT_KEY_CONTAINER = QStringLiteral("CONTAINER");
-inline const std::array<QString, 31> MPL_RESULT_KEYS{
-    MPL_RESULT_KEY_RESULT_TYPE,  MPL_RESULT_KEY_TOPLEVEL,
-    MPL_RESULT_KEY_PLAYLIST,     MPL_RESULT_KEY_GENRE,
-    MPL_RESULT_KEY_ARTIST,       MPL_RESULT_KEY_ALBUM,
-    MPL_RESULT_KEY_COMPILATION,  MPL_RESULT_KEY_SONG,
-    MPL_RESULT_KEY_AUDIO_BOOK,   MPL_RESULT_KEY_AUDIO_PODCAST,
-    MPL_RESULT_KEY_ITUNES_RADIO, MPL_RESULT_KEY_ENTRY_ID,
-    MPL_RESULT_KEY_SCORE,        MPL_RESULT_KEY_COMPOSER,
-    MPL_RESULT_KEY_FOLDER,       MPL_RESULT_KEY_FILE,
-    MPL_RESULT_KEY_DURATION,     MPL_RESULT_KEY_ALBUM_ARTIST,
-    MPL_RESULT_KEY_ALBUM_ART,    MPL_RESULT_KEY_ALBUM_YEAR,
-    MPL_RESULT_KEY_TRACK_NUMBER, MPL_RESULT_KEY_SEARCH,
-    MPL_RESULT_KEY_VIDEO,        MPL_RESULT_KEY_TRACK_COUNT,
-    MPL_RESULT_KEY_ALBUM_COUNT,  MPL_RESULT_KEY_PLAYLIST_DURATION_MS,
-    MPL_RESULT_KEY_COMMAND,      MPL_RESULT_KEY_SUB_MENU,
-    MPL_RESULT_KEY_ART_DYNAMIC,  MPL_RESULT_KEY_STATION,
-    MPL_RESULT_KEY_CONTAINER};
+inline const std::array MPL_RESULT_KEYS{MPL_RESULT_KEY_RESULT_TYPE,  MPL_RESULT_KEY_TOPLEVEL,
+                                        MPL_RESULT_KEY_PLAYLIST,     MPL_RESULT_KEY_GENRE,
+                                        MPL_RESULT_KEY_ARTIST,       MPL_RESULT_KEY_ALBUM,
+                                        MPL_RESULT_KEY_COMPILATION,  MPL_RESULT_KEY_SONG,
+                                        MPL_RESULT_KEY_AUDIO_BOOK,   MPL_RESULT_KEY_AUDIO_PODCAST,
+                                        MPL_RESULT_KEY_ITUNES_RADIO, MPL_RESULT_KEY_ENTRY_ID,
+                                        MPL_RESULT_KEY_SCORE,        MPL_RESULT_KEY_COMPOSER,
+                                        MPL_RESULT_KEY_FOLDER,       MPL_RESULT_KEY_FILE,
+                                        MPL_RESULT_KEY_DURATION,     MPL_RESULT_KEY_ALBUM_ARTIST,
+                                        MPL_RESULT_KEY_ALBUM_ART,    MPL_RESULT_KEY_ALBUM_YEAR,
+                                        MPL_RESULT_KEY_TRACK_NUMBER, MPL_RESULT_KEY_SEARCH,
+                                        MPL_RESULT_KEY_VIDEO,        MPL_RESULT_KEY_TRACK_COUNT,
+                                        MPL_RESULT_KEY_ALBUM_COUNT,  MPL_RESULT_KEY_PLAYLIST_DURATION_MS,
+                                        MPL_RESULT_KEY_COMMAND,      MPL_RESULT_KEY_SUB_MENU,
+                                        MPL_RESULT_KEY_ART_DYNAMIC,  MPL_RESULT_KEY_STATION,
+                                        MPL_RESULT_KEY_CONTAINER};
 
 /// Browse status: the key, its values, and the further keys and values of a status record.
 inline const QString MPL_BROWSE_STATUS_BROWSE_STATUS = QStringLiteral("BROWSE_STATUS");
@@ -142,15 +141,15 @@ inline const QString MPL_BROWSE_STATUS_BROWSE_REQUIRES_HMI_SORT = QStringLiteral
 inline const QString MPL_BROWSE_STATUS_BROWSE_RESULTS_COUNT = QStringLiteral("BROWSE_RESULTS_COUNT");
 inline const QString MPL_BROWSE_STATUS_SUCCESS = QStringLiteral("SUCCESS");
 inline const QString MPL_BROWSE_STATUS_FAILURE = QStringLiteral("FAILURE");
-inline const std::array<QString, 9> MPL_BROWSE_STATUS{MPL_BROWSE_STATUS_BROWSE_STATUS,
-                                                      MPL_BROWSE_STATUS_BROWSE_NEXT,
-                                                      MPL_BROWSE_STATUS_BROWSE_BACK,
-                                                      MPL_BROWSE_STATUS_BROWSE_CANCELLED,
-                                                      MPL_BROWSE_STATUS_BROWSE_RESULTS_SORT_INFO,
-                                                      MPL_BROWSE_STATUS_BROWSE_REQUIRES_HMI_SORT,
-                                                      MPL_BROWSE_STATUS_BROWSE_RESULTS_COUNT,
-                                                      MPL_BROWSE_STATUS_SUCCESS,
-                                                      MPL_BROWSE_STATUS_FAILURE};
+inline const std::array MPL_BROWSE_STATUS{MPL_BROWSE_STATUS_BROWSE_STATUS,
+                                          MPL_BROWSE_STATUS_BROWSE_NEXT,
+                                          MPL_BROWSE_STATUS_BROWSE_BACK,
+                                          MPL_BROWSE_STATUS_BROWSE_CANCELLED,
+                                          MPL_BROWSE_STATUS_BROWSE_RESULTS_SORT_INFO,
+                                          MPL_BROWSE_STATUS_BROWSE_REQUIRES_HMI_SORT,
+                                          MPL_BROWSE_STATUS_BROWSE_RESULTS_COUNT,
+                                          MPL_BROWSE_STATUS_SUCCESS,
+                                          MPL_BROWSE_STATUS_FAILURE};
 
 /// Browser function and option names.
 inline const QString MPL_BROWSER_FUNCTION_BROWSER_START = QStringLiteral("BROWSER-START");
@@ -168,19 +167,19 @@ inline const QString MPL_BROWSER_FUNCTION_BROWSER_CURRENT_HIERARCHY_URL =
 inline const QString MPL_BROWSER_FUNCTION_BROWSER_CURRENT_SORT_MODE =
     QStringLiteral("BROWSER-CURRENT-SORT-MODE");
 inline const QString MPL_BROWSER_FUNCTION_PLAYALL = QStringLiteral("PLAYALL");
-inline const std::array<QString, 13> MPL_BROWSER_FUNCTIONS{MPL_BROWSER_FUNCTION_BROWSER_START,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_BACK,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_CANCEL,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_SEARCH,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_SELECT_INDEX,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_GET_COUNT,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_GET_RESULT,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_PLAY_ALL,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_CHARACTER_INDEX,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_HIERARCHY,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_CURRENT_HIERARCHY_URL,
-                                                           MPL_BROWSER_FUNCTION_BROWSER_CURRENT_SORT_MODE,
-                                                           MPL_BROWSER_FUNCTION_PLAYALL};
+inline const std::array MPL_BROWSER_FUNCTIONS{MPL_BROWSER_FUNCTION_BROWSER_START,
+                                              MPL_BROWSER_FUNCTION_BROWSER_BACK,
+                                              MPL_BROWSER_FUNCTION_BROWSER_CANCEL,
+                                              MPL_BROWSER_FUNCTION_BROWSER_SEARCH,
+                                              MPL_BROWSER_FUNCTION_BROWSER_SELECT_INDEX,
+                                              MPL_BROWSER_FUNCTION_BROWSER_GET_COUNT,
+                                              MPL_BROWSER_FUNCTION_BROWSER_GET_RESULT,
+                                              MPL_BROWSER_FUNCTION_BROWSER_PLAY_ALL,
+                                              MPL_BROWSER_FUNCTION_BROWSER_CHARACTER_INDEX,
+                                              MPL_BROWSER_FUNCTION_BROWSER_HIERARCHY,
+                                              MPL_BROWSER_FUNCTION_BROWSER_CURRENT_HIERARCHY_URL,
+                                              MPL_BROWSER_FUNCTION_BROWSER_CURRENT_SORT_MODE,
+                                              MPL_BROWSER_FUNCTION_PLAYALL};
 
 /// Keys of the result lists by category.
 inline const QString MPL_RESULT_LIST_KEY_TOP_LEVEL_RESULTS = QStringLiteral("top_level_results");
@@ -195,7 +194,7 @@ inline const QString MPL_RESULT_LIST_KEY_VIDEO_RESULTS = QStringLiteral("video_r
 inline const QString MPL_RESULT_LIST_KEY_AUDIO_BOOK_RESULTS = QStringLiteral("audio_book_results");
 inline const QString MPL_RESULT_LIST_KEY_AUDIO_PODCAST_RESULTS = QStringLiteral("audio_podcast_results");
 inline const QString MPL_RESULT_LIST_KEY_ITUNES_RADIO_RESULTS = QStringLiteral("itunes_radio_results");
-inline const std::array<QString, 12> MPL_RESULT_LIST_KEYS{
+inline const std::array MPL_RESULT_LIST_KEYS{
     MPL_RESULT_LIST_KEY_TOP_LEVEL_RESULTS,     MPL_RESULT_LIST_KEY_GENRE_RESULTS,
     MPL_RESULT_LIST_KEY_ARTIST_RESULTS,        MPL_RESULT_LIST_KEY_ALBUM_RESULTS,
     MPL_RESULT_LIST_KEY_TRACK_RESULTS,         MPL_RESULT_LIST_KEY_PLAYLIST_RESULTS,
@@ -209,9 +208,9 @@ inline const QString MPL_SEARCH_STATE_INQUIRY_BROWSE = QStringLiteral("INQUIRY_B
 inline const QString MPL_SEARCH_STATE_SEARCH_CANCELLED = QStringLiteral("SEARCH_CANCELLED");
 inline const QString MPL_SEARCH_STATE_SEARCH_DONE = QStringLiteral("SEARCH_DONE");
 inline const QString MPL_SEARCH_STATE_SEARCH_CLEARED = QStringLiteral("SEARCH_CLEARED");
-inline const std::array<QString, 5> MPL_SEARCH_STATES{
-    MPL_SEARCH_STATE_INQUIRY_SEARCH, MPL_SEARCH_STATE_INQUIRY_BROWSE, MPL_SEARCH_STATE_SEARCH_CANCELLED,
-    MPL_SEARCH_STATE_SEARCH_DONE, MPL_SEARCH_STATE_SEARCH_CLEARED};
+inline const std::array MPL_SEARCH_STATES{MPL_SEARCH_STATE_INQUIRY_SEARCH, MPL_SEARCH_STATE_INQUIRY_BROWSE,
+                                          MPL_SEARCH_STATE_SEARCH_CANCELLED, MPL_SEARCH_STATE_SEARCH_DONE,
+                                          MPL_SEARCH_STATE_SEARCH_CLEARED};
 
 /// Error texts of the browse and search services.
 inline const QString MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO =
@@ -228,43 +227,48 @@ inline const QString MPL_BROWSE_ERROR_MESSAGE_CATEGORIES_NOT_SUPPORTED =
     QStringLiteral("GetAvailableCategories() not supported!");
 inline const QString MPL_BROWSE_ERROR_MESSAGE_SORT_METHODS_NOT_SUPPORTED =
     QStringLiteral("GetAvailableSortMethods() not supported!");
-inline const std::array<QString, 7> MPL_BROWSE_ERROR_MESSAGES{
-    MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO,
-    MPL_BROWSE_ERROR_MESSAGE_FETCHING_RESULTS,
-    MPL_BROWSE_ERROR_MESSAGE_SELECTED_INDEX,
-    MPL_BROWSE_ERROR_MESSAGE_SELECTED_INDEX_OUT_OF_RANGE,
-    MPL_BROWSE_ERROR_MESSAGE_INVALID_FUNCTION,
-    MPL_BROWSE_ERROR_MESSAGE_CATEGORIES_NOT_SUPPORTED,
-    MPL_BROWSE_ERROR_MESSAGE_SORT_METHODS_NOT_SUPPORTED};
+inline const std::array MPL_BROWSE_ERROR_MESSAGES{MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO,
+                                                  MPL_BROWSE_ERROR_MESSAGE_FETCHING_RESULTS,
+                                                  MPL_BROWSE_ERROR_MESSAGE_SELECTED_INDEX,
+                                                  MPL_BROWSE_ERROR_MESSAGE_SELECTED_INDEX_OUT_OF_RANGE,
+                                                  MPL_BROWSE_ERROR_MESSAGE_INVALID_FUNCTION,
+                                                  MPL_BROWSE_ERROR_MESSAGE_CATEGORIES_NOT_SUPPORTED,
+                                                  MPL_BROWSE_ERROR_MESSAGE_SORT_METHODS_NOT_SUPPORTED};
 
-/// Play-queue function names, and the error text of the play-queue database.
+/// Play-queue function names.
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_COUNT = QStringLiteral("PLAYQUEUE-GET-COUNT");
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_TRACK_INFO = QStringLiteral("PLAYQUEUE-TRACK-INFO");
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_INDEX = QStringLiteral("PLAYQUEUE-GET-INDEX");
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_FUNC = QStringLiteral("PLAYQUEUE-FUNC");
-inline const QString MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE = QStringLiteral("PlayQueue database error.");
-inline const std::array<QString, 5> MPL_PLAYQUEUE_FUNCTIONS{
+inline const std::array MPL_PLAYQUEUE_FUNCTIONS{
     MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_COUNT, MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_TRACK_INFO,
-    MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_INDEX, MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_FUNC,
-    MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE};
+    MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_INDEX, MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_FUNC};
 
-/// Media-info function names, the media-info options, and the error text of the functionality.
+/// Error text of the play-queue database.
+inline const QString MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE = QStringLiteral("PlayQueue database error.");
+
+/// Media-info function names.
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_INFO = QStringLiteral("MEDIAINFO-TRACK-INFO");
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_TIME = QStringLiteral("MEDIAINFO-TRACK-TIME");
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_ART = QStringLiteral("MEDIAINFO-TRACK-ART");
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_STATION_ART = QStringLiteral("MEDIAINFO-STATION-ART");
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_BUFFER_INFO = QStringLiteral("MEDIAINFO-BUFFER-INFO");
-inline const QString MPL_MEDIAINFO_FUNCTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE =
+inline const std::array MPL_MEDIAINFO_FUNCTIONS{
+    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_INFO, MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_TIME,
+    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_ART, MPL_MEDIAINFO_FUNCTION_MEDIAINFO_STATION_ART,
+    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_BUFFER_INFO};
+
+/// Media-info options.
+inline const QString MPL_MEDIAINFO_OPTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE =
     QStringLiteral("playback_time_on_track_info_update");
-inline const QString MPL_MEDIAINFO_FUNCTION_RESET_IMMEDIATELY = QStringLiteral("reset_immediately");
-inline const QString MPL_MEDIAINFO_FUNCTION_RESET_DELAYED = QStringLiteral("reset_delayed");
+inline const QString MPL_MEDIAINFO_OPTION_RESET_IMMEDIATELY = QStringLiteral("reset_immediately");
+inline const QString MPL_MEDIAINFO_OPTION_RESET_DELAYED = QStringLiteral("reset_delayed");
+inline const std::array MPL_MEDIAINFO_OPTIONS{MPL_MEDIAINFO_OPTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE,
+                                              MPL_MEDIAINFO_OPTION_RESET_IMMEDIATELY,
+                                              MPL_MEDIAINFO_OPTION_RESET_DELAYED};
+
+/// Error text of the media-info functionality.
 inline const QString MPL_MEDIAINFO_FUNCTIONALITY_ERROR_MESSAGE =
     QStringLiteral("Media info functionality error!");
-inline const std::array<QString, 9> MPL_MEDIAINFO_FUNCTIONS{
-    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_INFO,  MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_TIME,
-    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_ART,   MPL_MEDIAINFO_FUNCTION_MEDIAINFO_STATION_ART,
-    MPL_MEDIAINFO_FUNCTION_MEDIAINFO_BUFFER_INFO, MPL_MEDIAINFO_FUNCTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE,
-    MPL_MEDIAINFO_FUNCTION_RESET_IMMEDIATELY,     MPL_MEDIAINFO_FUNCTION_RESET_DELAYED,
-    MPL_MEDIAINFO_FUNCTIONALITY_ERROR_MESSAGE};
 
 } // namespace MPL

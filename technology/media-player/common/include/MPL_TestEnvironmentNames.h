@@ -35,21 +35,21 @@ inline const QString MPL_TEST_SEPARATOR_1 = QStringLiteral(" ");
 inline const QString MPL_TEST_SEPARATOR_2 = QStringLiteral(" ");
 
 /// Lifecycle-manager names of the tuner processes.
-inline const std::array<QString, 2> MPL_TEST_TUNER_PROCESS_NAMES{QStringLiteral("audio-tuner-manager"),
-                                                                 QStringLiteral("tuner-device-manager")};
+inline const std::array MPL_TEST_TUNER_PROCESS_NAMES{QStringLiteral("audio-tuner-manager"),
+                                                     QStringLiteral("tuner-device-manager")};
 
 /// Lifecycle-manager names of the media sources. This list has Bluetooth where the two below have the disc.
-inline const std::array<QString, 5> MPL_TEST_MEDIA_SOURCE_SLM_NAMES{
+inline const std::array MPL_TEST_MEDIA_SOURCE_SLM_NAMES{
     QStringLiteral("media-source-mass-storage"), QStringLiteral("media-source-apple"),
     QStringLiteral("media-source-pandora"), QStringLiteral("media-source-spotify"),
     QStringLiteral("media-source-btmedia")};
 
 /// Bus names of the media sources that tests launch; entry i belongs to entry i of the process names.
-inline const std::array<QString, 5> MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES{
+inline const std::array MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES{
     MPL::MPL_MASS_STORAGE_SERVICE_NAME, MPL::MPL_APPLE_SERVICE_NAME, MPL::MPL_PANDORA_SERVICE_NAME,
     MPL::MPL_DISC_SERVICE_NAME, MPL::MPL_SPOTIFY_SERVICE_NAME};
 
 /// Executable names of the same sources.
-inline const std::array<QString, 5> MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES{
+inline const std::array MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES{
     MPL::MPL_MASS_STORAGE_PROCESS_NAME, MPL::MPL_APPLE_PROCESS_NAME, MPL::MPL_PANDORA_PROCESS_NAME,
     MPL::MPL_DISC_PROCESS_NAME, MPL::MPL_SPOTIFY_PROCESS_NAME};

@@ -55,6 +55,17 @@ TEST(Words, AreDistinctWithinAGroup)
     ExpectDistinct(MPL_DEVICE_INFO_KEYS);
 }
 
+TEST(Words, OfFunctionsAreNeitherOptionsNorErrorTexts)
+{
+    using namespace MPL;
+    EXPECT_EQ(ListOf(MPL_PLAYQUEUE_FUNCTIONS).filter(QStringLiteral("PLAYQUEUE-")).size(), 4);
+    EXPECT_EQ(MPL_PLAYQUEUE_FUNCTIONS.size(), 4U);
+    EXPECT_EQ(ListOf(MPL_MEDIAINFO_FUNCTIONS).filter(QStringLiteral("MEDIAINFO-")).size(), 5);
+    EXPECT_EQ(MPL_MEDIAINFO_FUNCTIONS.size(), 5U);
+    EXPECT_EQ(ListOf(MPL_MEDIAINFO_OPTIONS),
+              QStringList({"playback_time_on_track_info_update", "reset_immediately", "reset_delayed"}));
+}
+
 TEST(Words, KeepTheDevicePathTemplateByteForByte)
 {
     EXPECT_EQ(MPL::MPL_APPLE_DEVICE_LABEL.arg("a", "b"),
