@@ -38,8 +38,6 @@ const QString MPL_TEST_HMI_CLUSTER_PROCESS_NAME = QStringLiteral("hmi_cluster");
 const QString MPL_TEST_MPL_CONFIG_FILE = QStringLiteral("/opt/talvex/etc/mplConfig.json");
 const QString MPL_TEST_UNIT_CONFIG_FILE = QStringLiteral("/var/talvex/media-player/mplUnitConfig.json");
 
-// The connection held before any bus is chosen; no connection is ever opened under this name.
-const QString MPL_TEST_INVALID_DBUS_NAME = QStringLiteral("InvalidDbus");
 // The private test bus.
 const QString MPL_TEST_DBUS_CONNECTION_NAME = QStringLiteral("MPLTestDbus");
 const QString MPL_TEST_DBUS_CONFIG_FILE = QStringLiteral("/opt/talvex/etc/mpl-dbus.conf");

@@ -15,6 +15,22 @@ namespace
 const QString kConfig = QStringLiteral("/opt/talvex/etc/mplConfig.json");
 const QString kUnitConfig = QStringLiteral("/var/talvex/media-player/mplUnitConfig.json");
 
+// What a test program's own static objects make of the controller's.
+const QString kBelowTheDefault = kMPLDefaultEnvironment + QStringLiteral("sub");
+const QStringList kDeviceIds{TEST_SOURCE_1_DEVICE_ID, TEST_SOURCE_2_DEVICE_ID, TEST_SOURCE_3_DEVICE_ID};
+const QStringList kFirstState{MPL_TestEnvironment::m_EnvironmentDirectory,
+                              MPL_TestEnvironment::m_PandoraUserName, MPL_TestEnvironment::m_PandoraPassword};
+const bool kConnectedAtFirst = MPL_TestEnvironment::m_TestDbusConnection.isConnected();
+
+TEST(EnvironmentStatics, AreThereBeforeThoseOfTheTestProgram)
+{
+    EXPECT_EQ(kBelowTheDefault, "/var/talvex/media-player/test/sub");
+    EXPECT_EQ(kDeviceIds, QStringList({"00000001", "00000002", "00000003"}));
+    EXPECT_EQ(kFirstState, QStringList({kMPLDefaultEnvironment, MPL_TEST_PANDORA_USER_NAME_1,
+                                        MPL_TEST_PANDORA_PASSWORD_1}));
+    EXPECT_FALSE(kConnectedAtFirst);
+}
+
 class Environment : public DoublesTest
 {
 protected:
