@@ -16,7 +16,8 @@
 /// locked, every wait blocks that thread and runs no event loop. Unless a function says otherwise it returns
 /// true on success and false on failure, leaves out-arguments unchanged on failure, skips the remaining steps
 /// after the first that fails, and undoes nothing. Progress is logged at debug level, failures at critical
-/// level.
+/// level; a question whose answer is no, a wait that times out and an unknown source's name say so at debug
+/// level or not at all.
 #pragma once
 
 #include <MPL_IndexerInfoProxy.h>
@@ -198,9 +199,9 @@ public:
     /// empty or can't be created.
     static bool SetEnvironment(const QString& aDirectory, bool aClean);
 
-    /// Removes the files of the environment directory, but not its sub-directories. Returns true only when
-    /// nothing at all is listed afterwards; as a listing has "." and "..", this is so only for a directory
-    /// that does not exist.
+    /// Removes the files of the environment directory, but not its sub-directories and dot-files. Returns
+    /// true only when nothing at all is listed afterwards; as a listing has "." and "..", this is so only for
+    /// a directory that does not exist.
     static bool CleanEnvironment();
 
     /// Copies the file into the environment directory under its own name. Returns false when the path has no
@@ -219,8 +220,9 @@ public:
     static void SetPandoraCredentials(const QString& aUserName, const QString& aPassword);
 
     /// Resets what the stack remembers between runs: the active source and its playback state. With
-    /// `aActivateDataManager` the data-manager library is started before and shut down after. Returns whether
-    /// both were stored; blocks for the store's file access.
+    /// `aActivateDataManager` the data-manager library is started before and shut down after. Without it the
+    /// program must have started the library itself: on the host platform nothing is stored otherwise, and
+    /// the result is false. Returns whether both were stored; blocks for the store's file access.
     static bool ClearMPLState(bool aActivateDataManager);
 
     /// @}
