@@ -17,13 +17,23 @@ StackFaults::StackFaults(const QString& aProgram, const QByteArray& aFaults)
 {
     const QJsonObject object = QJsonDocument::fromJson(aFaults).object();
     EXPECT_FALSE(object.isEmpty()) << "no JSON object: " << aFaults.constData();
-    QFile file(kFaultsFile);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.errorString());
     const QJsonObject programs{{aProgram, object}};
-    file.write(QJsonDocument(QJsonObject{{QStringLiteral("programs"), programs}}).toJson());
+    WriteFile(QJsonDocument(QJsonObject{{QStringLiteral("programs"), programs}}).toJson());
 }
 
 StackFaults::~StackFaults()
+{
+    RemoveFile();
+}
+
+void StackFaults::WriteFile(const QByteArray& aContent)
+{
+    QFile file(kFaultsFile);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.errorString());
+    EXPECT_EQ(file.write(aContent), aContent.size());
+}
+
+void StackFaults::RemoveFile()
 {
     QFile::remove(kFaultsFile);
 }

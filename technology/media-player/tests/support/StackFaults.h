@@ -10,6 +10,11 @@ class StackFaults
 public:
     StackFaults(const QString& aProgram, const QByteArray& aFaults);
     ~StackFaults();
+    /// Writes the whole faults file as given, right or wrong.
+    static void WriteFile(const QByteArray& aContent);
+    /// Takes all faults away.
+    static void RemoveFile();
+
     StackFaults(const StackFaults&) = delete;
     StackFaults& operator=(const StackFaults&) = delete;
 };

@@ -1,5 +1,6 @@
 // Handing the stack to the real service manager and taking it back.
 #include "JobRecorder.h"
+#include "Require.h"
 #include <MPL_DBusUtils.h>
 #include <MPL_ProcessInfo.h>
 #include <MPL_TestEnvironment.h>
@@ -15,18 +16,7 @@ namespace
 class LifecycleManager : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        if (qgetenv("MPL_SANDBOX_LIFECYCLE_MANAGER") == "systemd") {
-            return;
-        }
-        constexpr const char* kReason =
-            "this sandbox has no lifecycle manager; mpl-sandbox prints why at its start";
-        if (qgetenv("CI") == "true") {
-            FAIL() << kReason;
-        }
-        GTEST_SKIP() << kReason;
-    }
+    void SetUp() override { RequireLifecycleManager(); }
 
     static std::string InOneLine(const QStringList& aServices) { return aServices.join(' ').toStdString(); }
 };

@@ -2,6 +2,7 @@
 #include "Journal.h"
 #include "LifecycleManager.h"
 #include "LogRecorder.h"
+#include "Require.h"
 #include <MPL_ProcessInfo.h>
 
 #include <QFile>
@@ -21,15 +22,7 @@ protected:
     void SetUp() override
     {
         ClearNotes();
-        if (qgetenv("MPL_SANDBOX_LIFECYCLE_MANAGER") == "systemd") {
-            return;
-        }
-        constexpr const char* kReason =
-            "this sandbox has no lifecycle manager; mpl-sandbox prints why at its start";
-        if (qgetenv("CI") == "true") {
-            FAIL() << kReason;
-        }
-        GTEST_SKIP() << kReason;
+        RequireLifecycleManager();
     }
 
     static void Install(const char* aService, const QByteArray& aContent)

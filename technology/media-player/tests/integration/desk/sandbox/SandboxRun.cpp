@@ -1,5 +1,7 @@
 #include "SandboxRun.h"
 
+#include "Require.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
@@ -95,13 +97,7 @@ Outcome Sandbox::RunScript(const QString& aScript, const QStringList& aOptions)
 void Sandbox::RequireLifecycleManager()
 {
     const Outcome outcome = RunScript("echo $MPL_SANDBOX_LIFECYCLE_MANAGER", {});
-    if (outcome.out == "systemd\n") {
-        return;
-    }
-    if (qEnvironmentVariable("CI") == "true") {
-        FAIL() << outcome.err;
-    }
-    GTEST_SKIP() << outcome.err;
+    Require(outcome.out == "systemd\n", QString::fromStdString(outcome.err));
 }
 
 std::unique_ptr<QProcess> Sandbox::StartScript(const QString& aScript, const QStringList& aOptions)

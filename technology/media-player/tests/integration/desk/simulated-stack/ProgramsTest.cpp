@@ -1,4 +1,5 @@
 // How the programs of the simulated stack start, fail on purpose and end.
+#include "StackFaults.h"
 #include "StackFixture.h"
 #include <MPL_MMEMountProxy.h>
 #include <MPL_ServiceNames.h>
@@ -69,7 +70,7 @@ TEST_F(ProgramsTest, WrongFaultsFilesAreRefusedWithTheReason)
         {R"({"programs": {"media_manager": {"start_delay_ms": "3"}}})", "\"start_delay_ms\" of"},
         {R"({"programs": {"media_manager": {"replies": {"a.b": "maybe"}}}})", "\"replies\" of"}};
     for (const auto& [content, reason] : cases) {
-        WriteFaultsFile(content);
+        StackFaults::WriteFile(content);
         QProcess& process = Start(QStringLiteral("media_manager"), {});
         EXPECT_EQ(ExitStatus(process), 2) << content;
         const QByteArray text = process.readAllStandardError();

@@ -1,5 +1,7 @@
 #include "StackFixture.h"
 
+#include "Require.h"
+#include "StackFaults.h"
 #include <MPL_ServiceNames.h>
 #include <MPL_TestEnvironmentNames.h>
 
@@ -11,11 +13,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace
-{
-const QString kFaultsFile = QStringLiteral("/opt/talvex/etc/simulated-stack.json");
-}
-
 const QString StackTest::kManagerService = MPL::MPL_MEDIA_MANAGER_SERVICE_NAME;
 const QString StackTest::kManagerPath = MPL::MPL_MEDIA_MANAGER_OBJECT_PATH;
 
@@ -24,11 +21,9 @@ const QStringList StackTest::kDatabase{QStringLiteral("DB=") + kDatabaseFile};
 
 void StackTest::SetUp()
 {
-    if (!qEnvironmentVariableIsSet("MPL_SANDBOX")) {
-        if (qgetenv("CI") == "true") {
-            FAIL() << "these tests need the sandbox: run them through mpl-sandbox";
-        }
-        GTEST_SKIP() << "these tests need the sandbox: run them through mpl-sandbox";
+    RequireSandbox();
+    if (HasFatalFailure() || IsSkipped()) {
+        return;
     }
     MPL::RegisterAllMetaTypes();
     m_Daemon.start(QStringLiteral("/usr/bin/dbus-daemon"),
@@ -49,7 +44,7 @@ void StackTest::TearDown()
     }
     m_Programs.clear();
     m_Manager.reset();
-    QFile::remove(kFaultsFile);
+    StackFaults::RemoveFile();
     QDBusConnection::disconnectFromBus(m_Bus.name());
     m_Daemon.kill();
     m_Daemon.waitForFinished();
@@ -58,14 +53,7 @@ void StackTest::TearDown()
 
 void StackTest::SetFaults(const QByteArray& aPrograms)
 {
-    WriteFaultsFile("{\"programs\": " + aPrograms + "}");
-}
-
-void StackTest::WriteFaultsFile(const QByteArray& aContent)
-{
-    QFile file(kFaultsFile);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(aContent), aContent.size());
+    StackFaults::WriteFile("{\"programs\": " + aPrograms + "}");
 }
 
 QProcess& StackTest::Start(const QString& aProgram, const QStringList& aRguments)
@@ -154,11 +142,4 @@ bool StackTest::BecomesActive(const QString& aPath)
 bool StackTest::Activate(const MPL::ServiceObject& aSource)
 {
     return QDBusReply<void>(Manager().SetActiveMediaSource(aSource)).isValid();
-}
-
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    const QCoreApplication application(argc, argv);
-    return RUN_ALL_TESTS();
 }

@@ -30,7 +30,6 @@ protected:
 
     /// Faults of the programs started from now on: the value of "programs".
     static void SetFaults(const QByteArray& aPrograms);
-    static void WriteFaultsFile(const QByteArray& aContent);
 
     /// Starts a program of /opt/talvex/bin, or at an absolute path.
     QProcess& Start(const QString& aProgram, const QStringList& aRguments);

@@ -1,10 +1,12 @@
 #include "MediaTest.h"
 
+#include "Require.h"
 #include <MPL_MediaPlayerLib.h>
 #include <MPL_TestEnvironmentNames.h>
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
+#include <QDBusMetaType>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QJsonDocument>
@@ -82,13 +84,17 @@ QString MediaTest::MakeStandardFiles()
     return {};
 }
 
+void MediaTest::SetUpTestSuite()
+{
+    MPL::RegisterAllMetaTypes();
+    qDBusRegisterMetaType<QList<qulonglong>>();
+}
+
 void MediaTest::SetUp()
 {
-    if (qEnvironmentVariableIsEmpty("MPL_SANDBOX")) {
-        if (qgetenv("CI") == "true") {
-            FAIL() << "runs in the sandbox only; start it with mpl-sandbox";
-        }
-        GTEST_SKIP() << "runs in the sandbox only; start it with mpl-sandbox";
+    RequireSandbox();
+    if (HasFatalFailure() || IsSkipped()) {
+        return;
     }
     QDir(Folder()).removeRecursively();
     const QString error = MakeStandardFiles();

@@ -43,6 +43,7 @@ protected:
     /// The four tracks of album "Tides" by "Wave" in four formats, each half a second long, and two others.
     static QString MakeStandardFiles();
 
+    static void SetUpTestSuite();
     void SetUp() override;
     void TearDown() override;
 
