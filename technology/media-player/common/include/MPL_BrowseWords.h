@@ -1,4 +1,5 @@
-// Words of browsing and of what is found: categories, record keys, search states, error texts.
+/// @file
+/// Words of browsing and of what is found: categories, record keys, search states, error texts.
 #pragma once
 
 #include <QString>
@@ -11,6 +12,7 @@ namespace MPL
 /// Key of a configuration's list of top-level browse categories.
 inline const QString MPL_TOP_LEVEL_CATEGORIES_KEY = QStringLiteral("top_level_categories");
 
+/// @{
 /// Browse categories.
 inline const QString MPL_BROWSE_CATEGORY_GENRE = QStringLiteral("genre");
 inline const QString MPL_BROWSE_CATEGORY_ARTIST = QStringLiteral("artist");
@@ -29,7 +31,9 @@ inline const std::array MPL_BROWSE_CATEGORIES{
     MPL_BROWSE_CATEGORY_COMPILATION, MPL_BROWSE_CATEGORY_SONG,          MPL_BROWSE_CATEGORY_PLAYLIST,
     MPL_BROWSE_CATEGORY_AUDIO_BOOK,  MPL_BROWSE_CATEGORY_AUDIO_PODCAST, MPL_BROWSE_CATEGORY_ITUNES_RADIO,
     MPL_BROWSE_CATEGORY_FOLDER,      MPL_BROWSE_CATEGORY_COMPOSER,      MPL_BROWSE_CATEGORY_VIDEO};
+/// @}
 
+/// @{
 /// Keys of a track-information record.
 inline const QString MPL_TRACK_INFO_KEY_GENRE_NAME = QStringLiteral("genre_name");
 inline const QString MPL_TRACK_INFO_KEY_ARTIST_NAME = QStringLiteral("artist_name");
@@ -81,7 +85,9 @@ inline const std::array MPL_TRACK_INFO_KEYS{MPL_TRACK_INFO_KEY_GENRE_NAME,
                                             MPL_TRACK_INFO_KEY_SONG_RATING,
                                             MPL_TRACK_INFO_KEY_STATION_NAME,
                                             MPL_TRACK_INFO_KEY_IMAGE_URL};
+/// @}
 
+/// @{
 /// The key "RESULT_TYPE" of a browse or search result record, its values, and the other keys of the record.
 inline const QString MPL_RESULT_KEY_RESULT_TYPE = QStringLiteral("RESULT_TYPE");
 inline const QString MPL_RESULT_KEY_TOPLEVEL = QStringLiteral("TOPLEVEL");
@@ -130,7 +136,9 @@ inline const std::array MPL_RESULT_KEYS{MPL_RESULT_KEY_RESULT_TYPE,  MPL_RESULT_
                                         MPL_RESULT_KEY_COMMAND,      MPL_RESULT_KEY_SUB_MENU,
                                         MPL_RESULT_KEY_ART_DYNAMIC,  MPL_RESULT_KEY_STATION,
                                         MPL_RESULT_KEY_CONTAINER};
+/// @}
 
+/// @{
 /// Browse status: the key, its values, and the further keys and values of a status record.
 inline const QString MPL_BROWSE_STATUS_BROWSE_STATUS = QStringLiteral("BROWSE_STATUS");
 inline const QString MPL_BROWSE_STATUS_BROWSE_NEXT = QStringLiteral("BROWSE_NEXT");
@@ -150,7 +158,9 @@ inline const std::array MPL_BROWSE_STATUS{MPL_BROWSE_STATUS_BROWSE_STATUS,
                                           MPL_BROWSE_STATUS_BROWSE_RESULTS_COUNT,
                                           MPL_BROWSE_STATUS_SUCCESS,
                                           MPL_BROWSE_STATUS_FAILURE};
+/// @}
 
+/// @{
 /// Browser function and option names.
 inline const QString MPL_BROWSER_FUNCTION_BROWSER_START = QStringLiteral("BROWSER-START");
 inline const QString MPL_BROWSER_FUNCTION_BROWSER_BACK = QStringLiteral("BROWSER-BACK");
@@ -180,7 +190,9 @@ inline const std::array MPL_BROWSER_FUNCTIONS{MPL_BROWSER_FUNCTION_BROWSER_START
                                               MPL_BROWSER_FUNCTION_BROWSER_CURRENT_HIERARCHY_URL,
                                               MPL_BROWSER_FUNCTION_BROWSER_CURRENT_SORT_MODE,
                                               MPL_BROWSER_FUNCTION_PLAYALL};
+/// @}
 
+/// @{
 /// Keys of the result lists by category.
 inline const QString MPL_RESULT_LIST_KEY_TOP_LEVEL_RESULTS = QStringLiteral("top_level_results");
 inline const QString MPL_RESULT_LIST_KEY_GENRE_RESULTS = QStringLiteral("genre_results");
@@ -201,7 +213,9 @@ inline const std::array MPL_RESULT_LIST_KEYS{
     MPL_RESULT_LIST_KEY_FOLDER_RESULTS,        MPL_RESULT_LIST_KEY_COMPOSER_RESULTS,
     MPL_RESULT_LIST_KEY_VIDEO_RESULTS,         MPL_RESULT_LIST_KEY_AUDIO_BOOK_RESULTS,
     MPL_RESULT_LIST_KEY_AUDIO_PODCAST_RESULTS, MPL_RESULT_LIST_KEY_ITUNES_RADIO_RESULTS};
+/// @}
 
+/// @{
 /// Search states.
 inline const QString MPL_SEARCH_STATE_INQUIRY_SEARCH = QStringLiteral("INQUIRY_SEARCH");
 inline const QString MPL_SEARCH_STATE_INQUIRY_BROWSE = QStringLiteral("INQUIRY_BROWSE");
@@ -211,7 +225,9 @@ inline const QString MPL_SEARCH_STATE_SEARCH_CLEARED = QStringLiteral("SEARCH_CL
 inline const std::array MPL_SEARCH_STATES{MPL_SEARCH_STATE_INQUIRY_SEARCH, MPL_SEARCH_STATE_INQUIRY_BROWSE,
                                           MPL_SEARCH_STATE_SEARCH_CANCELLED, MPL_SEARCH_STATE_SEARCH_DONE,
                                           MPL_SEARCH_STATE_SEARCH_CLEARED};
+/// @}
 
+/// @{
 /// Error texts of the browse and search services.
 inline const QString MPL_BROWSE_ERROR_MESSAGE_RESULT_COUNT_IS_ZERO =
     QStringLiteral("SearchImpl::GetResults Count is 0.");
@@ -234,7 +250,9 @@ inline const std::array MPL_BROWSE_ERROR_MESSAGES{MPL_BROWSE_ERROR_MESSAGE_RESUL
                                                   MPL_BROWSE_ERROR_MESSAGE_INVALID_FUNCTION,
                                                   MPL_BROWSE_ERROR_MESSAGE_CATEGORIES_NOT_SUPPORTED,
                                                   MPL_BROWSE_ERROR_MESSAGE_SORT_METHODS_NOT_SUPPORTED};
+/// @}
 
+/// @{
 /// Play-queue function names.
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_COUNT = QStringLiteral("PLAYQUEUE-GET-COUNT");
 inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_TRACK_INFO = QStringLiteral("PLAYQUEUE-TRACK-INFO");
@@ -243,10 +261,12 @@ inline const QString MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_FUNC = QStringLiteral("PLA
 inline const std::array MPL_PLAYQUEUE_FUNCTIONS{
     MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_COUNT, MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_TRACK_INFO,
     MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_GET_INDEX, MPL_PLAYQUEUE_FUNCTION_PLAYQUEUE_FUNC};
+/// @}
 
 /// Error text of the play-queue database.
 inline const QString MPL_PLAYQUEUE_DATABASE_ERROR_MESSAGE = QStringLiteral("PlayQueue database error.");
 
+/// @{
 /// Media-info function names.
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_INFO = QStringLiteral("MEDIAINFO-TRACK-INFO");
 inline const QString MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_TIME = QStringLiteral("MEDIAINFO-TRACK-TIME");
@@ -257,7 +277,9 @@ inline const std::array MPL_MEDIAINFO_FUNCTIONS{
     MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_INFO, MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_TIME,
     MPL_MEDIAINFO_FUNCTION_MEDIAINFO_TRACK_ART, MPL_MEDIAINFO_FUNCTION_MEDIAINFO_STATION_ART,
     MPL_MEDIAINFO_FUNCTION_MEDIAINFO_BUFFER_INFO};
+/// @}
 
+/// @{
 /// Media-info options.
 inline const QString MPL_MEDIAINFO_OPTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE =
     QStringLiteral("playback_time_on_track_info_update");
@@ -266,6 +288,7 @@ inline const QString MPL_MEDIAINFO_OPTION_RESET_DELAYED = QStringLiteral("reset_
 inline const std::array MPL_MEDIAINFO_OPTIONS{MPL_MEDIAINFO_OPTION_PLAYBACK_TIME_ON_TRACK_INFO_UPDATE,
                                               MPL_MEDIAINFO_OPTION_RESET_IMMEDIATELY,
                                               MPL_MEDIAINFO_OPTION_RESET_DELAYED};
+/// @}
 
 /// Error text of the media-info functionality.
 inline const QString MPL_MEDIAINFO_FUNCTIONALITY_ERROR_MESSAGE =

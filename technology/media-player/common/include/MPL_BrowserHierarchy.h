@@ -1,3 +1,4 @@
+/// @file
 /// One level of a browse hierarchy, as the Browser interface reports it. The browsing service gives the
 /// fields beyond the name their meaning.
 #pragma once
@@ -10,6 +11,7 @@
 namespace MPL
 {
 
+/// One level of a browse hierarchy.
 struct BrowserHierarchy {
     BrowserHierarchy() = default;
     /// A level of this name and nothing else.
@@ -18,18 +20,22 @@ struct BrowserHierarchy {
     /// Registers the type and its vector for D-Bus, and their names without the namespace.
     static void RegisterMetaType();
 
+    /// @{
     /// The fields in their order on the bus.
     QString name;
     QString label;
     quint32 index = 0xFFFFFFFF;
     quint32 count = 0;
+    /// @}
 };
 
 } // namespace MPL
 
+/// @{
 /// On the bus `(ssuu)`. Anything else is read as a default value.
 QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy);
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy);
+/// @}
 
 Q_DECLARE_METATYPE(MPL::BrowserHierarchy)
 Q_DECLARE_METATYPE(QVector<MPL::BrowserHierarchy>)

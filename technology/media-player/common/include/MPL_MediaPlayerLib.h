@@ -1,3 +1,4 @@
+/// @file
 /// The words of the media-player stack, as its services put them on the bus: string-valued enumerations,
 /// dictionary keys, bus names and object paths.
 ///

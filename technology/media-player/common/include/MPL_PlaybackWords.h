@@ -1,4 +1,5 @@
-// Words of playback: states, functions, modes and speeds.
+/// @file
+/// Words of playback: states, functions, modes and speeds.
 #pragma once
 
 #include <QString>
@@ -8,6 +9,7 @@
 namespace MPL
 {
 
+/// @{
 /// Play states of PlaybackControl.
 inline const QString MPL_PLAY_STATE_STOPPED = QStringLiteral("STOPPED");
 inline const QString MPL_PLAY_STATE_PLAYING = QStringLiteral("PLAYING");
@@ -20,7 +22,9 @@ inline const std::array MPL_PLAY_STATES{MPL_PLAY_STATE_STOPPED,         MPL_PLAY
                                         MPL_PLAY_STATE_PAUSED,          MPL_PLAY_STATE_BUFFERING,
                                         MPL_PLAY_STATE_FAST_FORWARDING, MPL_PLAY_STATE_REWINDING,
                                         MPL_PLAY_STATE_INVALID_STATE};
+/// @}
 
+/// @{
 /// Names of the playback-control functions and options.
 inline const QString MPL_PLAYBACK_FUNCTION_PLAYBACK_RESUME = QStringLiteral("PLAYBACK-RESUME");
 inline const QString MPL_PLAYBACK_FUNCTION_PLAYBACK_PAUSE = QStringLiteral("PLAYBACK-PAUSE");
@@ -47,27 +51,35 @@ inline const std::array MPL_PLAYBACK_FUNCTIONS{
     MPL_PLAYBACK_FUNCTION_PLAYBACK_INDEX,         MPL_PLAYBACK_FUNCTION_PLAYBACK_CHAPTERS,
     MPL_PLAYBACK_FUNCTION_PLAYBACK_BUFFER,        MPL_PLAYBACK_FUNCTION_PLAYBACK_DISTRIBUTED,
     MPL_PLAYBACK_FUNCTION_PLAYBACK_RETURN_TO_LIVE};
+/// @}
 
+/// @{
 /// Shuffle modes.
 inline const QString MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON = QStringLiteral("SHUFFLE_MODE_ON");
 inline const QString MPL_SHUFFLE_MODE_SHUFFLE_MODE_OFF = QStringLiteral("SHUFFLE_MODE_OFF");
 inline const std::array MPL_SHUFFLE_MODES{MPL_SHUFFLE_MODE_SHUFFLE_MODE_ON,
                                           MPL_SHUFFLE_MODE_SHUFFLE_MODE_OFF};
+/// @}
 
+/// @{
 /// Repeat modes.
 inline const QString MPL_REPEAT_MODE_REPEAT_MODE_ALL = QStringLiteral("REPEAT_MODE_ALL");
 inline const QString MPL_REPEAT_MODE_REPEAT_MODE_ONE = QStringLiteral("REPEAT_MODE_ONE");
 inline const QString MPL_REPEAT_MODE_REPEAT_MODE_OFF = QStringLiteral("REPEAT_MODE_OFF");
 inline const std::array MPL_REPEAT_MODES{MPL_REPEAT_MODE_REPEAT_MODE_ALL, MPL_REPEAT_MODE_REPEAT_MODE_ONE,
                                          MPL_REPEAT_MODE_REPEAT_MODE_OFF};
+/// @}
 
+/// @{
 /// Seek modes.
 inline const QString MPL_SEEK_MODE_SEEK_MODE_OFF = QStringLiteral("SEEK_MODE_OFF");
 inline const QString MPL_SEEK_MODE_SEEK_MODE_FAST_FORWARD = QStringLiteral("SEEK_MODE_FAST_FORWARD");
 inline const QString MPL_SEEK_MODE_SEEK_MODE_REWIND = QStringLiteral("SEEK_MODE_REWIND");
 inline const std::array MPL_SEEK_MODES{MPL_SEEK_MODE_SEEK_MODE_OFF, MPL_SEEK_MODE_SEEK_MODE_FAST_FORWARD,
                                        MPL_SEEK_MODE_SEEK_MODE_REWIND};
+/// @}
 
+/// @{
 /// Playback speeds; "SPEED-1_2X" is half speed.
 inline const QString MPL_PLAYBACK_SPEED_SPEED_1X = QStringLiteral("SPEED-1X");
 inline const QString MPL_PLAYBACK_SPEED_SPEED_2X = QStringLiteral("SPEED-2X");
@@ -75,5 +87,6 @@ inline const QString MPL_PLAYBACK_SPEED_SPEED_4X = QStringLiteral("SPEED-4X");
 inline const QString MPL_PLAYBACK_SPEED_SPEED_1_2X = QStringLiteral("SPEED-1_2X");
 inline const std::array MPL_PLAYBACK_SPEEDS{MPL_PLAYBACK_SPEED_SPEED_1X, MPL_PLAYBACK_SPEED_SPEED_2X,
                                             MPL_PLAYBACK_SPEED_SPEED_4X, MPL_PLAYBACK_SPEED_SPEED_1_2X};
+/// @}
 
 } // namespace MPL

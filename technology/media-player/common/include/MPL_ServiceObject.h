@@ -1,3 +1,4 @@
+/// @file
 /// Names one D-Bus object of one service: a media source, the active source.
 #pragma once
 
@@ -11,6 +12,7 @@
 namespace MPL
 {
 
+/// A service and the path of one of its objects.
 struct ServiceObject {
     /// The object path as text.
     QString GetPathString() const;
@@ -18,17 +20,21 @@ struct ServiceObject {
     /// Registers the type and its list for D-Bus, and their names without the namespace.
     static void RegisterMetaType();
 
+    /// @{
     /// Well-known bus name that owns the object.
     QString serviceName;
     QDBusObjectPath objectPath;
+    /// @}
 };
 
 } // namespace MPL
 
+/// @{
 /// On the bus `(ss)`: the path travels as a plain string. Reading accepts `(so)` too; a text that is no valid
 /// object path is read as an empty one.
 QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aObject);
 const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject);
+/// @}
 
 /// Prints the quoted service name, `<>` and the quoted path.
 QDebug operator<<(QDebug aDebug, const MPL::ServiceObject& aObject);

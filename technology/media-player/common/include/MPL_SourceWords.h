@@ -1,4 +1,5 @@
-// Words of a media source: its states, events, functionalities, configuration and records.
+/// @file
+/// Words of a media source: its states, events, functionalities, configuration and records.
 #pragma once
 
 #include <QString>
@@ -8,13 +9,16 @@
 namespace MPL
 {
 
+/// @{
 /// Keys of a media-source status record.
 inline const QString MPL_SOURCE_STATUS_KEY_ACTIVE_STATE = QStringLiteral("active_state");
 inline const QString MPL_SOURCE_STATUS_KEY_SOURCE_STATE = QStringLiteral("source_state");
 inline const QString MPL_SOURCE_STATUS_KEY_ERROR_TYPE = QStringLiteral("error_type");
 inline const std::array MPL_SOURCE_STATUS_KEYS{
     MPL_SOURCE_STATUS_KEY_ACTIVE_STATE, MPL_SOURCE_STATUS_KEY_SOURCE_STATE, MPL_SOURCE_STATUS_KEY_ERROR_TYPE};
+/// @}
 
+/// @{
 /// Values of the key "source_state".
 inline const QString MPL_SOURCE_STATE_ACTIVE = QStringLiteral("ACTIVE");
 inline const QString MPL_SOURCE_STATE_INACTIVE = QStringLiteral("INACTIVE");
@@ -25,7 +29,9 @@ inline const QString MPL_SOURCE_STATE_ERROR = QStringLiteral("ERROR");
 inline const std::array MPL_SOURCE_STATES{MPL_SOURCE_STATE_ACTIVE,      MPL_SOURCE_STATE_INACTIVE,
                                           MPL_SOURCE_STATE_UNAVAILABLE, MPL_SOURCE_STATE_INITIALIZING,
                                           MPL_SOURCE_STATE_READY,       MPL_SOURCE_STATE_ERROR};
+/// @}
 
+/// @{
 /// Values of the key "error_type".
 inline const QString MPL_SOURCE_ERROR_TYPE_INITIALIZATION_FAILED = QStringLiteral("INITIALIZATION_FAILED");
 inline const QString MPL_SOURCE_ERROR_TYPE_MEDIA_SERVER_INIT_FAILED =
@@ -49,19 +55,25 @@ inline const std::array MPL_SOURCE_ERROR_TYPES{MPL_SOURCE_ERROR_TYPE_INITIALIZAT
                                                MPL_SOURCE_ERROR_TYPE_NO_PLAYABLE_MEDIA,
                                                MPL_SOURCE_ERROR_TYPE_UNABLE_TO_OPEN_MEDIA,
                                                MPL_SOURCE_ERROR_TYPE_LOGIN_WAITING_FOR_CONNECTIVITY};
+/// @}
 
+/// @{
 /// Keys of an event record.
 inline const QString MPL_EVENT_KEY_EVENT_TYPE = QStringLiteral("event_type");
 inline const QString MPL_EVENT_KEY_EVENT = QStringLiteral("event");
 inline const QString MPL_EVENT_KEY_TEXT_INFO = QStringLiteral("text_info");
 inline const std::array MPL_EVENT_KEYS{MPL_EVENT_KEY_EVENT_TYPE, MPL_EVENT_KEY_EVENT,
                                        MPL_EVENT_KEY_TEXT_INFO};
+/// @}
 
+/// @{
 /// Values of the key "event_type".
 inline const QString MPL_EVENT_TYPE_ERROR = QStringLiteral("ERROR");
 inline const QString MPL_EVENT_TYPE_INFO = QStringLiteral("INFO");
 inline const std::array MPL_EVENT_TYPES{MPL_EVENT_TYPE_ERROR, MPL_EVENT_TYPE_INFO};
+/// @}
 
+/// @{
 /// Event names: disc and file errors, then play queue and rating errors of streaming sources,
 /// then the antenna, channel, save and replay events of the satellite-radio tuner.
 inline const QString MPL_EVENT_CORRUPTED_MEDIA = QStringLiteral("CORRUPTED_MEDIA");
@@ -162,7 +174,9 @@ inline const std::array MPL_EVENTS{MPL_EVENT_CORRUPTED_MEDIA,
                                    MPL_EVENT_NO_CITY_SELECTED,
                                    MPL_EVENT_JUMP_PENDING,
                                    MPL_EVENT_JUMP_CANCELED};
+/// @}
 
+/// @{
 /// Functionality (capability) names of a media source.
 inline const QString MPL_FUNCTIONALITY_BROWSE = QStringLiteral("BROWSE");
 inline const QString MPL_FUNCTIONALITY_PLAYBACK_CONTROL = QStringLiteral("PLAYBACK_CONTROL");
@@ -180,7 +194,9 @@ inline const std::array MPL_FUNCTIONALITIES{
     MPL_FUNCTIONALITY_MEDIA_INFO,    MPL_FUNCTIONALITY_PARENTAL_CONTROL, MPL_FUNCTIONALITY_PLAYQUEUE,
     MPL_FUNCTIONALITY_LOGIN,         MPL_FUNCTIONALITY_CUSTOM_ACTION,    MPL_FUNCTIONALITY_SIRIUSXM_TUNER,
     MPL_FUNCTIONALITY_VIDEO_DISPLAY, MPL_FUNCTIONALITY_VIDEO_CONTROL};
+/// @}
 
+/// @{
 /// Keys of the media-player configuration.
 inline const QString MPL_CONFIG_KEY_CONFIG = QStringLiteral("config");
 inline const QString MPL_CONFIG_KEY_BROWSE_CONFIG = QStringLiteral("browse_config");
@@ -202,12 +218,16 @@ inline const std::array MPL_CONFIG_KEYS{MPL_CONFIG_KEY_CONFIG,
                                         MPL_CONFIG_KEY_CREATE_DEFAULT_PLAYLIST,
                                         MPL_CONFIG_KEY_PAUSE_AT_FIRST_TRACK,
                                         MPL_CONFIG_KEY_STOP};
+/// @}
 
+/// @{
 /// Indexer status texts.
 inline const QString MPL_INDEX_STATUS_INACTIVE = QStringLiteral("Inactive");
 inline const QString MPL_INDEX_STATUS_INDEXING_COMPLETED = QStringLiteral("Indexing Completed");
 inline const std::array MPL_INDEX_STATUSES{MPL_INDEX_STATUS_INACTIVE, MPL_INDEX_STATUS_INDEXING_COMPLETED};
+/// @}
 
+/// @{
 /// Suffixes of a media source's sub-objects, appended to the source's object path.
 inline const QString MPL_OBJECT_PATH_SUFFIX_BROWSER = QStringLiteral("/Browser");
 inline const QString MPL_OBJECT_PATH_SUFFIX_PLAYBACKCONTROL = QStringLiteral("/PlaybackControl");
@@ -227,7 +247,9 @@ inline const std::array MPL_OBJECT_PATH_SUFFIXES{
     MPL_OBJECT_PATH_SUFFIX_CUSTOMACTION,   MPL_OBJECT_PATH_SUFFIX_VIDEODISPLAY,
     MPL_OBJECT_PATH_SUFFIX_VIDEOCONTROL,   MPL_OBJECT_PATH_SUFFIX_SIRIUSXMTUNER,
     MPL_OBJECT_PATH_SUFFIX_PARENTALCONTROL};
+/// @}
 
+/// @{
 /// Keys of a device/media record.
 inline const QString MPL_DEVICE_RECORD_KEY_DEVICE_ID = QStringLiteral("device_id");
 inline const QString MPL_DEVICE_RECORD_KEY_DEVICE_PATH = QStringLiteral("device_path");
@@ -238,12 +260,16 @@ inline const QString MPL_DEVICE_RECORD_KEY_MEDIA_NAME = QStringLiteral("media_na
 inline const std::array MPL_DEVICE_RECORD_KEYS{
     MPL_DEVICE_RECORD_KEY_DEVICE_ID,    MPL_DEVICE_RECORD_KEY_DEVICE_PATH, MPL_DEVICE_RECORD_KEY_DEVICE_TYPE,
     MPL_DEVICE_RECORD_KEY_SERVICE_NAME, MPL_DEVICE_RECORD_KEY_OBJECT_PATH, MPL_DEVICE_RECORD_KEY_MEDIA_NAME};
+/// @}
 
+/// @{
 /// Mount states of a device.
 inline const QString MPL_MOUNT_STATE_DISMOUNTED = QStringLiteral("Dismounted");
 inline const QString MPL_MOUNT_STATE_MOUNTED = QStringLiteral("Mounted");
 inline const std::array MPL_MOUNT_STATES{MPL_MOUNT_STATE_DISMOUNTED, MPL_MOUNT_STATE_MOUNTED};
+/// @}
 
+/// @{
 /// Keys of a media source's start parameters.
 inline const QString MPL_SOURCE_PARAMETER_KEY_SERVICE_NAME = QStringLiteral("SERVICE_NAME");
 inline const QString MPL_SOURCE_PARAMETER_KEY_DEVICE_NAME = QStringLiteral("DEVICE_NAME");
@@ -255,7 +281,9 @@ inline const std::array MPL_SOURCE_PARAMETER_KEYS{
     MPL_SOURCE_PARAMETER_KEY_SERVICE_NAME, MPL_SOURCE_PARAMETER_KEY_DEVICE_NAME,
     MPL_SOURCE_PARAMETER_KEY_DEVICE_ID,    MPL_SOURCE_PARAMETER_KEY_DEVICE_PATH,
     MPL_SOURCE_PARAMETER_KEY_VOLUME_PATH,  MPL_SOURCE_PARAMETER_KEY_INDEX_PATH};
+/// @}
 
+/// @{
 /// Keys of the browse-path parameters.
 inline const QString MPL_BROWSE_PATH_KEY_AUDIO_PODCASTS_PATH = QStringLiteral("AUDIO_PODCASTS_PATH");
 inline const QString MPL_BROWSE_PATH_KEY_AUDIO_BOOKS_PATH = QStringLiteral("AUDIO_BOOKS_PATH");
@@ -285,12 +313,16 @@ inline const std::array MPL_BROWSE_PATH_KEYS{
     MPL_BROWSE_PATH_KEY_VIDEO_FILES_PATH,     MPL_BROWSE_PATH_KEY_CORRECTED_PATH,
     MPL_BROWSE_PATH_KEY_CORRECTED_GENRE_PATH, MPL_BROWSE_PATH_KEY_CORRECTED_ARTIST_PATH,
     MPL_BROWSE_PATH_KEY_CORRECTED_ALBUM_PATH, MPL_BROWSE_PATH_KEY_CORRECTED_SONGS_PATH};
+/// @}
 
+/// @{
 /// Booleans as text.
 inline const QString MPL_TEXTUAL_BOOLEAN_FALSE = QStringLiteral("false");
 inline const QString MPL_TEXTUAL_BOOLEAN_TRUE = QStringLiteral("true");
 inline const std::array MPL_TEXTUAL_BOOLEANS{MPL_TEXTUAL_BOOLEAN_FALSE, MPL_TEXTUAL_BOOLEAN_TRUE};
+/// @}
 
+/// @{
 /// Keys of the functionalities JSON text.
 inline const QString MPL_FUNCTIONALITY_JSON_KEY_AVAILABLE_FUNCTIONALITIES =
     QStringLiteral("available_functionalities");
@@ -299,11 +331,14 @@ inline const QString MPL_FUNCTIONALITY_JSON_KEY_OPTIONS = QStringLiteral("option
 inline const std::array MPL_FUNCTIONALITY_JSON_KEYS{MPL_FUNCTIONALITY_JSON_KEY_AVAILABLE_FUNCTIONALITIES,
                                                     MPL_FUNCTIONALITY_JSON_KEY_FUNCTIONALITY_STATE,
                                                     MPL_FUNCTIONALITY_JSON_KEY_OPTIONS};
+/// @}
 
+/// @{
 /// Values of the key "functionality_state".
 inline const QString MPL_FUNCTIONALITY_STATE_DISABLED = QStringLiteral("DISABLED");
 inline const QString MPL_FUNCTIONALITY_STATE_ENABLED = QStringLiteral("ENABLED");
 inline const std::array MPL_FUNCTIONALITY_STATES{MPL_FUNCTIONALITY_STATE_DISABLED,
                                                  MPL_FUNCTIONALITY_STATE_ENABLED};
+/// @}
 
 } // namespace MPL

@@ -1,3 +1,4 @@
+/// @file
 /// The composite values that the stack exchanges over D-Bus, and their one-time registration.
 ///
 ///     MPL::RegisterAllMetaTypes();   // once per process, before the first proxy call
@@ -37,8 +38,11 @@ using SourceInfo = QMap<QString, QString>;
 using MediaSourceState = QMap<QString, QString>;
 /// List of unsigned numbers: `au`.
 using intList = QList<uint>;
+/// @{
+/// A mode's text: `s`.
 using SeekMode = QString;
 using RepeatMode = QString;
 using ShuffleMode = QString;
+/// @}
 
 Q_DECLARE_METATYPE(CinemoUtils::DeviceInfo)

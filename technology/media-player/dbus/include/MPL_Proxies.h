@@ -1,3 +1,4 @@
+/// @file
 /// All nine client proxies of the stack's D-Bus interfaces. Each also has a header of its own.
 ///
 /// A proxy is generated from the interface description of the same name. Its class,

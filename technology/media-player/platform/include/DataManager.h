@@ -1,3 +1,4 @@
+/// @file
 /// Life cycle of the data-manager library, which keeps what the media player remembers between runs.
 /// Declared here, implemented by the platform.
 #pragma once

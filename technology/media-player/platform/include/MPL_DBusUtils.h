@@ -1,3 +1,4 @@
+/// @file
 /// Discovery on a D-Bus connection: who owns a name, which objects of a service implement an interface.
 /// Declared here, implemented by the platform.
 #pragma once

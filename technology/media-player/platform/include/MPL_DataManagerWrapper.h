@@ -1,3 +1,4 @@
+/// @file
 /// Writes what the media manager resumes at its next start. Declared here, implemented by the platform.
 #pragma once
 
@@ -6,6 +7,7 @@
 namespace MPL
 {
 
+/// The store of what the stack remembers between runs.
 class DataManagerWrapper
 {
 public:

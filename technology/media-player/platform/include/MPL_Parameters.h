@@ -1,3 +1,4 @@
+/// @file
 /// The parameter text in which the stack packs small records (events, source status) into one string.
 /// Declared here, implemented by the platform.
 #pragma once

@@ -1,3 +1,4 @@
+/// @file
 /// Processes by executable name, and the service lifecycle manager (SLM) that starts and stops the stack's
 /// services.
 ///
@@ -5,6 +6,7 @@
 /// Linux machine, or a test's double.
 #pragma once
 
+/// Looks processes up by name, and ends them.
 class MPL_ProcessInfo
 {
 public:

@@ -1,3 +1,4 @@
+/// @file
 /// Whole-file reads and writes. Declared here, implemented by the platform.
 #pragma once
 
@@ -6,6 +7,7 @@
 namespace MPL
 {
 
+/// Reads and writes whole text files.
 class MplUtils
 {
 public:

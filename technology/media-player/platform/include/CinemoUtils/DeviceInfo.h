@@ -1,3 +1,4 @@
+/// @file
 /// Device record of the media framework. The vehicle's own header replaces this one there.
 #pragma once
 
@@ -6,13 +7,16 @@
 namespace CinemoUtils
 {
 
+/// What the media framework knows about a device.
 struct DeviceInfo {
+    /// @{
     /// As the media framework reports them; this library only carries them.
     QString deviceId;
     QString deviceType;
     QString deviceName;
     QString devicePath;
     QString deviceBusNumber;
+    /// @}
 };
 
 } // namespace CinemoUtils

@@ -1,3 +1,4 @@
+/// @file
 /// The abstract base of test clients that drive the media manager. It ties a media manager proxy to the
 /// thread of a fixture: when that thread starts, the client's test logic runs; when it has finished, the
 /// fixture's Wait() is released. The manager's notifications reach virtual hooks:
@@ -36,6 +37,7 @@ namespace MPL
 
 class TestFixture;
 
+/// Base of the test clients that drive the media manager.
 class MediaManagerAbstractClient : public QObject
 {
     Q_OBJECT
@@ -52,15 +54,18 @@ public:
 
     /// For derived clients and their tests; returns true here. Nothing calls it.
     virtual bool Init();
+    /// @{
     /// Hooks for the manager's notifications, called on the client's thread. They do nothing here.
     virtual void ActiveMediaSourceChanged(const QString& aServiceName, const QString& aObjectPath);
     virtual void MediaSourceAdded(const QString& aServiceName, const QString& aObjectPath);
     virtual void MediaSourceRemoved(const QString& aServiceName, const QString& aObjectPath);
+    /// @}
     /// The test logic, called on the client's thread once the fixture's thread has started. It, or a hook
     /// after it, ends the thread with the fixture's QuitTest().
     virtual void RunTest() = 0;
 
 public Q_SLOTS:
+    /// @{
     /// Connected by the constructor: pass the manager's signals and the ends of the thread's life on to the
     /// hooks.
     void HandleActiveMediaSourceChanged(const QString& aServiceName, const QString& aObjectPath);
@@ -68,18 +73,22 @@ public Q_SLOTS:
     void HandleMediaSourceRemoved(const QString& aServiceName, const QString& aObjectPath);
     void TestStarted();
     void TestFinished();
+    /// @}
 
+    /// @{
     /// Ask the media manager for the active source and for all sources. Block the calling thread until the
     /// reply is there or the D-Bus time-out has passed. On an error reply, and without a proxy, the running
     /// test gets a non-fatal failure and the result is empty.
     ServiceObject GetActiveMediaSource();
     QList<ServiceObject> GetAvailableMediaSources();
+    /// @}
 
 protected:
     /// The fixture's thread, which must still exist when this is used.
     QThread* m_Thread;
     /// Null once the thread's end has deleted the proxy.
     QPointer<ComTalvexDBusMediaPlayerMediaManagerInterface> m_Proxy;
+    /// The fixture, woken when its thread has finished.
     TestFixture* m_Fixture;
 };
 

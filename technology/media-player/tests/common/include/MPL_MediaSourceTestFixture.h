@@ -1,3 +1,4 @@
+/// @file
 /// A fixture that brings the media-player environment up for a whole test case, and hands the stack back to
 /// the lifecycle manager after it:
 ///
@@ -11,6 +12,7 @@
 namespace MPL
 {
 
+/// Base of the tests of media sources.
 class MediaSourceTestFixture : public TestFixture
 {
 public:

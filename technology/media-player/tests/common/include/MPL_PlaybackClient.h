@@ -1,3 +1,4 @@
+/// @file
 /// A test client of one media source's PlaybackControl interface: every method as a blocking call with a
 /// boolean result, the source's current functionalities as a map, and hooks for what the source signals.
 ///
@@ -31,6 +32,7 @@ class QThread;
 namespace MPL
 {
 
+/// Drives the playback control of one media source.
 class PlaybackClient : public QObject
 {
     Q_OBJECT
@@ -42,6 +44,7 @@ public:
         QString name;
         /// True only for the exact state text "ENABLED".
         bool enabled = false;
+        /// Its options, in the order of the text.
         QStringList options;
     };
 
@@ -57,10 +60,11 @@ public:
     void CreateProxy(const QString& aService, const QString& aPath);
 
     /// @name Commands
+    /// @{
+
     /// Each sends the D-Bus method of its name and blocks the calling thread until the reply is there or the
     /// D-Bus time-out has passed. Returns true when the call completed without an error, whatever boolean the
     /// source answered with. Otherwise, and without a proxy, one critical line is logged.
-    /// @{
     bool NextTrack();
     bool PreviousTrack();
     bool Pause();
@@ -79,8 +83,9 @@ public:
     /// @}
 
     /// @name Queries
-    /// Like the commands; on success the answer is in the argument, on failure the argument is unchanged.
     /// @{
+
+    /// Like the commands; on success the answer is in the argument, on failure the argument is unchanged.
     bool GetAllSpeedModes(QStringList& aModes);
     bool GetFunctionalities(QString& aFunctionalities);
     bool GetPlayState(QString& aState);
@@ -94,9 +99,10 @@ public:
                                         QMap<QString, MPL::PlaybackClient::Functionality>& aMap);
 
     /// @name Hooks
+    /// @{
+
     /// Called on the client's thread. HandleError() gets the whole text of an error event and logs it at
     /// debug level; the others do nothing here.
-    /// @{
     virtual void HandleError(const QString& aEvent);
     virtual void HandleFunctionalitiesChanged(const QString& aFunctions);
     virtual void HandlePlayStateChanged(const QString& aPlayState);
@@ -124,6 +130,7 @@ protected:
     bool m_FunctionalityUpdatesDisabled = false;
     /// Null when there is none, and once the thread's end has deleted it.
     QPointer<ComTalvexDBusMediaPlayerPlaybackControlInterface> m_Proxy;
+    /// True once the modes were put off.
     bool m_StateReset = false;
 };
 

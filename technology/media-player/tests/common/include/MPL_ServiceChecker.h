@@ -1,3 +1,4 @@
+/// @file
 /// Starts a thread as soon as a D-Bus service name is registered on the shared connection, so that a client's
 /// test logic begins only once the service it talks to exists:
 ///
@@ -18,6 +19,7 @@ class QThread;
 namespace MPL
 {
 
+/// Wakes a test when a service appears on the bus.
 class ServiceChecker : public QObject
 {
     Q_OBJECT

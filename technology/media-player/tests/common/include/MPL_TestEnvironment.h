@@ -1,3 +1,4 @@
+/// @file
 /// The environment controller: brings the media-player stack under test into a known state and back.
 ///
 /// It starts a private bus and switches all D-Bus traffic of the test program to it, launches and kills the
@@ -33,21 +34,28 @@
 #include <QString>
 #include <QStringList>
 
+/// @{
 /// The environment directory a test program starts with, and the persistence database inside it.
 extern const QString kMPLDefaultEnvironment;
 extern const QString kMPLDataManagerDb;
+/// @}
 
+/// @{
 /// Media names of the prepared test media.
 extern const QString TEST_MEDIA_SMALLMUSIC_NAME;
 extern const QString TEST_MEDIA_LARGEMUSIC_NAME;
 extern const QString TEST_MEDIA_MODIFIED_METADATA_NAME;
+/// @}
 
+/// @{
 /// Device ids of the sources that the test media source exports, and their number.
 extern const QString TEST_SOURCE_1_DEVICE_ID;
 extern const QString TEST_SOURCE_2_DEVICE_ID;
 extern const QString TEST_SOURCE_3_DEVICE_ID;
 extern const int EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
+/// @}
 
+/// Brings the stack under test into a known state and back.
 class MPL_TestEnvironment
 {
 public:
@@ -115,8 +123,9 @@ public:
     /// order. Blocks as above.
     static bool SlmStopMediaServices();
 
-    /// Have the lifecycle manager stop, or start, the two tuner services. Block as above.
+    /// Has the lifecycle manager stop the two tuner services. Blocks as above.
     static bool SlmStopTunerProcesses();
+    /// The same for starting them.
     static bool SlmLaunchTunerProcesses();
 
     /// @}
@@ -267,9 +276,11 @@ public:
 
     /// The environment directory; changed by SetEnvironment() only.
     static QString m_EnvironmentDirectory;
+    /// @{
     /// The login that AddPandoraLogin() writes; changed by SetPandoraCredentials() only.
     static QString m_PandoraUserName;
     static QString m_PandoraPassword;
+    /// @}
     /// The shared connection, not connected at first; take it from GetDbusConnection().
     static QDBusConnection m_TestDbusConnection;
 };

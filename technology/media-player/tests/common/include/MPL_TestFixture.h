@@ -1,3 +1,4 @@
+/// @file
 /// The base of every test of the stack. It kills the display processes before a test case, and gives each
 /// test a thread of its own with a blocking wait, so that a test can start a client object there and block
 /// until the client reports that it is done:
@@ -25,6 +26,7 @@
 namespace MPL
 {
 
+/// Base of the tests that wait for what happens on another thread.
 class TestFixture : public Gaugely::Std::PerfTestBase
 {
 public:
@@ -36,6 +38,7 @@ public:
     /// Kills the display processes. If one of them stays, the test case gets a fatal failure. Blocks for the
     /// kills, about 15 seconds for each process that resists.
     static void SetUpTestCase();
+    /// Ends the bookkeeping that SetUpTestCase() began.
     static void TearDownTestCase();
 
     /// Blocks the calling thread until WakeUp(), without a time-out and without an event loop.
@@ -55,15 +58,19 @@ public:
     static bool s_GaugelySetUpCase;
 
 protected:
-    /// Keep book of the test's state; an override calls them.
+    /// Notes that the test began; an override calls it.
     void SetUp() override;
+    /// Notes that it ended; an override calls it.
     void TearDown() override;
 
     /// Set by the first Wait(), never cleared; guarded by `m_Mutex`. Whoever reads it true under the lock
     /// knows that the waiting thread can be woken.
     bool m_Waiting = false;
+    /// Held by Wait() and WakeUp() while they use `m_Waiting` and `m_Condition`.
     QMutex m_Mutex;
+    /// What Wait() waits for.
     QWaitCondition m_Condition;
+    /// True between SetUp() and TearDown().
     bool m_GaugelySetUp = false;
 };
 

@@ -1,3 +1,4 @@
+/// @file
 /// Runs the googletest suite of a test program on a worker thread, while the main thread runs the Qt event
 /// loop. Mpl::TestMain has a ready `main`; a program that wants its own writes:
 ///
@@ -22,6 +23,7 @@ class QThread;
 namespace MPL
 {
 
+/// Runs the tests beside the event loop.
 class TestHandler : public QObject
 {
     Q_OBJECT

@@ -1,3 +1,4 @@
+/// @file
 /// Blocking waits for Qt signals and D-Bus replies, and the reader of the functionalities text in which a
 /// service object lists what it can do now:
 ///
@@ -30,6 +31,7 @@ struct Functionality {
     QString name;
     /// "ENABLED" or "DISABLED", or whatever else the text says; empty when it says nothing.
     QString state;
+    /// Its options, in the order of the text.
     QStringList options;
 };
 

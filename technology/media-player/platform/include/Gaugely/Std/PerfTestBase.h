@@ -1,3 +1,4 @@
+/// @file
 /// Base class of tests whose performance is measured. The vehicle's own header replaces this one there.
 #pragma once
 
