@@ -1,9 +1,11 @@
 #include "Faults.h"
 
+#include "Json.h"
+
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QStringList>
+
+#include <algorithm>
+#include <array>
 
 namespace sim
 {
@@ -11,23 +13,25 @@ namespace
 {
 
 // A misspelt program would silently run without its faults, so the file may only name these.
+const std::array kPrograms{"media_manager",
+                           "media_mme",
+                           "media_source_apple",
+                           "media_source_mass_storage",
+                           "media_source_pandora",
+                           "media_source_disc",
+                           "media_source_spotify",
+                           "media_source_btmedia",
+                           "test_media_source",
+                           "recognition-server",
+                           "hmi_main",
+                           "hmi_cluster",
+                           "audio-tuner-manager",
+                           "tuner-device-manager"};
+
 bool IsProgram(const QString& aName)
 {
-    static const QStringList kPrograms{QStringLiteral("media_manager"),
-                                       QStringLiteral("media_mme"),
-                                       QStringLiteral("media_source_apple"),
-                                       QStringLiteral("media_source_mass_storage"),
-                                       QStringLiteral("media_source_pandora"),
-                                       QStringLiteral("media_source_disc"),
-                                       QStringLiteral("media_source_spotify"),
-                                       QStringLiteral("media_source_btmedia"),
-                                       QStringLiteral("test_media_source"),
-                                       QStringLiteral("recognition-server"),
-                                       QStringLiteral("hmi_main"),
-                                       QStringLiteral("hmi_cluster"),
-                                       QStringLiteral("audio-tuner-manager"),
-                                       QStringLiteral("tuner-device-manager")};
-    return kPrograms.contains(aName);
+    return std::any_of(kPrograms.begin(), kPrograms.end(),
+                       [&aName](const char* aProgram) { return aName == QLatin1String(aProgram); });
 }
 
 bool ReadNumber(const QJsonValue& aValue, int& aNumber)
@@ -109,21 +113,14 @@ bool ReadProgram(const QString& aProgram, const QJsonValue& aValue, FaultPlan& a
 
 bool FaultPlan::Load(const QString& aPath, const QString& aProgram, FaultPlan& aPlan, QString& aError)
 {
-    QFile file(aPath);
-    if (!file.exists()) {
+    if (!QFile::exists(aPath)) {
         return true;
     }
-    if (!file.open(QIODevice::ReadOnly)) {
-        aError = file.errorString();
+    QJsonObject root;
+    if (!ReadJsonFile(aPath, root, aError)) {
         return false;
     }
-    QJsonParseError parsing{};
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parsing);
-    if (parsing.error != QJsonParseError::NoError) {
-        aError = QStringLiteral("byte %1: %2").arg(parsing.offset).arg(parsing.errorString());
-        return false;
-    }
-    const QJsonValue programs = document.object().value(QLatin1String("programs"));
+    const QJsonValue programs = root.value(QLatin1String("programs"));
     if (!programs.isObject()) {
         aError = QStringLiteral("there is no object \"programs\"");
         return false;

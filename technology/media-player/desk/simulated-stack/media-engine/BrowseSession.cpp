@@ -94,7 +94,7 @@ QString BrowseSession::Search(SearchQuery aQuery, const QString& aSortMode)
     if (aQuery.categories.isEmpty()) {
         aQuery.categories = AllCategories();
     }
-    const QString error = CheckSearch(aQuery, aSortMode);
+    QString error = CheckSearch(aQuery, aSortMode);
     if (!error.isEmpty()) {
         return error;
     }

@@ -1,11 +1,10 @@
 #include "CapabilityTexts.h"
 
+#include "Json.h"
 #include "ParameterText.h"
 #include <MPL_MediaPlayerLib.h>
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace sim
 {
@@ -22,7 +21,7 @@ QString FunctionalitiesText(const QVector<Functionality>& aFunctionalities)
                                       QJsonArray::fromStringList(function.options)}});
     }
     const QJsonObject root{{MPL::MPL_FUNCTIONALITY_JSON_KEY_AVAILABLE_FUNCTIONALITIES, available}};
-    return QString::fromUtf8(QJsonDocument(root).toJson(QJsonDocument::Compact));
+    return ToText(root);
 }
 
 QString EventText(const QString& aType, const QString& aEvent, const QString& aText)

@@ -1,8 +1,8 @@
 #include "Chapters.h"
 
+#include "Json.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 
@@ -32,8 +32,7 @@ QString ChaptersText(const Track& aTrack)
             QJsonObject{{QStringLiteral("chapter_id"), static_cast<qint64>(chapter)},
                         {QStringLiteral("start_ms"), static_cast<qint64>(ChapterStart(aTrack, chapter))}});
     }
-    const QJsonObject root{{QStringLiteral("chapters"), chapters}};
-    return QString::fromUtf8(QJsonDocument(root).toJson(QJsonDocument::Compact));
+    return ToText({{QStringLiteral("chapters"), chapters}});
 }
 
 } // namespace sim

@@ -1,5 +1,6 @@
 #include "MediaSource.h"
 
+#include "Json.h"
 #include "Log.h"
 #include "ParameterText.h"
 #include "sim_MediaSourceAdaptor.h"
@@ -8,8 +9,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusServiceWatcher>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <utility>
 
@@ -74,13 +73,13 @@ bool MediaSource::Export()
 
 // Not held back until the call that is being served is answered: whoever has made a device appear may rely on
 // the media manager to know of it.
-void MediaSource::TellWatchers(bool aDded)
+void MediaSource::TellWatchers(bool aAdded)
 {
     QDBusMessage message = QDBusMessage::createSignal(
         QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.ObjectManager"),
-        aDded ? QStringLiteral("InterfacesAdded") : QStringLiteral("InterfacesRemoved"));
+        aAdded ? QStringLiteral("InterfacesAdded") : QStringLiteral("InterfacesRemoved"));
     message << QVariant::fromValue(QDBusObjectPath(m_Identity.objectPath));
-    if (aDded) {
+    if (aAdded) {
         message << QVariant::fromValue(InterfaceProperties{{kMediaSource, {}}});
     } else {
         message << QStringList{kMediaSource};
@@ -184,9 +183,7 @@ void MediaSource::AnnounceUpdate(const QString& aPreviousState)
 
 void MediaSource::RemoteMessageReceived(const QVariantMap& aMessage)
 {
-    const QByteArray text =
-        QJsonDocument(QJsonObject::fromVariantMap(aMessage)).toJson(QJsonDocument::Compact);
-    Log(QStringLiteral("remote message %1").arg(QString::fromUtf8(text)));
+    Log(QStringLiteral("remote message %1").arg(ToText(QJsonObject::fromVariantMap(aMessage))));
 }
 
 } // namespace sim

@@ -76,7 +76,7 @@ private Q_SLOTS:
 private:
     void AnnounceStatus();
     void AnnounceUpdate(const QString& aPreviousState);
-    void TellWatchers(bool aDded);
+    void TellWatchers(bool aAdded);
 
     QDBusConnection m_Bus;
     MediaSourceAdaptor* m_Adaptor;

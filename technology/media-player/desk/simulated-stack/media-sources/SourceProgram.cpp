@@ -1,11 +1,10 @@
 #include "SourceProgram.h"
 
+#include "Json.h"
 #include "Log.h"
 #include <MPL_MediaPlayerLib.h>
 
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QFileInfo>
 
 #include <array>
 #include <cerrno>
@@ -51,20 +50,21 @@ QString SourceType(const SourceProgram& aProgram)
 
 QString LoginError(const QString& aConfigurationFile)
 {
-    QFile file(aConfigurationFile);
-    if (!file.open(QIODevice::ReadOnly)) {
-        Log(QStringLiteral("%1 can't be read: %2").arg(aConfigurationFile, file.errorString()));
-        return MPL::MPL_SOURCE_ERROR_TYPE_INITIALIZATION_FAILED;
+    QJsonObject configuration;
+    QString error;
+    if (!ReadJsonFile(aConfigurationFile, configuration, error)) {
+        Log(QStringLiteral("%1 can't be read: %2").arg(aConfigurationFile, error));
+        return QFileInfo(aConfigurationFile).isReadable() ? MPL::MPL_SOURCE_ERROR_TYPE_CREDENTIALS_MISSING
+                                                          : MPL::MPL_SOURCE_ERROR_TYPE_INITIALIZATION_FAILED;
     }
-    const QJsonValue login = QJsonDocument::fromJson(file.readAll())
-                                 .object()
-                                 .value(MPL::MPL_CONFIG_KEY_CONFIG)
-                                 .toObject()
-                                 .value(QLatin1String("pandora"))
-                                 .toObject()
-                                 .value(QLatin1String("login_config"));
+    const QJsonObject login = configuration.value(MPL::MPL_CONFIG_KEY_CONFIG)
+                                  .toObject()
+                                  .value(QLatin1String("pandora"))
+                                  .toObject()
+                                  .value(QLatin1String("login_config"))
+                                  .toObject();
     for (const char* key : {"user_name", "password"}) {
-        if (login.toObject().value(QLatin1String(key)).toString().isEmpty()) {
+        if (login.value(QLatin1String(key)).toString().isEmpty()) {
             Log(QStringLiteral("%1 has no \"%2\" to log in with")
                     .arg(aConfigurationFile, QLatin1String(key)));
             return MPL::MPL_SOURCE_ERROR_TYPE_CREDENTIALS_MISSING;

@@ -64,12 +64,14 @@ bool TestSourceFactory::AddSource(const QString& aName, const QString& aDeviceId
     SourceSetup media;
     media.capabilities = m_Capabilities;
     media.defaultPlayQueue = m_DefaultPlayQueue;
-    auto source =
-        std::make_unique<MediaSource>(Faults(), m_Bus,
-                                      SourceIdentity{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, PathOf(aDeviceId),
-                                                     aName, QStringLiteral("MassStorage"), aDeviceId,
-                                                     QString(), QString::number(++m_LastBusNumber)},
-                                      std::move(media));
+    SourceIdentity identity;
+    identity.serviceName = MPL_TEST_MEDIA_SOURCE_SERVICE_NAME;
+    identity.objectPath = PathOf(aDeviceId);
+    identity.name = aName;
+    identity.type = QStringLiteral("MassStorage");
+    identity.deviceId = aDeviceId;
+    identity.busNumber = QString::number(++m_LastBusNumber);
+    auto source = std::make_unique<MediaSource>(Faults(), m_Bus, std::move(identity), std::move(media));
     const bool exported = source->Export();
     m_Sources.push_back(std::move(source));
     return exported;
