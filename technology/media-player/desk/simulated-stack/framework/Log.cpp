@@ -1,14 +1,27 @@
 #include "Log.h"
 
+#include <QDebug>
+
 #include <cerrno>
-#include <cstdio>
 
 namespace sim
 {
+namespace
+{
 
+void NameProgramInLines()
+{
+    qSetMessagePattern(QLatin1String(program_invocation_short_name) + QStringLiteral(": %{message}"));
+}
+
+} // namespace
+
+Q_CONSTRUCTOR_FUNCTION(NameProgramInLines)
+
+// No warnings: a test program that makes Qt's warnings fatal does so for the programs that it starts, too.
 void Log(const QString& aText)
 {
-    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, qUtf8Printable(aText));
+    qInfo().noquote() << aText;
 }
 
 } // namespace sim

@@ -1,4 +1,4 @@
-// One line to standard error, beginning with the program's name.
+/// Lines on standard error. The program's name stands before each of them, also before those that Qt writes.
 #pragma once
 
 #include <QString>

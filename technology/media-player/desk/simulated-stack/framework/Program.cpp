@@ -54,15 +54,15 @@ int& BlockSignalsFirst(int& argc)
 
 void Program::AddCommonOptions(Options& aOptions)
 {
-    aOptions.Flag("--verbose", "log every call that is served");
-    aOptions.Flag("--test-dbus", "serve on the private test bus instead of the system bus");
+    aOptions.Flag("verbose", "log every call that is served");
+    aOptions.Flag("test-dbus", "serve on the private test bus instead of the system bus");
 }
 
 Program::Program(int& argc, char** argv, const Options& aOptions)
-    : m_Application(BlockSignalsFirst(argc), argv), m_TestBus(aOptions.Has("--test-dbus"))
+    : m_Application(BlockSignalsFirst(argc), argv), m_TestBus(aOptions.Has("test-dbus"))
 {
     FaultPlan::Load(FaultsFile(), QLatin1String(program_invocation_short_name), m_Faults, m_FaultsError);
-    SetVerbose(aOptions.Has("--verbose"));
+    SetVerbose(aOptions.Has("verbose"));
     MPL::RegisterAllMetaTypes();
 }
 
@@ -142,10 +142,10 @@ bool Program::Connect(BusChoice aChoice)
     return !m_Buses.isEmpty();
 }
 
-void Program::TakeIn(const QDBusConnection& aBus, const QString& aDdress, QStringList& aFailures)
+void Program::TakeIn(const QDBusConnection& aBus, const QString& aAddress, QStringList& aFailures)
 {
     if (!aBus.isConnected()) {
-        aFailures.append(QStringLiteral("%1 (%2)").arg(aDdress, aBus.lastError().message()));
+        aFailures.append(QStringLiteral("%1 (%2)").arg(aAddress, aBus.lastError().message()));
         return;
     }
     m_Buses.append(aBus);

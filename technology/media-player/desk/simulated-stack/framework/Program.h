@@ -3,11 +3,11 @@
 ///     int main(int argc, char* argv[])
 ///     {
 ///         sim::Options options;
-///         options.Flag("--test-dbus", …);
+///         sim::Program::AddCommonOptions(options);
 ///         if (const auto status = options.Parse(argc, argv)) { return *status; }
 ///         sim::Program program(argc, argv, options);
-///         std::unique_ptr<MountService> service;
-///         return program.Run(serviceName, [&](const QDBusConnection& bus) { …create and export… });
+///         return program.Run(sim::BusChoice::ByOption, "com.talvex.…",
+///                            [&](const QDBusConnection& aBus) { …create and export… });
 ///     }
 ///
 /// Exit status: 0 after SIGTERM or SIGINT, 1 when the bus can't be reached or is lost or an object can't be
@@ -61,7 +61,7 @@ private:
     void ArmCrash() const;
     bool Start(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects);
     bool Connect(BusChoice aChoice);
-    void TakeIn(const QDBusConnection& aBus, const QString& aDdress, QStringList& aFailures);
+    void TakeIn(const QDBusConnection& aBus, const QString& aAddress, QStringList& aFailures);
     bool OwnName(QDBusConnection& aBus, const QString& aServiceName);
 
     QCoreApplication m_Application;

@@ -124,15 +124,15 @@ void MediaManager::RemoveSource(const MPL::ServiceObject& aSource)
 
 // Done before the answer, so that whoever has it may kill the manager or let the source play; signalled
 // after.
-void MediaManager::Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aNswer)
+void MediaManager::Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aAnswer)
 {
     if (IsSame(m_Active, aSource)) {
-        aNswer();
+        aAnswer();
         return;
     }
     m_Stored.Save(aSource);
     SetActive(aSource);
-    aNswer();
+    aAnswer();
     AnnounceActive();
 }
 

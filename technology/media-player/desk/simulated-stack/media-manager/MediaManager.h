@@ -47,7 +47,7 @@ private:
     bool Knows(const MPL::ServiceObject& aSource) const;
     void SetActive(const MPL::ServiceObject& aSource);
     void AnnounceActive();
-    void Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aNswer);
+    void Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aAnswer);
     void AnswerWaiting();
     void FollowPlayState(const MPL::ServiceObject& aSource, bool aFollow);
     void ResumePlayback();

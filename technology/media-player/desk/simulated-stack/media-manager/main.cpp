@@ -8,7 +8,7 @@
 int main(int argc, char* argv[])
 {
     sim::Options options;
-    options.Value("DB=", "FILE", "keep the active source in this database");
+    options.Words("[DB=FILE]", "(?:DB=(.+))?", "keep the active source in this database");
     sim::Program::AddCommonOptions(options);
     if (const auto status = options.Parse(argc, argv)) {
         return *status;
@@ -17,7 +17,7 @@ int main(int argc, char* argv[])
     std::unique_ptr<sim::MediaManager> manager;
     return program.Run(
         sim::BusChoice::ByOption, MPL::MPL_MEDIA_MANAGER_SERVICE_NAME, [&](const QDBusConnection& aBus) {
-            manager = std::make_unique<sim::MediaManager>(program.Faults(), aBus, options.Get("DB="));
+            manager = std::make_unique<sim::MediaManager>(program.Faults(), aBus, options.Word());
             return manager->Export();
         });
 }

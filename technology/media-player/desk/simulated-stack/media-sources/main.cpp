@@ -16,19 +16,18 @@ QString EnvironmentFolder()
     return MPL_TEST_MEDIA_PLAYER_DIRECTORY + QStringLiteral("test/");
 }
 
-sim::Options MakeOptions(const sim::SourceProgram& aSource)
+void AddOptions(const sim::SourceProgram& aSource, sim::Options& aOptions)
 {
-    sim::Options options;
     if (aSource.login) {
-        options.LeadingWord("unitTest", "FILE", "log in with the account of this media-player configuration");
+        aOptions.Words("[unitTest FILE]", "(?:unitTest (.+))?",
+                       "log in with the account of this media-player configuration");
     }
-    sim::Program::AddCommonOptions(options);
+    sim::Program::AddCommonOptions(aOptions);
     if (aSource.remote) {
-        options.Value("--remote=", "IP", "use the devices of this remote computer");
-        options.Port("--port=", "its port");
-        options.Port("--ddpport=", "the port of its device discovery");
+        aOptions.Value("remote", "IP", "use the devices of this remote computer");
+        aOptions.Port("port", "its port");
+        aOptions.Port("ddpport", "the port of its device discovery");
     }
-    return options;
 }
 
 // Mass storage plays the files of the environment directory, the others a built-in catalogue.
@@ -55,24 +54,26 @@ QString DevicePath(const sim::SourceProgram& aSource, const sim::Options& aOptio
         return EnvironmentFolder();
     }
     if (aSource.serviceName == MPL::MPL_APPLE_SERVICE_NAME) {
-        const QString port = aOptions.Get("--ddpport=");
-        return MPL::MPL_APPLE_DEVICE_LABEL.arg(aOptions.Get("--remote="),
+        const QString port = aOptions.Get("ddpport");
+        return MPL::MPL_APPLE_DEVICE_LABEL.arg(aOptions.Get("remote"),
                                                port.isEmpty() ? port : QLatin1Char(':') + port);
     }
-    return aOptions.Get("--remote=");
+    return aOptions.Get("remote");
 }
 
 sim::SourceIdentity MakeIdentity(const sim::SourceProgram& aSource, const sim::Options& aOptions)
 {
     const QString path =
         QLatin1Char('/') + QString(aSource.serviceName).replace(QLatin1Char('.'), QLatin1Char('/'));
-    return {aSource.serviceName,
-            path + QStringLiteral("/1"),
-            aSource.sourceName,
-            sim::SourceType(aSource),
-            aSource.sourceName + QStringLiteral("-1"),
-            DevicePath(aSource, aOptions),
-            QStringLiteral("1")};
+    sim::SourceIdentity identity;
+    identity.serviceName = aSource.serviceName;
+    identity.objectPath = path + QStringLiteral("/1");
+    identity.name = aSource.sourceName;
+    identity.type = sim::SourceType(aSource);
+    identity.deviceId = aSource.sourceName + QStringLiteral("-1");
+    identity.devicePath = DevicePath(aSource, aOptions);
+    identity.busNumber = QStringLiteral("1");
+    return identity;
 }
 
 } // namespace
@@ -84,7 +85,8 @@ int main(int argc, char* argv[])
         sim::Log(QStringLiteral("no media source is called like this; keep the executable's own name"));
         return sim::Options::kUsageError;
     }
-    sim::Options options = MakeOptions(*source);
+    sim::Options options;
+    AddOptions(*source, options);
     if (const auto status = options.Parse(argc, argv)) {
         return *status;
     }
@@ -94,7 +96,7 @@ int main(int argc, char* argv[])
         object = std::make_unique<sim::MediaSource>(program.Faults(), aBus, MakeIdentity(*source, options),
                                                     MakeMedia(*source));
         if (source->login) {
-            const QString given = options.Get("unitTest");
+            const QString given = options.Word();
             object->SetError(
                 sim::LoginError(given.isEmpty() ? QStringLiteral("/opt/talvex/etc/mplConfig.json") : given));
         }

@@ -13,7 +13,7 @@ int main(int argc, char* argv[])
     }
     sim::Program program(argc, argv, options);
     sim::MountService service(program.Faults());
-    const auto choice = options.Has("--test-dbus") ? sim::BusChoice::ByOption : sim::BusChoice::WhateverRuns;
+    const auto choice = options.Has("test-dbus") ? sim::BusChoice::ByOption : sim::BusChoice::WhateverRuns;
     return program.Run(choice, MPL_TEST_MME_MOUNT_SERVICE_NAME,
                        [&service](const QDBusConnection& aBus) { return service.Export(aBus); });
 }

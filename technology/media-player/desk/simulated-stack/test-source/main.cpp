@@ -35,9 +35,9 @@ QStringList Chosen(uint aOption)
 int main(int argc, char* argv[])
 {
     sim::Options options;
-    options.LeadingNumber("CAPABILITIES", 31,
-                          "sum of 1 browse, 2 playback control, 4 index, 8 media info, 16 play queue");
-    options.Flag("-default_playqueue", "fill the play queues at the start");
+    options.Words("CAPABILITIES", "([12]?[0-9]|3[01])",
+                  "sum of 1 browse, 2 playback control, 4 index, 8 media info, 16 play queue");
+    options.Flag("default_playqueue", "fill the play queues at the start");
     sim::Program::AddCommonOptions(options);
     if (const auto status = options.Parse(argc, argv)) {
         return *status;
@@ -47,7 +47,7 @@ int main(int argc, char* argv[])
     return program.Run(
         sim::BusChoice::ByOption, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, [&](const QDBusConnection& aBus) {
             factory = std::make_unique<sim::TestSourceFactory>(
-                program.Faults(), aBus, Chosen(options.Number()), options.Has("-default_playqueue"));
+                program.Faults(), aBus, Chosen(options.Word().toUInt()), options.Has("default_playqueue"));
             return factory->Export();
         });
 }

@@ -39,19 +39,20 @@ TEST_F(ProgramsTest, WrongCommandLinesAreRefusedWithTheReason)
     const QString testSource = MPL_TEST_MEDIA_SOURCE_PROCESS_PATH;
     const QByteArray testSourcePath = testSource.toUtf8();
     const Case cases[] = {
-        {"media_manager", {"--loud"}, "unknown option \"--loud\""},
-        {"media_manager", {"DB="}, "DB= needs a value"},
-        {"media_mme", {"DB=x"}, "unknown option \"DB=x\""},
+        {"media_manager", {"--loud"}, "Unknown option 'loud'"},
+        {"media_manager", {"DB="}, "\"DB=\" does not fit: expected [DB=FILE]"},
+        {"media_mme", {"DB=x"}, "\"DB=x\" does not fit: expected options only"},
+        {"media_source_disc", {"--remote="}, "--remote= needs a value"},
         {"media_source_disc", {"--remote=10.0.0.1", "--port=0"}, "--port= needs a port number"},
         {"media_source_apple", {"--ddpport=65536"}, "--ddpport= needs a port number"},
-        {"media_source_spotify", {"--remote=10.0.0.1"}, "unknown option \"--remote=10.0.0.1\""},
-        {"media_source_pandora", {"unitTest"}, "unitTest must be followed by FILE"},
-        {"media_source_pandora", {"--verbose", "unitTest", "x"}, "unknown option \"unitTest\""},
-        {"hmi_main", {"--test-dbus"}, "unknown option \"--test-dbus\""},
-        {testSourcePath.constData(), {}, "the first argument must be CAPABILITIES"},
-        {testSourcePath.constData(), {"3x"}, "the first argument must be CAPABILITIES"},
-        {testSourcePath.constData(), {"32"}, "the first argument must be CAPABILITIES"},
-        {testSourcePath.constData(), {"-default_playqueue", "3"}, "the first argument must be CAPABILITIES"}};
+        {"media_source_spotify", {"--remote=10.0.0.1"}, "Unknown option 'remote'"},
+        {"media_source_pandora", {"unitTest"}, "\"unitTest\" does not fit: expected [unitTest FILE]"},
+        {"media_source_pandora", {"x", "unitTest", "y"}, "\"x unitTest y\" does not fit"},
+        {"hmi_main", {"--test-dbus"}, "Unknown option 'test-dbus'"},
+        {testSourcePath.constData(), {}, "\"\" does not fit: expected CAPABILITIES"},
+        {testSourcePath.constData(), {"3x"}, "\"3x\" does not fit: expected CAPABILITIES"},
+        {testSourcePath.constData(), {"32"}, "\"32\" does not fit: expected CAPABILITIES"},
+        {testSourcePath.constData(), {"-default_playqueue", "3", "4"}, "\"3 4\" does not fit"}};
     for (const Case& wrong : cases) {
         QProcess& process = Start(QString::fromUtf8(wrong.program), wrong.arguments);
         EXPECT_EQ(ExitStatus(process), 2) << wrong.program;
