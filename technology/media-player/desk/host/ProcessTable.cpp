@@ -120,10 +120,11 @@ QVector<pid_t> FindProcesses(const QByteArray& aName, int aMost)
     if (pids.empty()) {
         qCritical() << "MPL_ProcessInfo -- can't read the process table: is /proc mounted?";
     }
+    const pid_t self = getpid();
     for (const auto mayBeMeant : {&LookUp::RunsAsIt, &LookUp::RunsItsFile}) {
         for (const pid_t pid : pids) {
-            if (found.size() < aMost && pid != getpid() && !found.contains(pid) &&
-                (lookUp.*mayBeMeant)(pid) && lookUp.IsMeant(pid)) {
+            if (found.size() < aMost && pid != self && !found.contains(pid) && (lookUp.*mayBeMeant)(pid) &&
+                lookUp.IsMeant(pid)) {
                 found << pid;
             }
         }
