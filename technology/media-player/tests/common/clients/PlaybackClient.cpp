@@ -63,6 +63,7 @@ void PlaybackClient::HandleSpeedModeChanged(const QString&) {}
 
 void PlaybackClient::Event(const QString& aEvent)
 {
+    // Not only errors: see "Kept on purpose" in docs/architecture.md.
     qCritical() << "PlaybackClient::Event --" << aEvent;
     QMap<QString, QString> parameters;
     GetParameters(aEvent, parameters);

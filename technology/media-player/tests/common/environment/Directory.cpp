@@ -28,7 +28,7 @@ bool MPL_TestEnvironment::CleanEnvironment()
     for (const QString& name : names) {
         directory.remove(name);
     }
-    // Counts "." and ".." too: only a directory that is not there is empty.
+    // Counts "." and ".." too: see "Kept on purpose" in docs/architecture.md.
     directory.refresh();
     return directory.count() == 0;
 }

@@ -20,8 +20,7 @@ inline QString MakeBinaryPath(const QString& aProcess)
     return MPL_TEST_BINARY_DIRECTORY + QLatin1Char('/') + aProcess;
 }
 
-// Starts a command without arguments, split at its blanks. Qt 5.15 prefers a program with a list; the stack's
-// launchers are defined by this form.
+// Starts a command without arguments, split at its blanks: see "Kept on purpose" in docs/architecture.md.
 inline bool StartCommandDetached(const QString& aCommand)
 {
     QT_WARNING_PUSH

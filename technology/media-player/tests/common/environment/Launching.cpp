@@ -184,8 +184,8 @@ bool MPL_TestEnvironment::LaunchTestMediaSourceProcess(bool aActivateDataManager
         return false;
     }
     qDebug() << "MediaTestSource process launched, waiting for the object to become available on d-bus.";
-    // A source that never shows up fails the running test, not this call. The expression is part of the
-    // failure's text, blanks included.
+    // A source that never shows up fails the running test, not this call: see "Kept on purpose" in
+    // docs/architecture.md.
     // clang-format off
     EXPECT_TRUE( WaitForServiceRunning( MPL_TEST_MEDIA_SOURCE_SERVICE_NAME ) );
     // clang-format on

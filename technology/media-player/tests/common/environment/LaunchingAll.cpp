@@ -18,8 +18,8 @@ void MPL_TestEnvironment::LaunchMediaSourceProcesses(bool aActivateDataManager, 
 
     QStringList mediaSourcesToLaunch;
     QStringList mediaServicesToWaitFor;
-    // Without a remote computer this is 0, so the first source, mass storage, still takes the remote way; it
-    // then gets no remote options.
+    // Without a remote computer mass storage still takes the remote way: see "Kept on purpose" in
+    // docs/architecture.md.
     int indexOfLastRemoteSource = aRemoteIP.length();
     if (aRemoteIP.isEmpty()) {
         qDebug() << "MPL_TestEnvironment::LaunchMediaSourceProcesses -- Not using the remote computer for "
@@ -36,7 +36,7 @@ void MPL_TestEnvironment::LaunchMediaSourceProcesses(bool aActivateDataManager, 
     mediaServicesToWaitFor << MPL::MPL_MASS_STORAGE_SERVICE_NAME << MPL::MPL_PANDORA_SERVICE_NAME
                            << MPL::MPL_SPOTIFY_SERVICE_NAME;
 
-    // The expressions below are part of the failures' texts, blanks included.
+    // The expressions below keep their blanks: see "Kept on purpose" in docs/architecture.md.
     // clang-format off
     ASSERT_TRUE( mediaSourcesToLaunch.size() == mediaServicesToWaitFor.size() );
     ASSERT_TRUE( indexOfLastRemoteSource < mediaSourcesToLaunch.size() );
@@ -45,7 +45,7 @@ void MPL_TestEnvironment::LaunchMediaSourceProcesses(bool aActivateDataManager, 
         const QString& serviceName = mediaServicesToWaitFor.at(k);
         qDebug() << "MPL_TestEnvironment::LaunchMediaSourceProcesses -- Launching process" << procName
                  << " (" << serviceName << ")";
-        // Every launch resets the persisted state anew, whatever the caller asked for.
+        // Every launch resets the persisted state: see "Kept on purpose" in docs/architecture.md.
         if (k <= indexOfLastRemoteSource) {
             ASSERT_TRUE( MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(
                 true, procName, aRemoteIP, aPort, aDdpPort, aVerbose, true ) );

@@ -25,7 +25,7 @@ bool MPL_TestEnvironment::WaitForServiceRunning(const QString& aServiceName)
 {
     for (int n = 0;; ++n) {
         const bool running = MPL::IsServiceRunning(aServiceName, GetDbusConnection());
-        // The answer after the last pause is not used: a service this late counts as missing.
+        // The answer after the last pause is not used: see "Kept on purpose" in docs/architecture.md.
         if (n >= kServicePauses) {
             return false;
         }
@@ -100,7 +100,7 @@ ComTalvexDBusMediaPlayerMediaManagerInterface* MPL_TestEnvironment::CreateMediaM
         return nullptr;
     }
     QStringList mediaManagerList;
-    // The expression is part of the failure's text, blanks included.
+    // The expression keeps its blanks: see "Kept on purpose" in docs/architecture.md.
     // clang-format off
     EXPECT_TRUE( WaitForServiceObjects( MPL_TEST_MEDIAMANAGER_SERVICE_NAME, 1,
                                         MPL::MPL_MEDIA_MANAGER_INTERFACE_NAME, mediaManagerList ) );
@@ -122,7 +122,7 @@ ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface* MPL_TestEnvironme
     MPL::FindServiceObjectPathsByInterface(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME,
                                            MPL_TEST_SIMULATION_INTERFACE_NAME, connection, paths);
     if (paths.size() != 1) {
-        // The line names the manager's service, though the test media source's was searched.
+        // The line names another service: see "Kept on purpose" in docs/architecture.md.
         qCritical() << "Service:" << qPrintable(MPL_TEST_MEDIAMANAGER_SERVICE_NAME) << " has no interface"
                     << qPrintable(MPL_TEST_SIMULATION_INTERFACE_NAME);
         return nullptr;

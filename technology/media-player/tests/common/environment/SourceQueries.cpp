@@ -72,7 +72,7 @@ bool MPL_TestEnvironment::GetIndexProgress(ComTalvexDBusMediaPlayerIndexerInfoIn
     QDBusPendingReply<uint> reply = aIndexer->GetProgress();
     reply.waitForFinished();
     if (reply.isError()) {
-        // Shares its wording with the status query.
+        // Shares its wording with the status query: see "Kept on purpose" in docs/architecture.md.
         qCritical() << "IndexerInfo GetStatus DBus error " << reply.error().message();
         return false;
     }

@@ -15,7 +15,7 @@ void MediaSourceTestFixture::SetUpTestCase()
         << "MediaSourceTestFixture::SetUpTestCase -- Register metatypes, use SLM to stop media services, "
            "SterilizeEnvironment, and SetEnvironment";
     RegisterAllMetaTypes();
-    // Without a lifecycle manager nothing of its stack runs either.
+    // The result does not matter: see "Kept on purpose" in docs/architecture.md.
     static_cast<void>(MPL_TestEnvironment::SlmStopMediaServices());
     if (!MPL_TestEnvironment::SterilizeEnvironment(true)) {
         qDebug() << "MediaSourceTestFixture::SetUpTestCase - Error calling "

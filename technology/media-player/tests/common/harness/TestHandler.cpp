@@ -36,6 +36,7 @@ void TestHandler::UnitTestStarted()
     }
     testing::InitGoogleTest(&m_Argc, m_Argv);
     const int g_ret = testing::UnitTest::GetInstance()->Run();
+    // One more failure: see "Kept on purpose" in docs/architecture.md.
     EXPECT_EQ(0, g_ret);
     m_Thread->quit();
 }
