@@ -5,9 +5,9 @@
 ///     {
 ///         Q_OBJECT
 ///     public:
-///         explicit MountService(const sim::FaultPlan& faults)
-///             : Object(faults), m_Adaptor(sim::Adapt<MMEMountAdaptor>(this)) {}
-///         void MountPath(const QString& path)
+///         explicit MountService(const sim::FaultPlan& aFaults)
+///             : Object(aFaults), m_Adaptor(sim::Adapt<MMEMountAdaptor>(this)) {}
+///         void MountPath(const QString& aPath)
 ///         {
 ///             …
 ///             Announce([this] { Q_EMIT m_Adaptor->SignalDeviceMounted(info); });

@@ -3,6 +3,7 @@
 
 #include "CapabilityTexts.h"
 #include "Player.h"
+#include "Relay.h"
 #include "sim_BrowserAdaptor.h"
 #include <MPL_MediaPlayerLib.h>
 
@@ -204,10 +205,8 @@ void BrowserObject::AnnounceLevel()
 
 void BrowserObject::UpdateFunctionalities()
 {
-    const QString text = GetFunctionalities();
-    if (text != m_Functionalities) {
-        m_Functionalities = text;
-        Announce([this, text] { Q_EMIT m_Adaptor->SignalFunctionalitiesChanged(text); });
+    if (Update(m_Functionalities, GetFunctionalities())) {
+        Announce([this, text = m_Functionalities] { Q_EMIT m_Adaptor->SignalFunctionalitiesChanged(text); });
     }
 }
 

@@ -1,5 +1,5 @@
-// The chapters of a track. A file of music has none, so that a test has some each track gets four of equal
-// length, numbered from 1.
+// The chapters of a track, numbered from 1. Music files have none: each track gets four of equal length, for
+// tests to step through.
 #pragma once
 
 #include "Track.h"

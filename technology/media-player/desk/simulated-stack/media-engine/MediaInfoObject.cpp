@@ -7,18 +7,6 @@
 
 namespace sim
 {
-namespace
-{
-
-// Returns whether aValue is new, and keeps it.
-bool Update(QString& aKnown, const QString& aValue)
-{
-    const bool isNew = aKnown != aValue;
-    aKnown = aValue;
-    return isNew;
-}
-
-} // namespace
 
 MediaInfoObject::MediaInfoObject(Player* aPlayer, PlayQueue* aQueue, QString aStationArt,
                                  const FaultPlan& aFaults, QObject* aParent)

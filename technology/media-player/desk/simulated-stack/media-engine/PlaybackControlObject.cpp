@@ -136,10 +136,8 @@ void PlaybackControlObject::UpdateChapter()
 
 void PlaybackControlObject::UpdateFunctionalities()
 {
-    const QString text = GetFunctionalities();
-    if (text != m_Functionalities) {
-        m_Functionalities = text;
-        Announce([this, text] { Q_EMIT m_Adaptor->SignalFunctionalitiesChanged(text); });
+    if (Update(m_Functionalities, GetFunctionalities())) {
+        Announce([this, text = m_Functionalities] { Q_EMIT m_Adaptor->SignalFunctionalitiesChanged(text); });
     }
 }
 

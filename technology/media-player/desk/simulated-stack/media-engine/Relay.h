@@ -1,4 +1,4 @@
-// Passes a signal of the engine on to the bus.
+// From the engine to the bus: passing signals on, and telling what has changed.
 #pragma once
 
 #include "Object.h"
@@ -14,6 +14,14 @@ void Relay(Sender* aSender, void (Sender::*aSignal)(Args...), Object* aObject, A
     QObject::connect(aSender, aSignal, aObject, [aObject, aAdaptor, aOut](Args... aArgs) {
         aObject->Announce([=] { (aAdaptor->*aOut)(aArgs...); });
     });
+}
+
+/// Keeps aValue as what was told last. Returns whether it has to be told.
+inline bool Update(QString& aTold, const QString& aValue)
+{
+    const bool isNew = aTold != aValue;
+    aTold = aValue;
+    return isNew;
 }
 
 } // namespace sim

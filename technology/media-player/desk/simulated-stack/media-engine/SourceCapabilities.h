@@ -1,9 +1,11 @@
 /// What one media source can do: its library, indexer, play queue and player, and the D-Bus objects through
 /// which clients use them.
 ///
-///     sim::SourceCapabilities capabilities(faults, bus, {path, "/media/stick", {},
-///     MPL::MPL_FUNCTIONALITIES…}); if (capabilities.Export()) {
-///     source.SetCapabilities(capabilities.Paths()); }
+///     sim::SourceSetup setup;
+///     setup.objectPath = "/com/talvex/…/1";
+///     setup.capabilities << MPL::MPL_FUNCTIONALITY_BROWSE;
+///     sim::SourceCapabilities capabilities(faults, bus, setup);
+///     if (capabilities.Export()) { …capabilities.Paths()… }
 ///
 /// Everything works on the event loop of the thread that made it.
 #pragma once

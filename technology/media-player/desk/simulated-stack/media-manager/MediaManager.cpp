@@ -122,8 +122,8 @@ void MediaManager::RemoveSource(const MPL::ServiceObject& aSource)
     }
 }
 
-// Done before the answer, so that whoever has it may kill the manager or let the source play; signalled
-// after.
+// Stored and followed before the answer: whoever has it may kill the manager at once, or let the source play.
+// The signal goes out after it.
 void MediaManager::Activate(const MPL::ServiceObject& aSource, const std::function<void()>& aAnswer)
 {
     if (IsSame(m_Active, aSource)) {

@@ -27,7 +27,7 @@ const SourceProgram* FindSourceProgram()
     static const std::array<SourceProgram, 6> kPrograms{{
         {MPL_MASS_STORAGE_PROCESS_NAME, MPL_MASS_STORAGE_SERVICE_NAME, MPL_MASS_STORAGE_DEVICE_LABEL, true,
          false, true},
-        // Its label is a template of a device path, no name.
+        // The label of this one is no name: a device path is made from it.
         {MPL_APPLE_PROCESS_NAME, MPL_APPLE_SERVICE_NAME, LastWord(MPL_APPLE_SERVICE_NAME), true, false, true},
         {MPL_PANDORA_PROCESS_NAME, MPL_PANDORA_SERVICE_NAME, MPL_PANDORA_DEVICE_LABEL, false, true, false},
         {MPL_DISC_PROCESS_NAME, MPL_DISC_SERVICE_NAME, MPL_DISC_DEVICE_LABEL, true, false, true},
