@@ -66,7 +66,7 @@ Program::Program(int& argc, char** argv, const Options& aOptions)
     MPL::RegisterAllMetaTypes();
 }
 
-int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjects& aExportObjects)
+int Program::Run(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects)
 {
     if (!m_FaultsError.isEmpty()) {
         Log(QStringLiteral("%1 can't be used: %2").arg(FaultsFile(), m_FaultsError));
@@ -75,7 +75,7 @@ int Program::Run(BusChoice choice, const QString& serviceName, const ExportObjec
     WatchSignals();
     ArmCrash();
     QTimer::singleShot(m_Faults.startDelayMs, this, [=] {
-        if (!Start(choice, serviceName, aExportObjects)) {
+        if (!Start(aChoice, aServiceName, aExportObjects)) {
             QCoreApplication::exit(m_Status);
         }
     });
