@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <sstream>
 
 namespace sandbox
@@ -37,6 +38,28 @@ QByteArray ReadAll(const QString& aPath)
     QFile file(aPath);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(aPath);
     return file.readAll();
+}
+
+std::vector<long long> Numbers(const std::string& aText)
+{
+    std::istringstream text(aText);
+    return {std::istream_iterator<long long>(text), {}};
+}
+
+struct RecordedMessage {
+    long long seconds;
+    QByteArray bytes;
+};
+
+std::vector<RecordedMessage> ReadRecord(const QString& aFile)
+{
+    const QByteArray bytes = ReadAll(aFile);
+    const auto number = [&](int aOffset) { return qFromLittleEndian<qint32>(bytes.constData() + aOffset); };
+    std::vector<RecordedMessage> messages;
+    for (int begin = 24; begin + 16 < bytes.size(); begin += 16 + number(begin + 8)) {
+        messages.push_back({number(begin), bytes.mid(begin + 16, number(begin + 8))});
+    }
+    return messages;
 }
 
 } // namespace
@@ -77,18 +100,17 @@ protected:
     }
 
     /// The text is the moment at which the clock started and that many readings.
-    static void ExpectOneClock(const std::string& aText, int aCount)
+    static void ExpectOneClock(const std::string& aText, size_t aCount)
     {
-        std::istringstream text(aText);
-        long long start = 0;
-        text >> start;
-        const auto shownAt = [&](long long aMachine) { return start + kSpeed * (aMachine - start); };
-        int count = 0;
-        for (long long before = 0, shown = 0, after = 0; text >> before >> shown >> after; ++count) {
-            EXPECT_GE(shown, shownAt(before));
-            EXPECT_LE(shown, shownAt(after));
+        const std::vector<long long> numbers = Numbers(aText);
+        ASSERT_EQ(numbers.size(), 1 + 3 * aCount) << aText;
+        const auto shownAt = [&](long long aMachine) {
+            return numbers[0] + kSpeed * (aMachine - numbers[0]);
+        };
+        for (size_t reading = 1; reading < numbers.size(); reading += 3) {
+            EXPECT_GE(numbers[reading + 1], shownAt(numbers[reading]));
+            EXPECT_LE(numbers[reading + 1], shownAt(numbers[reading + 2]));
         }
-        EXPECT_EQ(count, aCount) << aText;
     }
 };
 
@@ -210,24 +232,17 @@ TEST_F(Speed, IsThatOfFileTimes)
         date +%s%N; echo x >> file; changed file; date +%s%N
         touch -d '2040-01-02 03:04:05Z' file; cp -p file copy; stat -c %Y file; stat -c %Y copy
         stat -c %Y /opt/talvex/bin/media_manager)");
-    std::istringstream text(outcome.out);
+    const std::vector<long long> numbers = Numbers(outcome.out);
+    ASSERT_EQ(numbers.size(), 9U) << outcome.out << outcome.err;
     // The kernel stamps files by a clock that is up to ten milliseconds late.
     constexpr long long kLate = kSpeed * kSecond / 100;
-    for (int count = 0; count < 2; ++count) {
-        long long before = 0;
-        long long changed = 0;
-        long long after = 0;
-        text >> before >> changed >> after;
-        EXPECT_GE(changed, before - kLate) << outcome.out;
-        EXPECT_LE(changed, after) << outcome.out;
+    for (const size_t before : {0U, 3U}) {
+        EXPECT_GE(numbers[before + 1], numbers[before] - kLate);
+        EXPECT_LE(numbers[before + 1], numbers[before + 2]);
     }
-    long long chosen = 0;
-    long long copied = 0;
-    long long old = 0;
-    text >> chosen >> copied >> old;
-    EXPECT_EQ(chosen, 2209086245) << outcome.err;
-    EXPECT_EQ(copied, chosen);
-    EXPECT_EQ(old, QFileInfo(StackFile("bin/media_manager")).lastModified().toSecsSinceEpoch());
+    EXPECT_EQ(numbers[6], 2209086245);
+    EXPECT_EQ(numbers[7], numbers[6]);
+    EXPECT_EQ(numbers[8], QFileInfo(StackFile("bin/media_manager")).lastModified().toSecsSinceEpoch());
 }
 
 TEST_F(Speed, IsToldInRecords)
@@ -236,24 +251,15 @@ TEST_F(Speed, IsToldInRecords)
     const Outcome outcome =
         RunFast("sleep 20; date +%s; dbus-send --system --type=signal / com.example.Marked; date +%s",
                 {"--no-lifecycle-manager", "--record-bus", file});
-    std::istringstream text(outcome.out);
-    long long before = 0;
-    long long after = 0;
-    text >> before >> after;
-    const QByteArray bytes = ReadAll(m_OpenFolder.filePath("bus.system.pcap"));
-    const auto number = [&](int aOffset) { return qFromLittleEndian<quint32>(bytes.constData() + aOffset); };
-    QByteArray first;
-    int marked = 0;
-    for (int record = 24; record < bytes.size(); record += 16 + static_cast<int>(number(record + 8))) {
-        const QByteArray message = bytes.mid(record + 16, static_cast<int>(number(record + 8)));
-        first = record == 24 ? message : first;
-        if (message.contains("Marked")) {
-            ++marked;
-            EXPECT_GE(number(record), before);
-            EXPECT_LE(number(record), after);
-        }
-    }
-    EXPECT_EQ(marked, 1);
+    const std::vector<long long> around = Numbers(outcome.out);
+    const std::vector<RecordedMessage> messages = ReadRecord(m_OpenFolder.filePath("bus.system.pcap"));
+    const auto marked = std::find_if(messages.begin(), messages.end(), [](const RecordedMessage& aMessage) {
+        return aMessage.bytes.contains("Marked");
+    });
+    ASSERT_NE(marked, messages.end());
+    EXPECT_GE(marked->seconds, around.at(0));
+    EXPECT_LE(marked->seconds, around.at(1));
+    const QByteArray& first = messages.front().bytes;
     EXPECT_TRUE(first.contains("com.talvex.MplSandbox.Recorder") && first.contains("Clock"));
 }
 
