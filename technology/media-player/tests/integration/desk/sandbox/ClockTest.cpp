@@ -32,14 +32,14 @@
 #include <mutex>
 #include <thread>
 
-using namespace std::chrono_literals;
-
 namespace
 {
 
-constexpr int kWaitMs = 2000;
-constexpr int kMachineLimitMs = 1000; // a twentieth would do on a machine that is idle
-constexpr timespec kWait = {2, 0};
+constexpr int kSeconds = 6;
+constexpr int kWaitMs = 1000 * kSeconds;
+constexpr int kMachineLimitMs = kWaitMs / 2; // a tenth of that on a machine that is idle
+constexpr std::chrono::seconds kWaitTime(kSeconds);
+constexpr timespec kWait = {kSeconds, 0};
 
 qint64 MachineMs()
 {
@@ -155,27 +155,27 @@ TEST(FasterClock, IsThatOfTheSystemsWaits)
 TEST(FasterClock, IsThatOfCppsWaits)
 {
     ExpectShort({
-        {"sleep_for", [] { std::this_thread::sleep_for(2s); }},
+        {"sleep_for", [] { std::this_thread::sleep_for(kWaitTime); }},
         {"condition variable",
          [] {
              std::mutex mutex;
              std::condition_variable condition;
              std::unique_lock<std::mutex> lock(mutex);
-             condition.wait_for(lock, 2s);
+             condition.wait_for(lock, kWaitTime);
          }},
         {"condition variable until",
          [] {
              std::mutex mutex;
              std::condition_variable condition;
              std::unique_lock<std::mutex> lock(mutex);
-             condition.wait_until(lock, std::chrono::system_clock::now() + 2s);
+             condition.wait_until(lock, std::chrono::system_clock::now() + kWaitTime);
          }},
         {"timed mutex",
          [] {
              std::timed_mutex mutex;
-             WaitForLocked(mutex, [](auto& aLock) { return aLock.try_lock_for(2s); });
+             WaitForLocked(mutex, [](auto& aLock) { return aLock.try_lock_for(kWaitTime); });
          }},
-        {"future", [] { std::promise<void>().get_future().wait_for(2s); }},
+        {"future", [] { std::promise<void>().get_future().wait_for(kWaitTime); }},
     });
 }
 
@@ -218,11 +218,11 @@ TEST(FasterClock, IsThatOfAlarms)
 {
     std::signal(SIGALRM, [](int) {});
     ExpectShort(Wait{"alarm", [] {
-                         alarm(2);
+                         alarm(kSeconds);
                          pause();
                      }});
     ExpectShort(Wait{"interval timer", [] {
-                         const itimerval timer = {{}, {2, 0}};
+                         const itimerval timer = {{}, {kSeconds, 0}};
                          setitimer(ITIMER_REAL, &timer, nullptr);
                          pause();
                      }});

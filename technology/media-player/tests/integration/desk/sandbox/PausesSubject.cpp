@@ -92,8 +92,7 @@ Function* CLibrary(const char* aName)
 
 } // namespace
 
-// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's names are reserved
-// ones.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" int nanosleep(const timespec* aLength, timespec* aLeft)
 {
     return Pause(*aLength, [&] { return CLibrary<decltype(nanosleep)>("nanosleep")(aLength, aLeft); });
