@@ -1,6 +1,5 @@
 // Waits with a time limit, each by the sandbox's faster clock: for the program they are as long as it asked
 // for, on the machine they are over sooner.
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QMutex>
@@ -181,8 +180,6 @@ TEST(FasterClock, IsThatOfCppsWaits)
 
 TEST(FasterClock, IsThatOfQtsWaits)
 {
-    int argc = 0;
-    const QCoreApplication application(argc, nullptr);
     ExpectShort({
         {"QThread::msleep", [] { QThread::msleep(kWaitMs); }},
         {"QWaitCondition",
