@@ -1,6 +1,5 @@
 // The simulated media manager and the sources it finds.
 #include "StackFixture.h"
-#include "StateStore.h"
 #include <MPL_MediaManagerProxy.h>
 #include <MPL_MediaSourceFactorySimulationProxy.h>
 #include <MPL_MediaSourceProxy.h>
@@ -95,34 +94,20 @@ TEST_F(ManagerTest, TellsTheSourceThatItIsActiveUntilTheManagerIsGone)
               QStringLiteral("active_state=INACTIVE;source_state=READY"));
 }
 
-TEST_F(ManagerTest, ResumesTheActiveSourceAfterAKillUnlessItsStateWasReset)
+TEST_F(ManagerTest, ResumesAfterAKillASourceThatComesLater)
 {
     QProcess& manager = StartManager(kDatabase);
     QProcess& massStorage = StartMassStorage();
     EXPECT_TRUE(Activate(MassStorage()));
     manager.kill();
     ExitStatus(manager);
-
-    QProcess& second = StartManager(kDatabase);
-    EXPECT_TRUE(BecomesActive(MassStorage().GetPathString()));
     Stop(massStorage);
-    EXPECT_TRUE(BecomesActive(QString()));
-    Stop(second);
 
-    QProcess& third = StartManager(kDatabase);
+    StartManager(kDatabase);
     Available();
     EXPECT_EQ(Active(), QString()) << "the source is not there yet";
     StartMassStorage();
     EXPECT_TRUE(BecomesActive(MassStorage().GetPathString()));
-
-    MPL::Detail::StateStore store;
-    QString error;
-    ASSERT_TRUE(store.Open(kDatabaseFile, error) &&
-                store.Save(MPL::Detail::kStateKeyActiveSource, QString(), error));
-    Stop(third);
-    StartManager(kDatabase);
-    EXPECT_EQ(Available().size(), 1);
-    EXPECT_EQ(Active(), QString());
 }
 
 TEST_F(ManagerTest, GoesOnWithoutADatabaseItCanNotUse)

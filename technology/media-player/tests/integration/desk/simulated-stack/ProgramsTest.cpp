@@ -114,35 +114,6 @@ TEST_F(ProgramsTest, FaultsOfTheLifeOfAProgramTakeEffect)
     EXPECT_FALSE(manager.waitForFinished(100));
 }
 
-TEST_F(ProgramsTest, ASecondManagerObjectAnswersToo)
-{
-    SetFaults(R"({"media_manager": {"manager_objects": 2}})");
-    StartManager();
-    ManagerProxy second(kManagerService, kManagerPath + QStringLiteral("2"), m_Bus);
-    EXPECT_TRUE(QDBusReply<MPL::ServiceObject>(second.GetActiveMediaSource()).isValid());
-}
-
-TEST_F(ProgramsTest, FaultsOfRepliesReachTheCaller)
-{
-    const std::pair<const char*, QDBusError::ErrorType> cases[] = {
-        {"error", QDBusError::Failed},
-        {"never", QDBusError::NoReply},
-        {"wrong_signature", QDBusError::InvalidSignature},
-        {"die", QDBusError::NoReply}};
-    for (const auto& [fault, expected] : cases) {
-        SetFaults(QByteArray(R"({"media_manager": {"replies":
-            {"com.talvex.DBus.MediaPlayer.MediaManager.GetActiveMediaSource": ")") +
-                  fault + "\"}}}");
-        QProcess& manager = StartManager();
-        ManagerProxy proxy(kManagerService, kManagerPath, m_Bus);
-        proxy.setTimeout(500);
-        QDBusPendingReply<MPL::ServiceObject> reply = proxy.GetActiveMediaSource();
-        reply.waitForFinished();
-        EXPECT_EQ(reply.error().type(), expected) << fault << qPrintable(reply.error().message());
-        EXPECT_EQ(Stop(manager), fault == std::string("die") ? -1 : 0);
-    }
-}
-
 TEST_F(ProgramsTest, SignalsFollowTheReplyUnlessTheFaultIsToSignalFirst)
 {
     for (const bool signalFirst : {false, true}) {
