@@ -1,9 +1,14 @@
-// The fixtures on a stand-in for the environment controller: which steps they make, in which order, and what
-// becomes of each failure.
+// The fixtures on the real controller and platform doubles: which steps they make, in which order, and what
+// becomes of each failure. They use the environment directory, so they run where it is their own: in a
+// sandbox.
 #include "DoublesTest.h"
+#include "Require.h"
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_Types.h>
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest-spi.h>
 
@@ -16,65 +21,44 @@ using namespace MPL::Doubles;
 namespace
 {
 
-// Controller functions that fail.
-QStringList s_Failing;
-
-bool Step(const QString& aName, const QString& aRguments)
-{
-    Note(aName + QLatin1Char('(') + aRguments + QLatin1Char(')'));
-    return !s_Failing.contains(aName);
-}
-
-QString Boolean(bool aValue)
-{
-    return aValue ? QStringLiteral("true") : QStringLiteral("false");
-}
-
-} // namespace
-
-bool MPL_TestEnvironment::KillHmiProcesses()
-{
-    return Step(QStringLiteral("KillHmi"), {});
-}
-
-bool MPL_TestEnvironment::SlmStopMediaServices()
-{
-    Note(QStringLiteral("registered ") + Boolean(QMetaType::type("MediaSourceState") != 0));
-    return Step(QStringLiteral("SlmStop"), {});
-}
-
-bool MPL_TestEnvironment::SlmLaunchMediaServices(bool aActivateDataManager)
-{
-    return Step(QStringLiteral("SlmLaunch"), Boolean(aActivateDataManager));
-}
-
-bool MPL_TestEnvironment::SterilizeEnvironment(bool aActivateDataManager)
-{
-    return Step(QStringLiteral("Sterilize"), Boolean(aActivateDataManager));
-}
-
-bool MPL_TestEnvironment::SetEnvironment(const QString& aDirectory, bool aClean)
-{
-    return Step(QStringLiteral("Set"), aDirectory + QLatin1Char(' ') + Boolean(aClean));
-}
-
-bool MPL_TestEnvironment::CleanEnvironment()
-{
-    return Step(QStringLiteral("Clean"), {});
-}
-
-bool MPL_TestEnvironment::LaunchMediaManagerProcess(bool aActivateDataManager, const char* aExtraArgument)
-{
-    return Step(QStringLiteral("Launch"), Boolean(aActivateDataManager) + QLatin1String(aExtraArgument));
-}
-
-namespace
-{
+const QString kManager = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
 
 QStringList Lines(const char* aText)
 {
     return QString::fromLatin1(aText).split(QLatin1Char('\n'));
 }
+
+// What was done, without what the controller says of it and the pauses in between.
+QStringList Steps()
+{
+    QStringList steps;
+    for (const QString& note : Notes()) {
+        if (!note.startsWith(QLatin1String("debug: MPL_TestEnvironment")) &&
+            !note.startsWith(QLatin1String("sleep ")) &&
+            !note.startsWith(QLatin1String("debug: MediaManager process"))) {
+            steps << note;
+        }
+    }
+    return steps;
+}
+
+const QStringList kKillHmi = Lines("kill hmi_main TERM\nkill hmi_cluster TERM");
+const QStringList kReset =
+    Lines("DataManager::StartUp\nsave active source \"\"\nsave playback state \"\"\nDataManager::ShutDown");
+const QStringList kKillSources = Lines(
+    "kill media_source_mass_storage TERM\nkill media_source_apple TERM\nkill media_source_pandora TERM\n"
+    "kill media_source_disc TERM\nkill media_source_spotify TERM\nkill test_media_source TERM");
+const QStringList kSlmStop =
+    Lines("slm stop media-manager\nslm stop media-mme\nslm stop media-source-mass-storage\n"
+          "slm stop media-source-apple\nslm stop media-source-pandora\nslm stop media-source-spotify\n"
+          "slm stop media-source-btmedia");
+const QStringList kSlmStart =
+    Lines("slm start media-mme\nslm start media-manager\nslm start media-source-mass-storage\n"
+          "slm start media-source-apple\nslm start media-source-pandora\nslm start media-source-spotify\n"
+          "slm start media-source-btmedia");
+const QStringList kLaunch =
+    Lines("start command /opt/talvex/bin/media_mme\n"
+          "start /opt/talvex/bin/media_manager DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
 
 class OneTest : public MPL::TestFixture
 {
@@ -86,15 +70,37 @@ private:
     void TestBody() override {}
 };
 
-class FixtureTest : public DoublesTest
+class Fixtures : public DoublesTest
 {
 protected:
-    FixtureTest()
+    Fixtures()
     {
-        s_Failing.clear();
         MPL::TestFixture::s_GaugelySetUpCase = false;
+        World().owned << kManager;
+        World().objects[kManager + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager")] =
+            QStringList{"/manager"};
     }
-    ~FixtureTest() override { MPL::TestFixture::s_GaugelySetUpCase = false; }
+    ~Fixtures() override { MPL::TestFixture::s_GaugelySetUpCase = false; }
+
+    void SetUp() override { RequireSandbox(); }
+
+    static void MakeImmortal(const QString& aProcess)
+    {
+        World().processes[aProcess] = 77;
+        World().ignoreTerm << aProcess;
+        World().ignoreKill << aProcess;
+    }
+
+    // A file where the environment directory should be.
+    static void ObstructEnvironment()
+    {
+        QDir(kMPLDefaultEnvironment).removeRecursively();
+        QFile file(QDir(kMPLDefaultEnvironment).absolutePath());
+        ASSERT_TRUE(QDir().mkpath(MPL_TEST_MEDIA_PLAYER_DIRECTORY));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+
+    static void FreeEnvironment() { QFile::remove(QDir(kMPLDefaultEnvironment).absolutePath()); }
 };
 
 // The lines behind the letters of a test's expectation.
@@ -102,7 +108,7 @@ QStringList Script(const char* aLetters)
 {
     const QMap<char, const char*> lines{
         {'C', "debug: TestFixture::SetUpTestCase -- Do Gaugely SetUpTestCase"},
-        {'K', "KillHmi()"},
+        {'K', "kill hmi_main TERM\nkill hmi_cluster TERM"},
         {'s', "debug: TestFixture::SetUp -- Do Gaugely SetUp"},
         {'t', "debug: TestFixture::TearDown -- Do Gaugely Teardown"},
         {'T', "debug: TestFixture::TearDownTestCase -- Do Gaugely TearDownTestCase"},
@@ -111,12 +117,12 @@ QStringList Script(const char* aLetters)
         {'3', "critical: Previous test case not torn down correctly"}};
     QStringList script;
     for (; *aLetters != 0; ++aLetters) {
-        script << QLatin1String(lines.value(*aLetters));
+        script << Lines(lines.value(*aLetters));
     }
     return script;
 }
 
-TEST_F(FixtureTest, TestsAndTestCasesAreBookedAndMisuseIsReported)
+TEST_F(Fixtures, TestsAndTestCasesAreBookedAndMisuseIsReported)
 {
     // Set-up and tear-down of the test case (C, T) and of the test (s, t), then what is logged until its end.
     const struct {
@@ -135,64 +141,73 @@ TEST_F(FixtureTest, TestsAndTestCasesAreBookedAndMisuseIsReported)
                                : test.TearDown();
             }
         }
-        EXPECT_EQ(Text(Notes()), Text(Script(testCase.log))) << testCase.steps;
+        EXPECT_EQ(Text(Steps()), Text(Script(testCase.log))) << testCase.steps;
     }
 }
 
-TEST_F(FixtureTest, DisplayProcessesThatStayFailTheTestCase)
+TEST_F(Fixtures, DisplayProcessesThatStayFailTheTestCase)
 {
-    s_Failing << QStringLiteral("KillHmi");
+    MakeImmortal("hmi_main");
     EXPECT_FATAL_FAILURE(
         MPL::TestFixture::SetUpTestCase(),
         "Value of: MPL_TestEnvironment::KillHmiProcesses()\n  Actual: false\nExpected: true");
     EXPECT_TRUE(MPL::TestFixture::s_GaugelySetUpCase);
 }
 
-TEST_F(FixtureTest, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
+TEST_F(Fixtures, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
 {
     const QString prefix = QStringLiteral("debug: MediaSourceTestFixture::SetUpTestCase -");
-    QStringList steps = Script("CK");
-    steps << prefix + QStringLiteral("- Register metatypes, use SLM to stop media services, "
-                                     "SterilizeEnvironment, and SetEnvironment")
-          << Lines("registered true\nSlmStop()\nSterilize(true)\nSet(/var/talvex/media-player/test/ true)\n"
-                   "Launch(true)");
+    const QStringList begin =
+        Script("CK") << prefix + QStringLiteral("- Register metatypes, use SLM to stop media services, "
+                                                "SterilizeEnvironment, and SetEnvironment");
     MPL::MediaSourceTestFixture::SetUpTestCase();
-    EXPECT_EQ(Text(Notes()), Text(steps));
+    EXPECT_EQ(Text(Steps()), Text(begin + kSlmStop + kKillSources + kReset + kReset + kLaunch));
+    EXPECT_NE(QMetaType::type("MediaSourceState"), 0);
+    EXPECT_TRUE(QDir(kMPLDefaultEnvironment).exists());
     MPL::TestFixture::s_GaugelySetUpCase = false;
 
     ClearNotes();
-    s_Failing = Lines("SlmStop\nSterilize\nSet\nLaunch");
+    World().slmRefuses << QStringLiteral("media-manager");
+    World().saveSource = false;
+    World().owned.clear();
+    ObstructEnvironment();
     EXPECT_FATAL_FAILURE(MPL::MediaSourceTestFixture::SetUpTestCase(),
                          "Value of: MPL_TestEnvironment::LaunchMediaManagerProcess( true )\n  Actual: false");
-    steps.insert(
-        7, prefix + QStringLiteral(" Failure setting environment to  \"/var/talvex/media-player/test/\""));
-    steps.insert(6, prefix +
-                        QStringLiteral(" Error calling TestEnvironment::SterilizeEnvironment. Attempting to "
-                                       "continue anyways."));
-    EXPECT_EQ(Text(Notes()), Text(steps));
+    FreeEnvironment();
+    EXPECT_EQ(
+        Text(Notes(prefix)),
+        Text(
+            {begin.last(),
+             prefix +
+                 QStringLiteral(
+                     " Error calling TestEnvironment::SterilizeEnvironment. Attempting to continue anyways."),
+             prefix +
+                 QStringLiteral(" Failure setting environment to  \"/var/talvex/media-player/test/\"")}));
+    EXPECT_EQ(Text(Notes("slm")), Text({QStringLiteral("slm stop media-manager")}));
+    EXPECT_EQ(Text(Notes("start")), Text(kLaunch));
 }
 
-TEST_F(FixtureTest, MediaSourceTearDownMakesEveryStepWhateverFails)
+TEST_F(Fixtures, MediaSourceTearDownMakesEveryStepWhateverFails)
 {
-    QStringList steps = Script("T");
-    steps << QStringLiteral("debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, "
-                            "CleanEnvironment, and launch media services using SLM")
-          << Lines("Sterilize(true)\nClean()\nSlmLaunch(true)");
+    const QStringList begin = Script("T") << QStringLiteral(
+                                  "debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, "
+                                  "CleanEnvironment, and launch media services using SLM");
     MPL::MediaSourceTestFixture::TearDownTestCase();
-    EXPECT_EQ(Text(Notes()), Text(steps));
+    EXPECT_EQ(Text(Steps()), Text(begin + kKillSources + kReset + kReset + kSlmStart));
 
     ClearNotes();
-    s_Failing = Lines("Sterilize\nClean\nSlmLaunch");
+    ASSERT_TRUE(
+        MPL_TestEnvironment::SetEnvironment(kMPLDefaultEnvironment, false)); // left standing when cleaned
+    World().saveSource = false;
     MPL::MediaSourceTestFixture::TearDownTestCase();
     const QString line =
         QStringLiteral("critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.");
-    steps.insert(5, line.arg(QStringLiteral("SlmLaunchMediaServices")));
-    steps.insert(4, line.arg(QStringLiteral("CleanEnvironment")));
-    steps.insert(3, line.arg(QStringLiteral("SterilizeEnvironment")));
-    EXPECT_EQ(Text(Notes()), Text(steps));
+    EXPECT_EQ(Text(Notes("critical: MediaSourceTestFixture")),
+              Text({line.arg("SterilizeEnvironment"), line.arg("CleanEnvironment"),
+                    line.arg("SlmLaunchMediaServices")}));
 }
 
-TEST_F(FixtureTest, WakeUpReleasesOnlyWhoWaitsAlready)
+TEST_F(Fixtures, WakeUpReleasesOnlyWhoWaitsAlready)
 {
     OneTest test;
     test.WakeUp(); // lost
