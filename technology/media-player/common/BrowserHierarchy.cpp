@@ -16,20 +16,20 @@ void BrowserHierarchy::RegisterMetaType()
 
 } // namespace MPL
 
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy)
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::BrowserHierarchy& aHierarchy)
 {
-    aRgument.beginStructure();
-    aRgument << aHierarchy.name << aHierarchy.label << aHierarchy.index << aHierarchy.count;
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument << aHierarchy.name << aHierarchy.label << aHierarchy.index << aHierarchy.count;
+    aArgument.endStructure();
+    return aArgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy)
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::BrowserHierarchy& aHierarchy)
 {
     aHierarchy = {};
-    if (MPL::Detail::OpenStructure(aRgument, {"(ssuu)"})) {
-        aRgument >> aHierarchy.name >> aHierarchy.label >> aHierarchy.index >> aHierarchy.count;
-        aRgument.endStructure();
+    if (MPL::Detail::OpenStructure(aArgument, {"(ssuu)"})) {
+        aArgument >> aHierarchy.name >> aHierarchy.label >> aHierarchy.index >> aHierarchy.count;
+        aArgument.endStructure();
     }
-    return aRgument;
+    return aArgument;
 }

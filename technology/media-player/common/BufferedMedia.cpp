@@ -1,20 +1,20 @@
 #include "Structures.h"
 #include <MPL_BufferedMedia.h>
 
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia)
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::BufferedMedia& aMedia)
 {
-    aRgument.beginStructure();
-    aRgument << aMedia.start << aMedia.end << aMedia.total << aMedia.valueA << aMedia.valueB;
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument << aMedia.start << aMedia.end << aMedia.total << aMedia.valueA << aMedia.valueB;
+    aArgument.endStructure();
+    return aArgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia)
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::BufferedMedia& aMedia)
 {
     aMedia = {};
-    if (MPL::Detail::OpenStructure(aRgument, {"(xxtuu)"})) {
-        aRgument >> aMedia.start >> aMedia.end >> aMedia.total >> aMedia.valueA >> aMedia.valueB;
-        aRgument.endStructure();
+    if (MPL::Detail::OpenStructure(aArgument, {"(xxtuu)"})) {
+        aArgument >> aMedia.start >> aMedia.end >> aMedia.total >> aMedia.valueA >> aMedia.valueB;
+        aArgument.endStructure();
     }
-    return aRgument;
+    return aArgument;
 }

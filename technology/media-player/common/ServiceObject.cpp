@@ -21,27 +21,27 @@ void ServiceObject::RegisterMetaType()
 
 } // namespace MPL
 
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aObject)
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::ServiceObject& aObject)
 {
-    aRgument.beginStructure();
-    aRgument << aObject.serviceName << aObject.objectPath.path();
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument << aObject.serviceName << aObject.objectPath.path();
+    aArgument.endStructure();
+    return aArgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject)
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::ServiceObject& aObject)
 {
     aObject = {};
     // Some peers type the path as an object path; Qt reads every kind of text alike.
-    if (MPL::Detail::OpenStructure(aRgument, {"(ss)", "(so)", "(sg)"})) {
+    if (MPL::Detail::OpenStructure(aArgument, {"(ss)", "(so)", "(sg)"})) {
         QString path;
-        aRgument >> aObject.serviceName >> path;
-        aRgument.endStructure();
+        aArgument >> aObject.serviceName >> path;
+        aArgument.endStructure();
         // "No object" is an everyday answer; only a text that should be a path and is none deserves Qt's
         // warning.
         aObject.objectPath = path.isEmpty() ? QDBusObjectPath() : QDBusObjectPath(path);
     }
-    return aRgument;
+    return aArgument;
 }
 
 QDebug operator<<(QDebug aDebug, const MPL::ServiceObject& aObject)

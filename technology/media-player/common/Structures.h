@@ -12,17 +12,17 @@ namespace MPL::Detail
 
 // Opens the structure if it has one of these signatures. Otherwise steps over the value, whatever it is, so
 // that a list of such values still comes to its end.
-inline bool OpenStructure(const QDBusArgument& aRgument, std::initializer_list<const char*> aSignatures)
+inline bool OpenStructure(const QDBusArgument& aArgument, std::initializer_list<const char*> aSignatures)
 {
-    const QString signature = aRgument.currentSignature();
+    const QString signature = aArgument.currentSignature();
     const auto matches = [&signature](const char* aSignature) {
         return signature == QLatin1String(aSignature);
     };
     if (std::none_of(aSignatures.begin(), aSignatures.end(), matches)) {
-        aRgument.asVariant();
+        aArgument.asVariant();
         return false;
     }
-    aRgument.beginStructure();
+    aArgument.beginStructure();
     return true;
 }
 

@@ -27,22 +27,22 @@ void TransactionId::RegisterMetaType()
     qRegisterMetaType<TransactionId>("TransactionId");
 }
 
-QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId)
+QDBusArgument& operator<<(QDBusArgument& aArgument, const TransactionId& aId)
 {
-    aRgument.beginStructure();
-    aRgument << aId.GetDbusId() << aId.GetRequestId();
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument << aId.GetDbusId() << aId.GetRequestId();
+    aArgument.endStructure();
+    return aArgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId)
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, TransactionId& aId)
 {
     aId = {};
-    if (Detail::OpenStructure(aRgument, {"(su)"})) {
-        aRgument >> aId.m_DbusId >> aId.m_RequestId;
-        aRgument.endStructure();
+    if (Detail::OpenStructure(aArgument, {"(su)"})) {
+        aArgument >> aId.m_DbusId >> aId.m_RequestId;
+        aArgument.endStructure();
     }
-    return aRgument;
+    return aArgument;
 }
 
 TransactionIdCreator::TransactionIdCreator(const QString& aDbusId) : m_DbusId(aDbusId) {}

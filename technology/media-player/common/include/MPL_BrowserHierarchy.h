@@ -33,8 +33,8 @@ struct BrowserHierarchy {
 
 /// @{
 /// On the bus `(ssuu)`. Anything else is read as a default value.
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BrowserHierarchy& aHierarchy);
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BrowserHierarchy& aHierarchy);
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::BrowserHierarchy& aHierarchy);
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::BrowserHierarchy& aHierarchy);
 /// @}
 
 Q_DECLARE_METATYPE(MPL::BrowserHierarchy)

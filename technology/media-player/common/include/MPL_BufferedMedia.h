@@ -25,8 +25,8 @@ struct BufferedMedia {
 
 /// @{
 /// On the bus `(xxtuu)`. Anything else is read as five zeros.
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::BufferedMedia& aMedia);
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::BufferedMedia& aMedia);
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::BufferedMedia& aMedia);
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::BufferedMedia& aMedia);
 /// @}
 
 Q_DECLARE_METATYPE(MPL::BufferedMedia)

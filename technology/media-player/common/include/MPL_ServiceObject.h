@@ -32,8 +32,8 @@ struct ServiceObject {
 /// @{
 /// On the bus `(ss)`: the path travels as a plain string. Reading accepts `(so)` too; a text that is no valid
 /// object path is read as an empty one.
-QDBusArgument& operator<<(QDBusArgument& aRgument, const MPL::ServiceObject& aObject);
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, MPL::ServiceObject& aObject);
+QDBusArgument& operator<<(QDBusArgument& aArgument, const MPL::ServiceObject& aObject);
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, MPL::ServiceObject& aObject);
 /// @}
 
 /// Prints the quoted service name, `<>` and the quoted path.

@@ -38,7 +38,7 @@ public:
     static void RegisterMetaType();
 
 private:
-    friend const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId);
+    friend const QDBusArgument& operator>>(const QDBusArgument& aArgument, TransactionId& aId);
 
     QString m_DbusId;
     uint m_RequestId = 0xFFFFFFFF;
@@ -46,8 +46,8 @@ private:
 
 /// @{
 /// On the bus `(su)`. Anything else is read as an empty id.
-QDBusArgument& operator<<(QDBusArgument& aRgument, const TransactionId& aId);
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, TransactionId& aId);
+QDBusArgument& operator<<(QDBusArgument& aArgument, const TransactionId& aId);
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, TransactionId& aId);
 /// @}
 
 /// Hands out the ids of one client with counters 1, 2, 3 and so on. The counter wraps at 32 bits, unguarded.

@@ -6,10 +6,10 @@
 namespace MPL::Doubles
 {
 
-FakeService::FakeService(const QString& aDdress, const QString& aName)
+FakeService::FakeService(const QString& aAddress, const QString& aName)
     : m_ConnectionName(QStringLiteral("fake ") + aName)
 {
-    QDBusConnection connection = QDBusConnection::connectToBus(aDdress, m_ConnectionName);
+    QDBusConnection connection = QDBusConnection::connectToBus(aAddress, m_ConnectionName);
     const bool registered =
         connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     m_Thread.start();
@@ -39,17 +39,17 @@ void FakeService::Fail(const QString& aPath, const QString& aMethod, const QStri
     Prepare(aPath, aMethod, {{}, aMessage});
 }
 
-void FakeService::Prepare(const QString& aPath, const QString& aMethod, const Answer& aNswer)
+void FakeService::Prepare(const QString& aPath, const QString& aMethod, const Answer& aAnswer)
 {
     QMutexLocker lock(&m_Mutex);
-    m_Answers[aPath + QLatin1Char(' ') + aMethod].enqueue(aNswer);
+    m_Answers[aPath + QLatin1Char(' ') + aMethod].enqueue(aAnswer);
 }
 
 void FakeService::Signal(const QString& aPath, const QString& aInterface, const QString& aName,
-                         const QVariantList& aRguments)
+                         const QVariantList& aArguments)
 {
     QDBusMessage signal = QDBusMessage::createSignal(aPath, aInterface, aName);
-    signal.setArguments(aRguments);
+    signal.setArguments(aArguments);
     QDBusConnection(m_ConnectionName).send(signal);
 }
 

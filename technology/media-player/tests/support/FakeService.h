@@ -17,8 +17,8 @@ namespace MPL::Doubles
 class FakeService : private QDBusVirtualObject
 {
 public:
-    /// Connects to the bus at `aDdress` and takes the name. The service answers at every object path.
-    FakeService(const QString& aDdress, const QString& aName);
+    /// Connects to the bus at `aAddress` and takes the name. The service answers at every object path.
+    FakeService(const QString& aAddress, const QString& aName);
     ~FakeService() override;
 
     /// Adds a reply to `aMethod` at `aPath`. Several are given in turn; the last one is given ever after.
@@ -28,7 +28,7 @@ public:
 
     /// Sends a signal from the object at `aPath`.
     void Signal(const QString& aPath, const QString& aInterface, const QString& aName,
-                const QVariantList& aRguments);
+                const QVariantList& aArguments);
 
     /// The calls so far, as "<path> <interface>.<method>"; a call without a prepared reply got an error.
     QStringList Calls() const;
@@ -41,7 +41,7 @@ private:
         QString error;
     };
 
-    void Prepare(const QString& aPath, const QString& aMethod, const Answer& aNswer);
+    void Prepare(const QString& aPath, const QString& aMethod, const Answer& aAnswer);
     QString introspect(const QString& aPath) const override;
     bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection) override;
 

@@ -57,9 +57,9 @@ PrivateBus::~PrivateBus()
     waitForFinished(kStartLimitMs);
 }
 
-void PrivateBus::Redirect(const QString& aDdress, const QString& aInstead)
+void PrivateBus::Redirect(const QString& aAddress, const QString& aInstead)
 {
-    s_Redirected = aDdress;
+    s_Redirected = aAddress;
     s_Instead = aInstead;
 }
 
@@ -71,11 +71,11 @@ void PrivateBus::setupChildProcess()
 } // namespace MPL::Doubles
 
 // Takes the place of Qt's own function, and calls it.
-QDBusConnection QDBusConnection::connectToBus(const QString& aDdress, const QString& aName)
+QDBusConnection QDBusConnection::connectToBus(const QString& aAddress, const QString& aName)
 {
     using Function = QDBusConnection (*)(const QString&, const QString&);
     static const Function kOriginal =
         reinterpret_cast<Function>(dlsym(RTLD_NEXT, "_ZN15QDBusConnection12connectToBusERK7QStringS2_"));
-    const bool redirect = !MPL::Doubles::s_Instead.isEmpty() && aDdress == MPL::Doubles::s_Redirected;
-    return kOriginal(redirect ? MPL::Doubles::s_Instead : aDdress, aName);
+    const bool redirect = !MPL::Doubles::s_Instead.isEmpty() && aAddress == MPL::Doubles::s_Redirected;
+    return kOriginal(redirect ? MPL::Doubles::s_Instead : aAddress, aName);
 }

@@ -19,8 +19,8 @@ public:
 
     QString Address() const { return m_Address; }
 
-    /// From now on a connection asked for at `aDdress` is opened at `aInstead` (empty: as asked).
-    static void Redirect(const QString& aDdress, const QString& aInstead);
+    /// From now on a connection asked for at `aAddress` is opened at `aInstead` (empty: as asked).
+    static void Redirect(const QString& aAddress, const QString& aInstead);
 
 protected:
     void setupChildProcess() override;

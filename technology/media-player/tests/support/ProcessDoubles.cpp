@@ -16,14 +16,14 @@ Starting& Starts()
 namespace
 {
 
-bool Start(const QString& aHow, const QString& aProgram, const QStringList& aRguments)
+bool Start(const QString& aHow, const QString& aProgram, const QStringList& aArguments)
 {
-    Note((QStringList{aHow, aProgram} + aRguments).join(QLatin1Char(' ')));
+    Note((QStringList{aHow, aProgram} + aArguments).join(QLatin1Char(' ')));
     if (Starts().failing.contains(aProgram)) {
         return false;
     }
     if (Starts().onStart) {
-        Starts().onStart(aProgram, aRguments);
+        Starts().onStart(aProgram, aArguments);
     }
     return true;
 }
@@ -33,15 +33,15 @@ bool Start(const QString& aHow, const QString& aProgram, const QStringList& aRgu
 } // namespace MPL::Doubles
 
 // These take the place of Qt's own functions.
-bool QProcess::startDetached(const QString& aProgram, const QStringList& aRguments,
+bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments,
                              const QString& /*workingDirectory*/, qint64* /*pid*/)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aRguments);
+    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aArguments);
 }
 
-bool QProcess::startDetached(const QString& aProgram, const QStringList& aRguments)
+bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aRguments);
+    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aArguments);
 }
 
 bool QProcess::startDetached(const QString& aCommand)

@@ -14,7 +14,7 @@ struct Starting {
     /// Programs (or commands) that can't be started.
     QStringList failing;
     /// Called at each start that succeeds, to let the world change.
-    std::function<void(const QString& aProgram, const QStringList& aRguments)> onStart;
+    std::function<void(const QString& aProgram, const QStringList& aArguments)> onStart;
 };
 
 /// What happens at the next start; reset by assigning a fresh value.

@@ -44,10 +44,10 @@ qint64 VirtualTime::Slept()
     return s_Slept;
 }
 
-void VirtualTime::OnSleep(std::function<void()> aCtion)
+void VirtualTime::OnSleep(std::function<void()> aAction)
 {
     QMutexLocker lock(&s_Mutex);
-    s_OnSleep = std::move(aCtion);
+    s_OnSleep = std::move(aAction);
 }
 
 void VirtualTime::Reset()

@@ -17,7 +17,7 @@ public:
     static qint64 Slept();
 
     /// Called at the end of each sleep, on the sleeping thread, to let the world change meanwhile.
-    static void OnSleep(std::function<void()> aCtion);
+    static void OnSleep(std::function<void()> aAction);
 
     static void Reset();
 };

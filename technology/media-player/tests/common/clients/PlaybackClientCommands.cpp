@@ -33,12 +33,12 @@ bool HasProxy(const char* aOperation, const Proxy* aProxy)
 
 template <typename Reply, typename... Parameters, typename... Arguments>
 bool Command(const char* aOperation, Proxy* aProxy, Reply (Proxy::*aMethod)(Parameters...),
-             const Arguments&... aRguments)
+             const Arguments&... aArguments)
 {
     if (!HasProxy(aOperation, aProxy)) {
         return false;
     }
-    Reply reply = (aProxy->*aMethod)(aRguments...);
+    Reply reply = (aProxy->*aMethod)(aArguments...);
     return Finish(aOperation, reply);
 }
 

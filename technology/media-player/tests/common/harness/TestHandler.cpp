@@ -9,8 +9,8 @@
 namespace MPL
 {
 
-TestHandler::TestHandler(QCoreApplication* aPp, int argc, char** argv, QThread* aThread)
-    : QObject(nullptr), m_Application(aPp), m_Thread(aThread), m_Argc(argc), m_Argv(argv)
+TestHandler::TestHandler(QCoreApplication* aApp, int argc, char** argv, QThread* aThread)
+    : QObject(nullptr), m_Application(aApp), m_Thread(aThread), m_Argc(argc), m_Argv(argv)
 {
 }
 

@@ -31,7 +31,7 @@ class TestHandler : public QObject
 public:
     /// Takes no ownership and checks nothing. `argv` must stay valid until the suite has ended; googletest
     /// removes its own options from it.
-    TestHandler(QCoreApplication* aPp, int argc, char** argv, QThread* aThread);
+    TestHandler(QCoreApplication* aApp, int argc, char** argv, QThread* aThread);
 
     /// Wires the handler to its thread: the suite runs when the thread starts; when the thread has finished,
     /// the handler is deleted and the application quits. Without a thread or an application it wires nothing

@@ -8,10 +8,10 @@ namespace MPL
 namespace
 {
 
-bool AsksForHelp(std::string_view aRgument)
+bool AsksForHelp(std::string_view aArgument)
 {
     for (const std::string_view word : {"--help", "-h", "-?", "/?", "--gtest_help"}) {
-        if (aRgument == word) {
+        if (aArgument == word) {
             return true;
         }
     }

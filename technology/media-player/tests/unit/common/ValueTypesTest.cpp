@@ -21,20 +21,20 @@ struct TypedServiceObject {
     QDBusObjectPath objectPath;
 };
 
-QDBusArgument& operator<<(QDBusArgument& aRgument, const TypedServiceObject& aObject)
+QDBusArgument& operator<<(QDBusArgument& aArgument, const TypedServiceObject& aObject)
 {
-    aRgument.beginStructure();
-    aRgument << aObject.serviceName << aObject.objectPath;
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument << aObject.serviceName << aObject.objectPath;
+    aArgument.endStructure();
+    return aArgument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& aRgument, TypedServiceObject& aObject)
+const QDBusArgument& operator>>(const QDBusArgument& aArgument, TypedServiceObject& aObject)
 {
-    aRgument.beginStructure();
-    aRgument >> aObject.serviceName >> aObject.objectPath;
-    aRgument.endStructure();
-    return aRgument;
+    aArgument.beginStructure();
+    aArgument >> aObject.serviceName >> aObject.objectPath;
+    aArgument.endStructure();
+    return aArgument;
 }
 
 Q_DECLARE_METATYPE(TypedServiceObject)
@@ -165,9 +165,9 @@ TEST_F(ValueTypes, CarryBufferedMediaInFullWidth)
 }
 
 template <typename Written>
-void Append(QDBusArgument& aRgument, const Written& aValue)
+void Append(QDBusArgument& aArgument, const Written& aValue)
 {
-    aRgument << aValue;
+    aArgument << aValue;
 }
 
 // A structure of the given fields.
@@ -177,11 +177,11 @@ struct Structure {
 };
 
 template <typename... Fields>
-void Append(QDBusArgument& aRgument, const Structure<Fields...>& aStructure)
+void Append(QDBusArgument& aArgument, const Structure<Fields...>& aStructure)
 {
-    aRgument.beginStructure();
-    std::apply([&aRgument](const auto&... aField) { (Append(aRgument, aField), ...); }, aStructure.fields);
-    aRgument.endStructure();
+    aArgument.beginStructure();
+    std::apply([&aArgument](const auto&... aField) { (Append(aArgument, aField), ...); }, aStructure.fields);
+    aArgument.endStructure();
 }
 
 template <typename... Fields>

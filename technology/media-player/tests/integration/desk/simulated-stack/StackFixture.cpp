@@ -56,25 +56,25 @@ void StackTest::SetFaults(const QByteArray& aPrograms)
     StackFaults::WriteFile("{\"programs\": " + aPrograms + "}");
 }
 
-QProcess& StackTest::Start(const QString& aProgram, const QStringList& aRguments)
+QProcess& StackTest::Start(const QString& aProgram, const QStringList& aArguments)
 {
     m_Programs.push_back(std::make_unique<QProcess>());
     QProcess& process = *m_Programs.back();
-    process.start(QDir(QStringLiteral("/opt/talvex/bin")).absoluteFilePath(aProgram), aRguments);
+    process.start(QDir(QStringLiteral("/opt/talvex/bin")).absoluteFilePath(aProgram), aArguments);
     EXPECT_TRUE(process.waitForStarted());
     return process;
 }
 
-QProcess& StackTest::StartService(const QString& aProgram, const QString& aName, QStringList aRguments)
+QProcess& StackTest::StartService(const QString& aProgram, const QString& aName, QStringList aArguments)
 {
-    QProcess& process = Start(aProgram, aRguments << QStringLiteral("--test-dbus"));
+    QProcess& process = Start(aProgram, aArguments << QStringLiteral("--test-dbus"));
     EXPECT_TRUE(WaitForName(aName)) << process.readAllStandardError().constData();
     return process;
 }
 
-QProcess& StackTest::StartManager(const QStringList& aRguments)
+QProcess& StackTest::StartManager(const QStringList& aArguments)
 {
-    return StartService(QStringLiteral("media_manager"), kManagerService, aRguments);
+    return StartService(QStringLiteral("media_manager"), kManagerService, aArguments);
 }
 
 QProcess& StackTest::StartMassStorage()
@@ -82,9 +82,9 @@ QProcess& StackTest::StartMassStorage()
     return StartService(QStringLiteral("media_source_mass_storage"), MPL::MPL_MASS_STORAGE_SERVICE_NAME);
 }
 
-QProcess& StackTest::StartTestSource(const QStringList& aRguments)
+QProcess& StackTest::StartTestSource(const QStringList& aArguments)
 {
-    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, aRguments);
+    return StartService(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, aArguments);
 }
 
 bool StackTest::WaitForName(const QString& aName, int aTimeoutMs)

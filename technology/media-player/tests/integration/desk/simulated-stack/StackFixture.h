@@ -32,12 +32,12 @@ protected:
     static void SetFaults(const QByteArray& aPrograms);
 
     /// Starts a program of /opt/talvex/bin, or at an absolute path.
-    QProcess& Start(const QString& aProgram, const QStringList& aRguments);
+    QProcess& Start(const QString& aProgram, const QStringList& aArguments);
     /// The same on the private bus, and waits until it owns the name.
-    QProcess& StartService(const QString& aProgram, const QString& aName, QStringList aRguments = {});
-    QProcess& StartManager(const QStringList& aRguments = {});
+    QProcess& StartService(const QString& aProgram, const QString& aName, QStringList aArguments = {});
+    QProcess& StartManager(const QStringList& aArguments = {});
     QProcess& StartMassStorage();
-    QProcess& StartTestSource(const QStringList& aRguments = {QStringLiteral("31")});
+    QProcess& StartTestSource(const QStringList& aArguments = {QStringLiteral("31")});
 
     bool WaitForName(const QString& aName, int aTimeoutMs = 5000);
     /// The exit status, -1 after a crash, -2 when it does not end within five seconds.

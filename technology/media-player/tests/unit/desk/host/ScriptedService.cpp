@@ -1,9 +1,9 @@
 #include "ScriptedService.h"
 
-ScriptedService::ScriptedService(const QString& aDdress, const QString& aName, Script aScript)
+ScriptedService::ScriptedService(const QString& aAddress, const QString& aName, Script aScript)
     : m_Name(aName), m_ConnectionName(QStringLiteral("scripted ") + aName), m_Script(std::move(aScript))
 {
-    QDBusConnection connection = QDBusConnection::connectToBus(aDdress, m_ConnectionName);
+    QDBusConnection connection = QDBusConnection::connectToBus(aAddress, m_ConnectionName);
     connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     m_Thread.start();
     moveToThread(&m_Thread);

@@ -15,7 +15,7 @@ public:
     /// Called on the service's own thread. Without a reply from it, the caller gets none.
     using Script = std::function<void(const QDBusMessage& aCall, QDBusConnection& aConnection)>;
 
-    ScriptedService(const QString& aDdress, const QString& aName, Script aScript);
+    ScriptedService(const QString& aAddress, const QString& aName, Script aScript);
     ~ScriptedService() override;
 
 private:
