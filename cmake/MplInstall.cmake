@@ -25,6 +25,7 @@ install(FILES
     ${PROJECT_BINARY_DIR}/MplTestSupportConfig.cmake
     ${PROJECT_BINARY_DIR}/MplTestSupportConfigVersion.cmake
     ${PROJECT_SOURCE_DIR}/cmake/MplAddTest.cmake
+    ${PROJECT_SOURCE_DIR}/cmake/MplCases.cmake.in
     DESTINATION ${package_dir} COMPONENT development)
 
 include(MplPkgConfig)

@@ -11,6 +11,8 @@ namespace
 
 const std::string kRunMark = "[ RUN      ] ";
 const std::string kCountMark = "[==========] ";
+const std::string kSuiteMark = "[----------] ";
+const std::string kSuiteFrom = " from ";
 const std::string kTimeMark = " (";
 const std::string kTimeEnd = " ms)";
 const std::pair<const char*, CaseResult> kResultMarks[] = {{"[       OK ] ", CaseResult::Passed},
@@ -37,6 +39,18 @@ bool ClosesCases(const std::string& aLine)
 {
     const size_t mark = aLine.find(kCountMark);
     return mark != std::string::npos && aLine.find(" ran.", mark) != std::string::npos;
+}
+
+// What "[----------] 2 tests from Suite/0, where TypeParam = int" begins; empty for what ends a suite and for
+// the lines of the program's own set-up and tear-down.
+std::string SuiteThatBegins(const std::string& aLine)
+{
+    const size_t from = aLine.find(kSuiteFrom);
+    if (from == std::string::npos || aLine.find(" ms total)", from) != std::string::npos) {
+        return {};
+    }
+    const size_t begin = from + kSuiteFrom.size();
+    return aLine.substr(begin, aLine.find(',', begin) - begin);
 }
 
 // Where a case's result begins in a line such as "[  FAILED  ] Suite.Case, where GetParam() = 3 (12 ms)".
@@ -77,15 +91,19 @@ bool GoogletestLog::TakeLine(const std::string& aLine)
         m_Report.AddOutput(aLine + "\n");
         return false;
     }
+    const size_t mark = aLine.find(kRunMark);
+    if (mark != std::string::npos) {
+        m_Report.BeginCase(aLine.substr(mark + kRunMark.size()));
+        return true;
+    }
     if (ClosesCases(aLine)) {
         m_Report.CloseCases();
+    } else if (aLine.find(kSuiteMark) != std::string::npos) {
+        m_Report.BeginSuite(SuiteThatBegins(aLine));
+    } else {
+        m_Report.AddOutput(aLine + "\n");
     }
-    const size_t mark = aLine.find(kRunMark);
-    if (mark == std::string::npos) {
-        return false;
-    }
-    m_Report.BeginCase(aLine.substr(mark + kRunMark.size()));
-    return true;
+    return false;
 }
 
 bool GoogletestLog::TakeResult(const std::string& aLine)

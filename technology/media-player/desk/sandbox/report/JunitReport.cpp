@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -14,6 +15,8 @@ namespace
 {
 
 constexpr size_t kLongestOutput = 65536;
+const std::string kFailureMark = ": Failure\n";
+const std::string kOutside = "(outside any case)";
 
 unsigned char ByteAt(const std::string& aText, size_t aIndex)
 {
@@ -92,7 +95,7 @@ std::string Element(const char* aName, const std::string& aMessage, const std::s
 // and the two lines after it.
 std::string Headline(const std::string& aOutput)
 {
-    const size_t mark = aOutput.find(": Failure\n");
+    const size_t mark = aOutput.find(kFailureMark);
     if (mark == std::string::npos) {
         return "failed";
     }
@@ -111,8 +114,15 @@ JunitReport::JunitReport(std::string aSuite, std::string aFile)
 {
 }
 
+void JunitReport::BeginSuite(const std::string& aName)
+{
+    AddFailureBetweenCases();
+    m_RunningSuite = aName;
+}
+
 void JunitReport::BeginCase(const std::string& aFullName)
 {
+    AddFailureBetweenCases();
     m_Running = aFullName;
     m_Output.clear();
     m_AreCasesClosed = false; // --gtest_repeat begins again
@@ -122,7 +132,8 @@ void JunitReport::AddOutput(const std::string& aText)
 {
     m_Output += aText;
     if (m_Output.size() > 2 * kLongestOutput) {
-        m_Output.erase(0, m_Output.size() - kLongestOutput);
+        AddFailureBetweenCases();
+        m_Output.erase(0, m_Output.size() - std::min(m_Output.size(), kLongestOutput));
     }
 }
 
@@ -137,17 +148,26 @@ void JunitReport::EndCase(CaseResult aResult, long long aMilliseconds)
         body = Element("skipped", m_Output, {});
     }
     Add(std::exchange(m_Running, {}), aMilliseconds, body);
+    m_Output.clear();
 }
 
-void JunitReport::Finish(const std::string& aHow, int aStatus)
+void JunitReport::CloseCases()
+{
+    AddFailureBetweenCases();
+    m_AreCasesClosed = true;
+}
+
+bool JunitReport::Finish(const std::string& aHow, int aStatus)
 {
     m_IsFinished = true;
+    AddFailureBetweenCases();
     const bool isExplained = m_AreCasesClosed && (aStatus == 0 || (aStatus == 1 && m_Failures > 0));
     if (IsCaseRunning() || !isExplained) {
         AddError("The program ended while this case was running: " + aHow,
                  "The program ended with " + aHow +
                      (m_AreCasesClosed ? "" : " before googletest closed its cases"));
     }
+    return aStatus != 0 || m_Errors == 0;
 }
 
 void JunitReport::AddError(const std::string& aInCase, const std::string& aOutside)
@@ -156,7 +176,19 @@ void JunitReport::AddError(const std::string& aInCase, const std::string& aOutsi
     if (IsCaseRunning()) {
         Add(std::exchange(m_Running, {}), 0, Element("error", aInCase, m_Output));
     } else {
-        Add(m_Suite + ".(outside any case)", 0, Element("error", aOutside, {}));
+        Add(m_Suite, kOutside, 0, Element("error", aOutside, m_Output));
+    }
+}
+
+// What fails after the cases are closed was told before: a runner says once more that the suite failed.
+void JunitReport::AddFailureBetweenCases()
+{
+    if (!IsCaseRunning() && !m_AreCasesClosed && m_Output.find(kFailureMark) != std::string::npos) {
+        ++m_Failures;
+        const bool isSuites = !m_RunningSuite.empty();
+        Add(isSuites ? m_RunningSuite : m_Suite, isSuites ? "(set-up or tear-down)" : kOutside, 0,
+            Element("failure", Headline(m_Output), m_Output));
+        m_Output.clear();
     }
 }
 
@@ -164,11 +196,17 @@ void JunitReport::AddError(const std::string& aInCase, const std::string& aOutsi
 void JunitReport::Add(const std::string& aFullName, long long aMilliseconds, const std::string& aBody)
 {
     const size_t dot = aFullName.find('.');
-    const std::string name = dot == std::string::npos ? aFullName : aFullName.substr(dot + 1);
+    Add(aFullName.substr(0, dot), dot == std::string::npos ? aFullName : aFullName.substr(dot + 1),
+        aMilliseconds, aBody);
+}
+
+void JunitReport::Add(const std::string& aClass, const std::string& aName, long long aMilliseconds,
+                      const std::string& aBody)
+{
     ++m_Count;
     m_Milliseconds += aMilliseconds;
-    m_Cases += "    <testcase classname=\"" + Escaped(aFullName.substr(0, dot)) + "\" name=\"" +
-               Escaped(name) + "\" time=\"" + Seconds(aMilliseconds) + "\">" + aBody + "</testcase>\n";
+    m_Cases += "    <testcase classname=\"" + Escaped(aClass) + "\" name=\"" + Escaped(aName) + "\" time=\"" +
+               Seconds(aMilliseconds) + "\">" + aBody + "</testcase>\n";
 }
 
 std::string JunitReport::Text() const

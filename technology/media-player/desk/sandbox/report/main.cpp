@@ -25,7 +25,8 @@ constexpr const char* kHelp = R"(Usage: mpl-junit FILE -- program [arguments…]
 Runs a googletest program, or mpl-sandbox with one, and keeps its results in FILE as a JUnit report. The report is
 there and whole at every moment: when the program crashes or everything is killed, it holds the cases that ran before
 and an error, in the case that was running or outside any. A program that ends before googletest's closing lines gets
-an error too, whatever its exit status. Output and exit status are the program's (128 + N when signal N ended it);
+an error too, whatever its exit status. Output and exit status are the program's (128 + N when signal N ended it), except
+that the status is 1 when the program's was 0 and the report has an error;
 2 when the command line is wrong, 125 when FILE can't be written, 126 or 127 when the program can't be run.
 )";
 
@@ -106,9 +107,13 @@ int RunAndReport(const std::vector<std::string>& aCommand, JunitReport& aReport)
     }
     GoogletestLog log(aReport);
     const int status = FollowToItsEnd(program.pid, output.read.Get(), log, aReport);
-    aReport.Finish(status > 128 ? "signal " + std::to_string(status - 128)
-                                : "exit status " + std::to_string(status),
-                   status);
+    const std::string how =
+        status > 128 ? "signal " + std::to_string(status - 128) : "exit status " + std::to_string(status);
+    if (!aReport.Finish(how, status)) {
+        Say("the program ended with " + how +
+            " before googletest closed its cases, which counts as a failure");
+        return 1;
+    }
     return status;
 }
 

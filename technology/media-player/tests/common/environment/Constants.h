@@ -1,4 +1,4 @@
-// Names that only the environment controller's own source files know.
+// Names that only the library's own source files know: the environment controller's and the ready main's.
 #pragma once
 
 #include <MPL_TestEnvironmentNames.h>

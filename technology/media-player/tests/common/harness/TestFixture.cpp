@@ -1,11 +1,24 @@
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestFixture.h>
 
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <QMutexLocker>
 
+#include <algorithm>
+
 namespace MPL
 {
+
+namespace
+{
+
+// Longer than a D-Bus call waits for an answer, which is what a client's thread is most likely blocked in.
+constexpr unsigned long kThreadEndMs = 30000;
+// How often a wait looks whether the thread that should end it has ended.
+constexpr qint64 kLookMs = 100;
+
+} // namespace
 
 bool TestFixture::s_GaugelySetUpCase = false;
 
@@ -15,6 +28,12 @@ TestFixture::~TestFixture()
 {
     if (m_GaugelySetUp) {
         qCritical() << "Gaugely::Std::PerfTestBase::TearDown has not been called";
+    }
+    // A test that ends early leaves it running, and Qt ends a program that destroys a running thread.
+    m_Thread.quit();
+    if (!m_Thread.wait(kThreadEndMs)) {
+        qCritical() << "TestFixture::~TestFixture -- m_Thread was asked to quit and still runs after"
+                    << kThreadEndMs / 1000 << "seconds. The program can't go on without it and ends here.";
     }
 }
 
@@ -58,6 +77,27 @@ void TestFixture::Wait()
     const QMutexLocker locker(&m_Mutex);
     m_Waiting = true;
     m_Condition.wait(&m_Mutex);
+}
+
+bool TestFixture::Wait(int aLimitMs)
+{
+    const QDeadlineTimer limit(aLimitMs);
+    const QMutexLocker locker(&m_Mutex);
+    m_Waiting = true;
+    // A thread that ended before this one came here woke nobody, so its end is looked for as well.
+    while (!m_Thread.isFinished()) {
+        if (limit.hasExpired()) {
+            qCritical() << "TestFixture::Wait -- waited" << aLimitMs
+                        << "ms for WakeUp() or the end of m_Thread, which"
+                        << (m_Thread.isRunning() ? "still runs: was QuitTest() reached?"
+                                                 : "was never started");
+            return false;
+        }
+        if (m_Condition.wait(&m_Mutex, std::min(limit, QDeadlineTimer(kLookMs)))) {
+            return true;
+        }
+    }
+    return true;
 }
 
 void TestFixture::WakeUp()

@@ -16,9 +16,12 @@
 /// Everything is static, throws nothing and belongs to one thread, the one that runs the tests: nothing is
 /// locked, every wait blocks that thread and runs no event loop. Unless a function says otherwise it returns
 /// true on success and false on failure, leaves out-arguments unchanged on failure, skips the remaining steps
-/// after the first that fails, and undoes nothing. Progress is logged at debug level, failures at critical
-/// level; a question whose answer is no, a wait that times out and an unknown source's name say so at debug
-/// level or not at all.
+/// after the first that fails, and undoes nothing. Progress is logged at debug
+/// level. A program that can't be started or killed, a service that answers with an error and a configuration
+/// that can't be used are logged at critical level. Whatever else gives false says so at debug level or not
+/// at all: a question whose answer is no, a null proxy, an unknown source's name, a wait that times out, a
+/// remote source or a recognition server that can't be started, a file or directory that can't be used, and
+/// the persisted state.
 #pragma once
 
 #include <MPL_IndexerInfoProxy.h>

@@ -8,11 +8,14 @@
 ///         auto* client = new MyClient(MPL_TestEnvironment::CreateMediaManagerProxy(), this);
 ///         client->moveToThread(&m_Thread);
 ///         m_Thread.start();                 // MyClient::RunTest() runs there and ends with QuitTest()
-///         Wait();                           // until the end of the thread has woken it
+///         ASSERT_TRUE(Wait(10000));         // until the end of the thread has woken it
 ///     }
 ///
-/// A client that is done before the test has come to Wait() wakes nobody, and the test blocks for ever: let
-/// the client do something that takes a while (a D-Bus call does), or block in `m_Thread.wait(milliseconds)`.
+/// Wait() without a limit is for what can't be missed: a client that is done before the test has come there
+/// wakes nobody, and the test blocks for ever.
+///
+/// A test may end at any line, by an early ASSERT too: the fixture ends its thread then. What lives on the
+/// thread must not refer to the test's own variables unless the test waits for the thread's end.
 ///
 /// Everything but WakeUp() and QuitTest() is called on the thread that runs the suite.
 #pragma once
@@ -31,8 +34,9 @@ class TestFixture : public Gaugely::Std::PerfTestBase
 {
 public:
     TestFixture();
-    /// Logs at critical level a test that was set up and not torn down. Blocks while `m_Thread` is finishing;
-    /// the thread must not be running otherwise.
+    /// Logs at critical level a test that was set up and not torn down. Asks `m_Thread` to quit if it still
+    /// runs, and blocks until it has ended, at most 30 seconds; a thread that does not end is logged at
+    /// critical level, and Qt then ends the program.
     ~TestFixture() override;
 
     /// Kills the display processes. If one of them stays, the test case gets a fatal failure. Blocks for the
@@ -43,6 +47,11 @@ public:
 
     /// Blocks the calling thread until WakeUp(), without a time-out and without an event loop.
     void Wait();
+
+    /// The same for at most so many milliseconds (a negative number: without end). The end of `m_Thread`
+    /// counts as well, also when it came before, so it can't be missed. Returns false when neither came in
+    /// time, and logs at critical level what it waited for.
+    bool Wait(int aLimitMs);
 
     /// Releases a thread blocked in Wait(); call it from another thread. It is not remembered: with nobody
     /// waiting it does nothing, and one that comes before the first Wait() is lost.

@@ -1,6 +1,7 @@
 // The ready `main` of test programs: the suite runs on a worker thread, the event loop on this one, and the
 // exit code says whether the suite ran and passed.
 #include "Options.h"
+#include "Surroundings.h"
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestHandler.h>
 #include <MPL_Types.h>
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <string>
 #include <vector>
 
 namespace
@@ -30,6 +32,29 @@ public:
                "or give the option --system-bus to run the tests on the system bus.";
     }
 };
+
+constexpr int kExitBadUsage = 2;
+
+int Refuse(const char* aProgram, const std::string& aOption)
+{
+    std::fprintf(stderr,
+                 "%s: unknown option %s. The options are --system-bus, --sandbox and googletest's (see "
+                 "--help); the test "
+                 "program's own arguments go behind --\n",
+                 aProgram, aOption.c_str());
+    return kExitBadUsage;
+}
+
+int TellThereIsNoStack(const char* aProgram)
+{
+    std::fprintf(stderr,
+                 "%s: no test was run: there is no media-player stack on this machine (no program in "
+                 "/opt/talvex/bin), and "
+                 "this is no sandbox.\n"
+                 "Run it in the sandbox: %s --sandbox\n",
+                 aProgram, aProgram);
+    return 1;
+}
 
 int ExitCode(bool aNoTestWanted)
 {
@@ -51,7 +76,15 @@ int ExitCode(bool aNoTestWanted)
 
 int main(int argc, char** argv)
 {
+    const std::vector<char*> given(argv, argv + argc);
     const MPL::TestMainOptions options = MPL::TakeTestMainOptions(argc, argv);
+    if (!options.unknown.empty()) {
+        return Refuse(argv[0], options.unknown);
+    }
+    const bool runsTests = !options.help && !options.list;
+    if (options.sandbox && runsTests && !MPL::IsInSandbox()) {
+        return MPL::RunInSandbox(given);
+    }
     // googletest removes its options from a copy; the application's arguments stay complete.
     std::vector<char*> arguments(argv, argv + argc + 1);
     char help[] = "--help"; // the one word for it that every googletest knows
@@ -61,6 +94,9 @@ int main(int argc, char** argv)
     }
     QCoreApplication application(argc, argv);
     MPL::RegisterAllMetaTypes();
+    if (!options.systemBus && runsTests && !MPL::IsThereAStack()) {
+        return TellThereIsNoStack(argv[0]);
+    }
     if (!options.systemBus) {
         testing::AddGlobalTestEnvironment(new PrivateBus);
     }

@@ -9,6 +9,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPointer>
+#include <QTimer>
 
 #include <gtest/gtest-spi.h>
 
@@ -229,6 +231,45 @@ TEST_F(Fixtures, WakeUpReleasesOnlyWhoWaitsAlready)
     }
     EXPECT_EQ(status, std::future_status::ready);
     thread.join();
+}
+
+TEST_F(Fixtures, ATestThatEndsEarlyTakesItsThreadAlong)
+{
+    QPointer<QObject> onThread = new QObject;
+    {
+        OneTest test;
+        onThread->moveToThread(&test.m_Thread);
+        QObject::connect(&test.m_Thread, &QThread::finished, onThread, &QObject::deleteLater);
+        test.m_Thread.start();
+    }
+    EXPECT_TRUE(onThread.isNull());
+    EXPECT_EQ(Text(Notes()), "");
+}
+
+TEST_F(Fixtures, ABoundedWaitEndsWithAWakeUpOrTheThreadOrSaysWhatItWaitedFor)
+{
+    OneTest test;
+    EXPECT_FALSE(test.Wait(10));
+    test.m_Thread.start();
+    EXPECT_FALSE(test.Wait(250));
+    const QString line = QStringLiteral(
+        "critical: TestFixture::Wait -- waited %1 ms for WakeUp() or the end of m_Thread, which %2");
+    EXPECT_EQ(Text(Notes()), Text({line.arg(10).arg("was never started"),
+                                   line.arg(250).arg("still runs: was QuitTest() reached?")}));
+    ClearNotes();
+
+    QTimer waker; // m_Waiting is set by the waits before, so whichever of its wake-ups meets the wait ends it
+    waker.moveToThread(&test.m_Thread);
+    QObject::connect(&waker, &QTimer::timeout, &waker, [&test] { test.WakeUp(); });
+    QMetaObject::invokeMethod(&waker, [&waker] { waker.start(10); });
+    EXPECT_TRUE(test.Wait(20000));
+
+    QMetaObject::invokeMethod(&waker, &QTimer::stop, Qt::BlockingQueuedConnection);
+    test.QuitTest();
+    EXPECT_TRUE(test.Wait(20000));
+    EXPECT_TRUE(test.m_Thread.wait(20000));
+    EXPECT_TRUE(test.Wait(0)) << "its wake-up came before";
+    EXPECT_EQ(Text(Notes()), "");
 }
 
 } // namespace

@@ -1,9 +1,14 @@
 // The ready main as its users meet it: output and exit code of a program that is built on it.
 #include "PrivateBus.h"
 
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
 
 namespace
 {
@@ -15,6 +20,8 @@ struct ProgramRun {
     int exitCode;
     // "!text" must not appear, "text" must appear exactly once.
     QStringList output;
+    // Where the program is told that it runs; the sandbox promises a stack.
+    bool inSandbox = true;
 };
 
 QStringList Words(const char* aText)
@@ -34,11 +41,30 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
         {"failing suite", {}, true, 1, Words("on purpose|  g_ret\n|Which is: 1|[       OK ] Subject.Passes")},
         {"no bus", {passing}, false, 1, Words("test bus can't be started|--system-bus|!\nbus: ")},
         {"options",
-         {QStringLiteral("--mine"), QStringLiteral("--system-bus"), passing},
+         {QStringLiteral("mine"), QStringLiteral("--system-bus"), passing, QStringLiteral("--"),
+          QStringLiteral("--mine")},
          false,
          0,
-         Words(
-             "bus: qt_default_system_bus|arguments: --mine --gtest_filter=*.Passes|!Attempting to connect")},
+         Words("bus: qt_default_system_bus|arguments: mine --gtest_filter=*.Passes --mine|!Attempting to "
+               "connect"),
+         false},
+        {"misspelt option",
+         {QStringLiteral("--system-buss"), passing},
+         true,
+         2,
+         Words("unknown option --system-buss. The options are --system-bus, --sandbox|![ RUN")},
+        {"sandbox in the sandbox",
+         {QStringLiteral("--sandbox"), passing},
+         true,
+         0,
+         Words("bus: MPLTestDbus")},
+        {"nothing to test",
+         {passing},
+         false,
+         1,
+         Words("no media-player stack|this is no sandbox.\nRun it in the sandbox: |--sandbox\n|![ RUN"),
+         false},
+        {"only a test bus", {passing}, true, 0, Words("bus: MPLTestDbus"), false},
         {"list", {QStringLiteral("--gtest_list_tests")}, false, 0, {QStringLiteral("Passes"), kNoBusTouched}},
         {"help", {QStringLiteral("-h")}, false, 0, Words("--system-bus|--gtest_filter|![ RUN")},
         {"googletest's help",
@@ -56,6 +82,10 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
         environment.insert(QStringLiteral("READY_MAIN_BUS"),
                            run.withBus ? bus.Address() : QStringLiteral("unix:path=/nonexistent/bus"));
         environment.insert(QStringLiteral("QT_LOGGING_TO_CONSOLE"), QStringLiteral("1"));
+        environment.remove(QStringLiteral("MPL_SANDBOX"));
+        if (run.inSandbox) {
+            environment.insert(QStringLiteral("MPL_SANDBOX"), QStringLiteral("1"));
+        }
         for (const char* name : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_OUTPUT"}) {
             environment.remove(QLatin1String(name)); // they are for this program
         }
@@ -75,6 +105,36 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
             }
         }
     }
+}
+
+TEST(ReadyMain, RunsItselfInTheSandboxWithItsOwnOptions)
+{
+    const QTemporaryDir folder;
+    QFile sandbox(folder.filePath(QStringLiteral("mpl-sandbox")));
+    const QStringList arguments{QStringLiteral("--sandbox"), QStringLiteral("--system-bus"),
+                                QStringLiteral("--"), QStringLiteral("--mine")};
+    const auto run = [&] {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("MPL_SANDBOX"));
+        environment.insert(QStringLiteral("PATH"), folder.path());
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(QStringLiteral(READY_MAIN_SUBJECT), arguments);
+        EXPECT_TRUE(program.waitForFinished(20000)) << qPrintable(program.errorString());
+        return std::pair(program.exitCode(), program.readAll().toStdString());
+    };
+    const auto [missing, cure] = run();
+    EXPECT_EQ(missing, 127);
+    EXPECT_NE(cure.find("install the package mpl-test-support-host"), std::string::npos) << cure;
+
+    ASSERT_TRUE(sandbox.open(QIODevice::WriteOnly));
+    sandbox.write("#!/bin/sh\necho \"$@\"\nexit 5\n");
+    sandbox.close();
+    ASSERT_TRUE(sandbox.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    const auto [status, command] = run();
+    EXPECT_EQ(status, 5);
+    EXPECT_EQ(command, "-- " READY_MAIN_SUBJECT " --sandbox --system-bus -- --mine\n");
 }
 
 } // namespace

@@ -59,6 +59,20 @@ protected:
 
 TEST_F(Closing, Crashes) {}
 
+TEST(Ending, CallsExit)
+{
+    std::exit(0);
+}
+
+class Unready : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { FAIL() << "the stack did not come"; }
+    static void TearDownTestSuite() { FAIL() << "the stack did not go"; }
+};
+
+TEST_F(Unready, NeverRuns) {}
+
 class Typed : public testing::TestWithParam<const char*>
 {
 };

@@ -59,7 +59,7 @@ protected:
 
 TEST_F(Report, TellsHowEachCaseEnded)
 {
-    const Outcome outcome = RunSubject(Command("-*Crashes:*Hangs"));
+    const Outcome outcome = RunSubject(Command("Subject.*:*/Typed.*-*Crashes:*Hangs"));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(Contains(outcome.out, "no end of line[       OK ] Subject.PrintsAnything (")) << outcome.out;
     const std::vector<std::string> cases = Cases();
@@ -97,15 +97,51 @@ TEST_F(Report, TellsOfAProgramThatRanNoCase)
     EXPECT_EQ(RunSubject({m_Report, "--", "/nonexistent/program"}).status, 127);
     ASSERT_EQ(Cases().size(), 1U);
     EXPECT_TRUE(Contains(Cases().front(), "can't be run: No such file")) << Cases().front();
-    for (const int status : {0, 125}) {
+    for (const auto& [status, reported] : {std::pair(0, 1), std::pair(125, 125)}) {
         const QString number = QString::number(status);
-        EXPECT_EQ(RunSubject({m_Report, "--", "sh", "-c", "exit " + number}).status, status);
+        EXPECT_EQ(RunSubject({m_Report, "--", "sh", "-c", "exit " + number}).status, reported);
         const std::string error = "error The program ended with exit status " + number.toStdString();
         EXPECT_TRUE(Contains(Cases().front(), error.c_str())) << Cases().front();
     }
     const Outcome outcome = RunSubject({"/nonexistent/report.xml", "--", "true"});
     EXPECT_EQ(outcome.status, 125);
     EXPECT_TRUE(Contains(outcome.err, "can't be written to /nonexistent/report.xml")) << outcome.err;
+}
+
+TEST_F(Report, OfARunThatWasCutOffIsNeverGreen)
+{
+    const Outcome outcome = RunSubject(Command("Subject.Passes:Ending.*"));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(Contains(outcome.err, "ended with exit status 0 before googletest closed its cases"))
+        << outcome.err;
+    EXPECT_EQ(Cases(),
+              (std::vector<std::string>{
+                  "Subject.Passes",
+                  "Ending.CallsExit error The program ended while this case was running: exit status 0"}));
+}
+
+TEST_F(Report, TellsWhyASuiteCouldNotBeSetUpOrTornDown)
+{
+    EXPECT_EQ(RunSubject(Command("Subject.Passes:Unready.*")).status, 1);
+    const std::vector<std::string> cases = Cases();
+    ASSERT_EQ(cases.size(), 4U);
+    EXPECT_EQ(cases[0], "Subject.Passes");
+    EXPECT_TRUE(Contains(cases[1], "Unready.(set-up or tear-down) failure ") &&
+                Contains(cases[1], "ReportSubject.cpp:") && Contains(cases[1], "the stack did not come"))
+        << cases[1];
+    EXPECT_TRUE(Contains(cases[2], "Unready.NeverRuns skipped")) << cases[2];
+    EXPECT_TRUE(Contains(cases[3], "the stack did not go")) << cases[3];
+}
+
+TEST_F(Report, NamesTheRunWhenAProgramDiesBeforeItsFirstCase)
+{
+    m_Report = m_Folder.filePath("my_test.1.xml");
+    EXPECT_EQ(RunSubject({m_Report, "--", "sh", "-c", "echo no bus; kill -9 $$"}).status, 128 + SIGKILL);
+    QFile file(m_Report);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray report = file.readAll();
+    EXPECT_TRUE(report.contains("classname=\"my_test.1\" name=\"(outside any case)\"")) << report.constData();
+    EXPECT_TRUE(report.contains(">no bus\n</error>")) << report.constData();
 }
 
 TEST_F(Report, OutlivesTheKillOfEverything)
