@@ -40,7 +40,9 @@ std::string ProblemWithStack(const std::string& aFolder)
 {
     std::error_code error;
     if (aFolder.empty()) {
-        return "no stack was found beside this program: name one with --stack DIR or MPL_STACK";
+        return "no stack was found beside this program: install the package "
+               "mpl-test-support-simulated-stack, or name a "
+               "stack with --stack DIR or MPL_STACK";
     }
     if (!fs::is_directory(aFolder, error)) {
         return "the stack folder " + aFolder +

@@ -1,8 +1,10 @@
 #include "Faults.h"
 
+#include "Interfaces.h"
 #include "Json.h"
 
 #include <QFile>
+#include <QMap>
 
 #include <algorithm>
 #include <array>
@@ -46,29 +48,60 @@ bool ReadFlag(const QJsonValue& aValue, bool& aFlag)
     return aValue.isBool();
 }
 
-bool ReadReplies(const QJsonValue& aValue, QHash<QString, ReplyFault>& aReplies)
+QString Quoted(const QString& aText)
 {
-    static const QHash<QString, ReplyFault> kWords{
+    return QLatin1Char('"') + aText + QLatin1Char('"');
+}
+
+const QMap<QString, ReplyFault>& ReplyWords()
+{
+    static const QMap<QString, ReplyFault> kWords{
         {QStringLiteral("error"), ReplyFault::Error},
         {QStringLiteral("never"), ReplyFault::Never},
         {QStringLiteral("wrong_signature"), ReplyFault::WrongSignature},
         {QStringLiteral("signal_first"), ReplyFault::SignalFirst},
         {QStringLiteral("die"), ReplyFault::Die}};
+    return kWords;
+}
+
+// Empty when the stack has such a method.
+QString ProblemWithMethod(const QString& aFullName)
+{
+    const QString interface = aFullName.section(QLatin1Char('.'), 0, -2);
+    const QString method = aFullName.section(QLatin1Char('.'), -1);
+    const QStringList methods = MethodsOf(interface);
+    if (methods.isEmpty()) {
+        return QStringLiteral("%1 is no interface of the stack").arg(Quoted(interface));
+    }
+    return methods.contains(method) ? QString()
+                                    : QStringLiteral("%1 has no method %2; it has %3")
+                                          .arg(interface, Quoted(method), methods.join(QStringLiteral(", ")));
+}
+
+bool ReadReplies(const QJsonValue& aValue, QHash<QString, ReplyFault>& aReplies, QString& aError)
+{
     if (!aValue.isObject()) {
         return false;
     }
     const QJsonObject object = aValue.toObject();
     for (auto reply = object.begin(); reply != object.end(); ++reply) {
-        const auto word = kWords.find(reply.value().toString());
-        if (word == kWords.end() || !reply.key().contains(QLatin1Char('.'))) {
+        aError = ProblemWithMethod(reply.key());
+        const QString word = reply.value().toVariant().toString();
+        if (aError.isEmpty() && !ReplyWords().contains(word)) {
+            aError = QStringLiteral("%1 for %2 is no fault of a reply; there are %3")
+                         .arg(Quoted(word), reply.key(),
+                              QStringList(ReplyWords().keys()).join(QStringLiteral(", ")));
+        }
+        if (!aError.isEmpty()) {
             return false;
         }
-        aReplies.insert(reply.key(), *word);
+        aReplies.insert(reply.key(), ReplyWords().value(word));
     }
     return true;
 }
 
-bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan)
+// False, with or without an error that says more than that.
+bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan, QString& aError)
 {
     if (aName == QLatin1String("start_delay_ms")) {
         return ReadNumber(aValue, aPlan.startDelayMs);
@@ -85,7 +118,7 @@ bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan)
     if (aName == QLatin1String("crash_after_ms")) {
         return ReadNumber(aValue, aPlan.crashAfterMs.emplace());
     }
-    return aName == QLatin1String("replies") && ReadReplies(aValue, aPlan.replies);
+    return aName == QLatin1String("replies") && ReadReplies(aValue, aPlan.replies, aError);
 }
 
 bool ReadProgram(const QString& aProgram, const QJsonValue& aValue, FaultPlan& aPlan, QString& aError)
@@ -100,9 +133,11 @@ bool ReadProgram(const QString& aProgram, const QJsonValue& aValue, FaultPlan& a
     }
     const QJsonObject faults = aValue.toObject();
     for (auto fault = faults.begin(); fault != faults.end(); ++fault) {
-        if (!ReadFault(fault.key(), fault.value(), aPlan)) {
-            aError = QStringLiteral("\"%1\" of \"%2\" is no known fault or has a wrong value")
-                         .arg(fault.key(), aProgram);
+        if (!ReadFault(fault.key(), fault.value(), aPlan, aError)) {
+            aError = aError.isEmpty()
+                         ? QStringLiteral("\"%1\" of \"%2\" is no known fault or has a wrong value")
+                               .arg(fault.key(), aProgram)
+                         : QStringLiteral("\"%1\" of \"%2\": %3").arg(fault.key(), aProgram, aError);
             return false;
         }
     }

@@ -13,15 +13,16 @@
 namespace
 {
 
+// The sandbox promises a stack, whether or not a private bus runs in it.
+enum class Where { Sandbox, SandboxWithoutBus, Nowhere, BesideABus };
+
 struct ProgramRun {
     const char* what;
     QStringList arguments;
-    bool withBus;
+    Where where;
     int exitCode;
     // "!text" must not appear, "text" must appear exactly once.
     QStringList output;
-    // Where the program is told that it runs; the sandbox promises a stack.
-    bool inSandbox = true;
 };
 
 QStringList Words(const char* aText)
@@ -37,53 +38,76 @@ TEST(ReadyMain, ExitCodeAndOutputTellWhatHappened)
     ASSERT_FALSE(bus.Address().isEmpty());
     const QString passing = QStringLiteral("--gtest_filter=*.Passes");
     const ProgramRun runs[] = {
-        {"private bus by default", {passing}, true, 0, Words("bus: MPLTestDbus|[  PASSED  ] 1 test")},
-        {"failing suite", {}, true, 1, Words("on purpose|  g_ret\n|Which is: 1|[       OK ] Subject.Passes")},
-        {"no bus", {passing}, false, 1, Words("test bus can't be started|--system-bus|!\nbus: ")},
+        {"private bus by default",
+         {passing},
+         Where::Sandbox,
+         0,
+         Words("bus: MPLTestDbus|[  PASSED  ] 1 test")},
+        {"failing suite",
+         {},
+         Where::Sandbox,
+         1,
+         Words("on purpose|  g_ret\n|Which is: 1|[       OK ] Subject.Passes")},
+        {"no bus",
+         {passing},
+         Where::SandboxWithoutBus,
+         1,
+         Words("test bus can't be started|--system-bus|!\nbus: ")},
         {"options",
          {QStringLiteral("mine"), QStringLiteral("--system-bus"), passing, QStringLiteral("--"),
           QStringLiteral("--mine")},
-         false,
+         Where::Nowhere,
          0,
          Words("bus: qt_default_system_bus|arguments: mine --gtest_filter=*.Passes --mine|!Attempting to "
-               "connect"),
-         false},
+               "connect")},
         {"misspelt option",
          {QStringLiteral("--system-buss"), passing},
-         true,
+         Where::Sandbox,
          2,
          Words("unknown option --system-buss. The options are --system-bus, --sandbox|![ RUN")},
         {"sandbox in the sandbox",
          {QStringLiteral("--sandbox"), passing},
-         true,
+         Where::Sandbox,
          0,
          Words("bus: MPLTestDbus")},
         {"nothing to test",
          {passing},
-         false,
+         Where::Nowhere,
          1,
-         Words("no media-player stack|this is no sandbox.\nRun it in the sandbox: |--sandbox\n|![ RUN"),
-         false},
-        {"only a test bus", {passing}, true, 0, Words("bus: MPLTestDbus"), false},
-        {"list", {QStringLiteral("--gtest_list_tests")}, false, 0, {QStringLiteral("Passes"), kNoBusTouched}},
-        {"help", {QStringLiteral("-h")}, false, 0, Words("--system-bus|--gtest_filter|![ RUN")},
+         Words("no media-player stack|this is no sandbox.\nRun it in the sandbox: |--sandbox\n|![ RUN")},
+        {"only a test bus", {passing}, Where::BesideABus, 0, Words("bus: MPLTestDbus")},
+        {"list",
+         {QStringLiteral("--gtest_list_tests")},
+         Where::Nowhere,
+         0,
+         {QStringLiteral("Passes"), kNoBusTouched}},
+        {"help", {QStringLiteral("-h")}, Where::Nowhere, 0, Words("--system-bus|--gtest_filter|![ RUN")},
         {"googletest's help",
          {QStringLiteral("--gtest_help")},
-         false,
+         Where::SandboxWithoutBus,
          0,
          {QStringLiteral("--system-bus"), kNoBusTouched}},
-        {"mistyped option", {QStringLiteral("--gtest_filtr=*")}, false, 1, Words("No test was run|![ RUN")},
-        {"nothing selected", {QStringLiteral("--gtest_filter=None")}, false, 0, {kNoBusTouched}},
+        {"mistyped option",
+         {QStringLiteral("--gtest_filtr=*")},
+         Where::SandboxWithoutBus,
+         1,
+         Words("No test was run|![ RUN")},
+        {"nothing selected",
+         {QStringLiteral("--gtest_filter=None")},
+         Where::SandboxWithoutBus,
+         0,
+         {kNoBusTouched}},
     };
     for (const ProgramRun& run : runs) {
         SCOPED_TRACE(run.what);
         QProcess program;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const bool withBus = run.where == Where::Sandbox || run.where == Where::BesideABus;
         environment.insert(QStringLiteral("READY_MAIN_BUS"),
-                           run.withBus ? bus.Address() : QStringLiteral("unix:path=/nonexistent/bus"));
+                           withBus ? bus.Address() : QStringLiteral("unix:path=/nonexistent/bus"));
         environment.insert(QStringLiteral("QT_LOGGING_TO_CONSOLE"), QStringLiteral("1"));
         environment.remove(QStringLiteral("MPL_SANDBOX"));
-        if (run.inSandbox) {
+        if (run.where == Where::Sandbox || run.where == Where::SandboxWithoutBus) {
             environment.insert(QStringLiteral("MPL_SANDBOX"), QStringLiteral("1"));
         }
         for (const char* name : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX", "GTEST_OUTPUT"}) {

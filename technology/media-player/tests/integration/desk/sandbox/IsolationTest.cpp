@@ -61,6 +61,13 @@ TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
         EXPECT_NE(outcome.err.find(wrong.message), std::string::npos) << outcome.err;
         EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
     }
+    m_Environment.remove("MPL_STACK");
+    m_Command = QStringList(m_OpenFolder.filePath("mpl-sandbox")); // away from the stack it came with
+    ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, m_Command.first()));
+    const Outcome alone = Run({"--", "true"});
+    EXPECT_EQ(alone.status, 125);
+    EXPECT_NE(alone.err.find("install the package mpl-test-support-simulated-stack"), std::string::npos)
+        << alone.err;
     EXPECT_EQ(SandboxGroups(), QStringList());
 }
 

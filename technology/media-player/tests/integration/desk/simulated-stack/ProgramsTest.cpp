@@ -69,7 +69,14 @@ TEST_F(ProgramsTest, WrongFaultsFilesAreRefusedWithTheReason)
         {R"({"programs": {"media_manger": {}}})", "\"media_manger\" is no program"},
         {R"({"programs": {"media_mme": {"crash": 1}}})", "\"crash\" of \"media_mme\""},
         {R"({"programs": {"media_manager": {"start_delay_ms": "3"}}})", "\"start_delay_ms\" of"},
-        {R"({"programs": {"media_manager": {"replies": {"a.b": "maybe"}}}})", "\"replies\" of"}};
+        {R"({"programs": {"media_manager": {"replies": "never"}}})", "\"replies\" of"},
+        {R"({"programs": {"media_mme": {"replies": {"com.talvex.DBus.MediaPlayer.MMEMnt.MountPath": "never"}}}})",
+         "\"com.talvex.DBus.MediaPlayer.MMEMnt\" is no interface"},
+        {R"({"programs": {"media_mme": {"replies": {"com.talvex.DBus.MediaPlayer.MMEMount.MontPath": "never"}}}})",
+         "com.talvex.DBus.MediaPlayer.MMEMount has no method \"MontPath\"; it has Dismount, "},
+        {R"({"programs": {"media_mme": {"replies": {"com.talvex.DBus.MediaPlayer.MMEMount.MountPath": "nevr"}}}})",
+         "\"nevr\" for com.talvex.DBus.MediaPlayer.MMEMount.MountPath is no fault of a reply; there are die, "
+         "error, never, signal_first, wrong_signature"}};
     for (const auto& [content, reason] : cases) {
         StackFaults::WriteFile(content);
         QProcess& process = Start(QStringLiteral("media_manager"), {});
