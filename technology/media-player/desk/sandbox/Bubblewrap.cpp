@@ -34,8 +34,13 @@ constexpr Obstacle kObstacles[] = {
 };
 
 // What helps on this machine.
-std::string Advice()
+std::string Advice(const std::string& aBubblewrapMessage)
 {
+    if (aBubblewrapMessage.find("make / slave") != std::string::npos) {
+        return "The root folder is no mount point, as in a plain chroot: run 'mount --bind DIR DIR' on its "
+               "folder "
+               "before you enter it";
+    }
     for (const auto& [setting, value, advice] : kObstacles) {
         const std::string text = ReadTextFile(setting);
         if (text.substr(0, text.find('\n')) == value) {
@@ -51,7 +56,7 @@ void ExplainRefusal(std::string aBubblewrapMessage)
 {
     aBubblewrapMessage.erase(aBubblewrapMessage.find_last_not_of(" \n") + 1);
     Say("bubblewrap can't make a sandbox here" +
-        (aBubblewrapMessage.empty() ? ". " : " (" + aBubblewrapMessage + "). ") + Advice());
+        (aBubblewrapMessage.empty() ? ". " : " (" + aBubblewrapMessage + "). ") + Advice(aBubblewrapMessage));
 }
 
 int ExplainFailure(int aError)

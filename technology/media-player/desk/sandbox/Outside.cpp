@@ -52,6 +52,9 @@ bool OpenRecords(const std::string& aFile, Records& aRecords)
 // Empty when the stack can be run, and at that speed.
 std::string ProblemWith(const Options& aOptions)
 {
+    if (OwnExecutable().empty()) {
+        return "/proc is missing here, as in a plain chroot: run 'mount -t proc proc /proc' as root";
+    }
     const std::string problem = ProblemWithStack(aOptions.stackFolder);
     const std::string obstacle = problem.empty() && ParseSpeed(aOptions.speed) > 1
                                      ? ObstacleInStack(aOptions.stackFolder)

@@ -23,11 +23,15 @@ TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
 {
     QTemporaryDir empty;
     QTemporaryDir refusing;
-    QFile bubblewrap(refusing.filePath("bwrap"));
-    ASSERT_TRUE(bubblewrap.open(QIODevice::WriteOnly));
-    bubblewrap.write("#!/bin/sh\necho 'bwrap: No permissions to create new namespace' >&2\nexit 1\n");
-    bubblewrap.close();
-    bubblewrap.setPermissions(QFileDevice::Permissions(0x5755));
+    QTemporaryDir inChroot;
+    for (const auto& [folder, message] : {std::pair(&refusing, "No permissions to create new namespace"),
+                                          std::pair(&inChroot, "Failed to make / slave: Invalid argument")}) {
+        QFile bubblewrap(folder->filePath("bwrap"));
+        ASSERT_TRUE(bubblewrap.open(QIODevice::WriteOnly));
+        bubblewrap.write(QByteArray("#!/bin/sh\necho 'bwrap: ") + message + "' >&2\nexit 1\n");
+        bubblewrap.close();
+        bubblewrap.setPermissions(QFileDevice::Permissions(0x5755));
+    }
 
     struct Wrong {
         QStringList arguments;
@@ -53,6 +57,7 @@ TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
          "the program /etc/passwd can't be run: Permission"},
         {{"--", "true"}, 125, "install the package bubblewrap", "/nonexistent"},
         {{"--", "true"}, 125, "(bwrap: No permissions to create new namespace).", refusing.path()},
+        {{"--", "true"}, 125, "run 'mount --bind DIR DIR'", inChroot.path()},
     };
     for (const Wrong& wrong : wrongs) {
         m_Environment.insert("PATH", wrong.path.isEmpty() ? qEnvironmentVariable("PATH") : wrong.path);
@@ -61,6 +66,8 @@ TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
         EXPECT_NE(outcome.err.find(wrong.message), std::string::npos) << outcome.err;
         EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
     }
+    m_Command = QStringList{"bwrap", "--dev-bind", "/", "/", "--tmpfs", "/proc", MPL_SANDBOX_PROGRAM};
+    EXPECT_NE(Run({"--", "true"}).err.find("/proc is missing here"), std::string::npos);
     m_Environment.remove("MPL_STACK");
     m_Command = QStringList(m_OpenFolder.filePath("mpl-sandbox")); // away from the stack it came with
     ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, m_Command.first()));
