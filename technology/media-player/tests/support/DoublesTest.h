@@ -1,5 +1,13 @@
 /// Base of the unit tests' fixtures: each test starts with a fresh world, no notes, the clock at zero and the
 /// environment controller as at load; the log goes into the notes.
+///
+///     using KillMediaProcess = DoublesTest;
+///
+///     TEST_F(KillMediaProcess, SignalsOnce)
+///     {
+///         EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
+///         EXPECT_EQ(Text(Notes("kill")), "kill media_mme TERM");
+///     }
 #pragma once
 
 #include "Journal.h"

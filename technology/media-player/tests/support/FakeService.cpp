@@ -1,17 +1,20 @@
 #include "FakeService.h"
 
-#include <QDBusMessage>
 #include <QMutexLocker>
 
 namespace MPL::Doubles
 {
 
-FakeService::FakeService(const QString& aAddress, const QString& aName)
-    : m_ConnectionName(QStringLiteral("fake ") + aName)
+FakeService::FakeService(const QString& aAddress, const QString& aName, Script aScript)
+    : m_Name(aName), m_ConnectionName("fake " + aName), m_Script(std::move(aScript))
 {
+    if (!m_Script) {
+        m_Script = [this](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+            AnswerAsPrepared(aCall, aConnection);
+        };
+    }
     QDBusConnection connection = QDBusConnection::connectToBus(aAddress, m_ConnectionName);
-    const bool registered =
-        connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+    const bool registered = connection.registerVirtualObject("/", this, QDBusConnection::SubPath);
     m_Thread.start();
     moveToThread(&m_Thread);
     // Only now can a call come in.
@@ -23,7 +26,9 @@ FakeService::FakeService(const QString& aAddress, const QString& aName)
 
 FakeService::~FakeService()
 {
-    QDBusConnection(m_ConnectionName).unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
+    QDBusConnection connection(m_ConnectionName);
+    connection.unregisterService(m_Name);
+    connection.unregisterObject("/", QDBusConnection::UnregisterTree);
     QDBusConnection::disconnectFromBus(m_ConnectionName);
     m_Thread.quit();
     m_Thread.wait();
@@ -42,7 +47,7 @@ void FakeService::Fail(const QString& aPath, const QString& aMethod, const QStri
 void FakeService::Prepare(const QString& aPath, const QString& aMethod, const Answer& aAnswer)
 {
     QMutexLocker lock(&m_Mutex);
-    m_Answers[aPath + QLatin1Char(' ') + aMethod].enqueue(aAnswer);
+    m_Answers[aPath + ' ' + aMethod].enqueue(aAnswer);
 }
 
 void FakeService::Signal(const QString& aPath, const QString& aInterface, const QString& aName,
@@ -72,19 +77,30 @@ QString FakeService::introspect(const QString& /*path*/) const
 
 bool FakeService::handleMessage(const QDBusMessage& aMessage, const QDBusConnection& aConnection)
 {
+    {
+        QMutexLocker lock(&m_Mutex);
+        m_Calls << QStringLiteral("%1 %2.%3").arg(aMessage.path(), aMessage.interface(), aMessage.member());
+        m_LastArguments = aMessage.arguments();
+    }
+    aMessage.setDelayedReply(true);
+    QDBusConnection own(aConnection);
+    m_Script(aMessage, own);
+    return true;
+}
+
+void FakeService::AnswerAsPrepared(const QDBusMessage& aCall, QDBusConnection& aConnection)
+{
     QMutexLocker lock(&m_Mutex);
-    m_Calls << QStringLiteral("%1 %2.%3").arg(aMessage.path(), aMessage.interface(), aMessage.member());
-    m_LastArguments = aMessage.arguments();
-    QQueue<Answer>& answers = m_Answers[aMessage.path() + QLatin1Char(' ') + aMessage.member()];
+    QQueue<Answer>& answers = m_Answers[aCall.path() + ' ' + aCall.member()];
     if (answers.isEmpty()) {
-        return aConnection.send(
-            aMessage.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("no reply is prepared")));
+        aConnection.send(aCall.createErrorReply(QDBusError::UnknownMethod, "no reply is prepared"));
+        return;
     }
     const Answer answer = answers.size() > 1 ? answers.dequeue() : answers.head();
-    return aConnection.send(
+    aConnection.send(
         answer.error.isEmpty()
-            ? aMessage.createReply(answer.value.isValid() ? QVariantList{answer.value} : QVariantList{})
-            : aMessage.createErrorReply(QStringLiteral("com.talvex.Error.Test"), answer.error));
+            ? aCall.createReply(answer.value.isValid() ? QVariantList{answer.value} : QVariantList{})
+            : aCall.createErrorReply("com.talvex.Error.Test", answer.error));
 }
 
 } // namespace MPL::Doubles

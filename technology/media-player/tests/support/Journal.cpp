@@ -1,6 +1,7 @@
 #include "Journal.h"
 
 #include <QMutex>
+#include <QRegularExpression>
 
 namespace MPL::Doubles
 {
@@ -20,13 +21,7 @@ void Note(const QString& aLine)
 QStringList Notes(const QString& aPrefix)
 {
     QMutexLocker lock(&s_Mutex);
-    QStringList chosen;
-    for (const QString& line : qAsConst(s_Notes)) {
-        if (line.startsWith(aPrefix)) {
-            chosen << line;
-        }
-    }
-    return chosen;
+    return s_Notes.filter(QRegularExpression('^' + QRegularExpression::escape(aPrefix)));
 }
 
 void ClearNotes()
@@ -37,7 +32,7 @@ void ClearNotes()
 
 std::string Text(const QStringList& aLines)
 {
-    return aLines.join(QLatin1Char('\n')).toStdString();
+    return aLines.join('\n').toStdString();
 }
 
 } // namespace MPL::Doubles

@@ -10,35 +10,24 @@ namespace MPL::Doubles
 namespace
 {
 
-QString Level(QtMsgType aType)
-{
-    switch (aType) {
-    case QtDebugMsg:
-        return QStringLiteral("debug");
-    case QtInfoMsg:
-        return QStringLiteral("info");
-    case QtWarningMsg:
-        return QStringLiteral("warning");
-    case QtCriticalMsg:
-        return QStringLiteral("critical");
-    case QtFatalMsg:
-        break;
-    }
-    return QStringLiteral("fatal");
-}
+// In the order of QtMsgType.
+constexpr const char* kLevels[] = {"debug", "warning", "critical", "fatal", "info"};
 
 void Record(QtMsgType aType, const QMessageLogContext& aContext, const QString& aText)
 {
-    QString level = Level(aType);
+    QString level = kLevels[aType];
     if (aContext.category != nullptr && std::strcmp(aContext.category, "default") != 0) {
         level += QStringLiteral(" [%1]").arg(QLatin1String(aContext.category));
     }
-    Note(level + QStringLiteral(": ") + aText);
+    Note(level + ": " + aText);
 }
 
 } // namespace
 
-LogRecorder::LogRecorder() : m_Previous(qInstallMessageHandler(Record)) {}
+LogRecorder::LogRecorder() : m_Previous(qInstallMessageHandler(Record))
+{
+    ClearNotes();
+}
 
 LogRecorder::~LogRecorder()
 {

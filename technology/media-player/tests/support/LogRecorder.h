@@ -1,5 +1,10 @@
-/// Takes Qt's log while it lives: each message is noted as "<level>: <text>", with the levels debug, info,
-/// warning, critical and fatal. A category other than the default one stands in brackets behind the level.
+/// Takes Qt's log while it lives, into notes that begin with it: each message is noted as "<level>: <text>",
+/// with the levels debug, info, warning, critical and fatal. A category other than the default one stands in
+/// brackets behind the level.
+///
+///     const LogRecorder log;
+///     qDebug() << "gone";
+///     EXPECT_EQ(Text(Notes()), "debug: gone");
 #pragma once
 
 #include <QtGlobal>

@@ -19,6 +19,13 @@ Platform& World()
     return s_Platform;
 }
 
+void MakeImmortal(const QString& aProcess)
+{
+    World().processes[aProcess] = 77;
+    World().ignoreTerm << aProcess;
+    World().ignoreKill << aProcess;
+}
+
 } // namespace MPL::Doubles
 
 using MPL::Doubles::Note;
@@ -27,14 +34,14 @@ using MPL::Doubles::World;
 int MPL_ProcessInfo::GetPidFromName(const char* aName)
 {
     const QString name = QString::fromUtf8(aName);
-    World().questions << QStringLiteral("pid ") + name;
+    World().questions << "pid " + name;
     return World().processes.value(name, -1);
 }
 
 bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 {
     const QString name = QString::fromUtf8(aName);
-    Note(QStringLiteral("kill %1 %2").arg(name, aKill ? QStringLiteral("KILL") : QStringLiteral("TERM")));
+    Note(QStringLiteral("kill %1 %2").arg(name, aKill ? "KILL" : "TERM"));
     const bool found = World().processes.contains(name);
     if (!(aKill ? World().ignoreKill : World().ignoreTerm).contains(name)) {
         World().processes.remove(name);
@@ -48,26 +55,26 @@ bool MPL_ProcessInfo::KillProcess(const char* aName, bool aKill)
 bool MPL_ProcessInfo::SlmStartService(const char* aServiceName)
 {
     const QString name = QString::fromUtf8(aServiceName);
-    Note(QStringLiteral("slm start ") + name);
+    Note("slm start " + name);
     return !World().slmRefuses.contains(name);
 }
 
 bool MPL_ProcessInfo::SlmStopService(const char* aServiceName)
 {
     const QString name = QString::fromUtf8(aServiceName);
-    Note(QStringLiteral("slm stop ") + name);
+    Note("slm stop " + name);
     return !World().slmRefuses.contains(name);
 }
 
 int DataManager::StartUp()
 {
-    Note(QStringLiteral("DataManager::StartUp"));
+    Note("DataManager::StartUp");
     return World().startUpResult;
 }
 
 void DataManager::ShutDown()
 {
-    Note(QStringLiteral("DataManager::ShutDown"));
+    Note("DataManager::ShutDown");
 }
 
 namespace MPL
@@ -82,7 +89,7 @@ bool IsServiceRunning(const QString& aServiceName, const QDBusConnection& aConne
 bool FindServiceObjectPathsByInterface(const QString& aServiceName, const QString& aInterfaceName,
                                        const QDBusConnection& aConnection, QStringList& aPaths)
 {
-    const QString key = aServiceName + QLatin1Char(' ') + aInterfaceName;
+    const QString key = aServiceName + ' ' + aInterfaceName;
     World().questions << QStringLiteral("objects %1 on %2").arg(key, aConnection.name());
     aPaths << World().objects.value(key);
     return World().objects.contains(key);
@@ -102,7 +109,7 @@ bool DataManagerWrapper::SaveActiveSourcePlaybackState(const QString& aState)
 
 bool MplUtils::ReadFile(const QString& aPath, QString& aText)
 {
-    Note(QStringLiteral("read ") + aPath);
+    Note("read " + aPath);
     if (!World().files.contains(aPath)) {
         return false;
     }
@@ -112,7 +119,7 @@ bool MplUtils::ReadFile(const QString& aPath, QString& aText)
 
 bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
 {
-    Note(QStringLiteral("write ") + aPath);
+    Note("write " + aPath);
     if (World().unwritable.contains(aPath)) {
         return false;
     }
@@ -123,9 +130,9 @@ bool MplUtils::WriteFile(const QString& aPath, const QString& aText)
 bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
 {
     bool any = false;
-    const QStringList pairs = aText.split(QLatin1Char(';'));
+    const QStringList pairs = aText.split(';');
     for (const QString& pair : pairs) {
-        const int equals = pair.indexOf(QLatin1Char('='));
+        const int equals = pair.indexOf('=');
         if (equals > 0) {
             aParameters[pair.left(equals)] = pair.mid(equals + 1);
             any = true;

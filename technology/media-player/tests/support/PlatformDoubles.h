@@ -4,6 +4,10 @@
 /// "DataManager::StartUp", "DataManager::ShutDown", "save active source \"\"", "save playback state \"\"",
 /// "read <path>", "write <path>". What it only asks goes into Platform::questions: "pid media_mme", "owned
 /// <service> on <connection name>", "objects <service> <interface> on <connection name>".
+///
+///     World().processes["media_mme"] = 7;
+///     World().ignoreTerm << "media_mme";
+///     EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme")); // by SIGKILL
 #pragma once
 
 #include <QMap>
@@ -45,5 +49,8 @@ struct Platform {
 
 /// The platform as the library meets it; reset by assigning a fresh value.
 Platform& World();
+
+/// Starts a process that no signal ends.
+void MakeImmortal(const QString& aProcess);
 
 } // namespace MPL::Doubles

@@ -3,10 +3,13 @@
 #include <QDBusConnection>
 #include <QFile>
 
+#include <gtest/gtest.h>
+
 #include <dlfcn.h>
 #include <sys/prctl.h>
 
 #include <csignal>
+#include <memory>
 
 namespace MPL::Doubles
 {
@@ -14,8 +17,17 @@ namespace MPL::Doubles
 namespace
 {
 
-QString s_Redirected;
-QString s_Instead;
+struct Redirection {
+    QString address;
+    QString instead;
+};
+
+// Test programs redirect from their own static initialisers too.
+Redirection& Redirected()
+{
+    static Redirection s_Redirection;
+    return s_Redirection;
+}
 
 constexpr int kStartLimitMs = 10000;
 
@@ -29,11 +41,19 @@ QByteArray Configuration(const QString& aFolder)
         .toUtf8();
 }
 
+class BusOfTheRun : public testing::Environment
+{
+public:
+    void TearDown() override { bus.reset(); }
+
+    std::unique_ptr<PrivateBus> bus = std::make_unique<PrivateBus>();
+};
+
 } // namespace
 
 PrivateBus::PrivateBus()
 {
-    QFile configuration(m_Folder.filePath(QStringLiteral("bus.conf")));
+    QFile configuration(m_Folder.filePath("bus.conf"));
     if (!configuration.open(QIODevice::WriteOnly)) {
         qCritical("The private bus can't be configured in %s", qPrintable(m_Folder.path()));
         return;
@@ -41,8 +61,7 @@ PrivateBus::PrivateBus()
     configuration.write(Configuration(m_Folder.path()));
     configuration.close();
 
-    start(QStringLiteral("dbus-daemon"), {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
-                                          QStringLiteral("--config-file=") + configuration.fileName()});
+    start("dbus-daemon", {"--nofork", "--print-address=1", "--config-file=" + configuration.fileName()});
     if (waitForReadyRead(kStartLimitMs)) {
         m_Address = QString::fromUtf8(readLine().trimmed());
     } else {
@@ -59,13 +78,19 @@ PrivateBus::~PrivateBus()
 
 void PrivateBus::Redirect(const QString& aAddress, const QString& aInstead)
 {
-    s_Redirected = aAddress;
-    s_Instead = aInstead;
+    Redirected() = {aAddress, aInstead};
 }
 
 void PrivateBus::setupChildProcess()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+const PrivateBus& SharedBus()
+{
+    static const auto* const kRun =
+        static_cast<const BusOfTheRun*>(testing::AddGlobalTestEnvironment(new BusOfTheRun));
+    return *kRun->bus;
 }
 
 } // namespace MPL::Doubles
@@ -76,6 +101,6 @@ QDBusConnection QDBusConnection::connectToBus(const QString& aAddress, const QSt
     using Function = QDBusConnection (*)(const QString&, const QString&);
     static const Function kOriginal =
         reinterpret_cast<Function>(dlsym(RTLD_NEXT, "_ZN15QDBusConnection12connectToBusERK7QStringS2_"));
-    const bool redirect = !MPL::Doubles::s_Instead.isEmpty() && aAddress == MPL::Doubles::s_Redirected;
-    return kOriginal(redirect ? MPL::Doubles::s_Instead : aAddress, aName);
+    const auto& [address, instead] = MPL::Doubles::Redirected();
+    return kOriginal(!instead.isEmpty() && aAddress == address ? instead : aAddress, aName);
 }

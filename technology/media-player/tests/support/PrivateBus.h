@@ -1,5 +1,8 @@
 /// A bus daemon of the test program's own, on a socket in a temporary folder. It ends with the object, and
 /// with the program whatever happens to it.
+///
+///     const PrivateBus bus;
+///     QDBusConnection connection = QDBusConnection::connectToBus(bus.Address(), "mine");
 #pragma once
 
 #include <QProcess>
@@ -29,5 +32,8 @@ private:
     QTemporaryDir m_Folder;
     QString m_Address;
 };
+
+/// The bus that all tests of the program share. It ends after the last of them.
+const PrivateBus& SharedBus();
 
 } // namespace MPL::Doubles

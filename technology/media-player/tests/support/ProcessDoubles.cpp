@@ -18,7 +18,7 @@ namespace
 
 bool Start(const QString& aHow, const QString& aProgram, const QStringList& aArguments)
 {
-    Note((QStringList{aHow, aProgram} + aArguments).join(QLatin1Char(' ')));
+    Note((QStringList{aHow, aProgram} + aArguments).join(' '));
     if (Starts().failing.contains(aProgram)) {
         return false;
     }
@@ -36,15 +36,15 @@ bool Start(const QString& aHow, const QString& aProgram, const QStringList& aArg
 bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments,
                              const QString& /*workingDirectory*/, qint64* /*pid*/)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aArguments);
+    return MPL::Doubles::Start("start", aProgram, aArguments);
 }
 
 bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments)
 {
-    return MPL::Doubles::Start(QStringLiteral("start"), aProgram, aArguments);
+    return MPL::Doubles::Start("start", aProgram, aArguments);
 }
 
 bool QProcess::startDetached(const QString& aCommand)
 {
-    return MPL::Doubles::Start(QStringLiteral("start command"), aCommand, {});
+    return MPL::Doubles::Start("start command", aCommand, {});
 }

@@ -1,5 +1,8 @@
 /// Stands in for QProcess::startDetached(): no program is started. A start is noted as "start <program>
 /// <arguments…>", the one-string form as "start command <text>". QProcess objects work as ever.
+///
+///     Starts().failing << "/opt/talvex/bin/media_manager";
+///     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
 #pragma once
 
 #include <QString>

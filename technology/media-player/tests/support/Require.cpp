@@ -1,26 +1,37 @@
 #include "Require.h"
 
-#include <gtest/gtest.h>
+namespace
+{
+
+class InSandbox : public testing::Environment
+{
+    void SetUp() override
+    {
+        Require(!qEnvironmentVariableIsEmpty("MPL_SANDBOX"),
+                "this program needs the sandbox: run it through mpl-sandbox");
+    }
+};
+
+} // namespace
 
 void Require(bool aPresent, const QString& aReason)
 {
     if (aPresent) {
         return;
     }
-    if (qEnvironmentVariable("CI") == QLatin1String("true")) {
+    if (qEnvironmentVariable("CI") == "true") {
         FAIL() << aReason.toStdString();
     }
     GTEST_SKIP() << aReason.toStdString();
 }
 
-void RequireSandbox()
+testing::Environment* RequireSandbox()
 {
-    Require(!qEnvironmentVariableIsEmpty("MPL_SANDBOX"),
-            QStringLiteral("this test needs the sandbox: run it through mpl-sandbox"));
+    return testing::AddGlobalTestEnvironment(new InSandbox);
 }
 
 void RequireLifecycleManager()
 {
-    Require(qEnvironmentVariable("MPL_SANDBOX_LIFECYCLE_MANAGER") == QLatin1String("systemd"),
-            QStringLiteral("this sandbox has no lifecycle manager; mpl-sandbox prints why at its start"));
+    Require(qEnvironmentVariable("MPL_SANDBOX_LIFECYCLE_MANAGER") == "systemd",
+            "this sandbox has no lifecycle manager; mpl-sandbox prints why at its start");
 }

@@ -1,16 +1,20 @@
-/// The parts of the machine that a test can't do without. Where one is missing the test skips and says why;
-/// under CI=true it fails, as nothing is to go untested there unseen. For SetUp():
+/// The parts of the machine that tests can't do without. Where one is missing they skip and say why; under
+/// CI=true they fail, as nothing is to go untested there unseen.
 ///
-///     void SetUp() override { RequireSandbox(); }
+///     const testing::Environment* const kSandbox = RequireSandbox(); // once, beside the tests
+///     …
+///     void SetUp() override { RequireLifecycleManager(); }
 #pragma once
 
 #include <QString>
 
+#include <gtest/gtest.h>
+
 /// Skips, or under CI=true fails, the running test unless `aPresent`.
 void Require(bool aPresent, const QString& aReason);
 
-/// The test runs in a sandbox.
-void RequireSandbox();
+/// No test of the program runs outside a sandbox.
+testing::Environment* RequireSandbox();
 
 /// The test's sandbox has a lifecycle manager.
 void RequireLifecycleManager();

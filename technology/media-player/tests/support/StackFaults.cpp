@@ -2,28 +2,25 @@
 
 #include <QFile>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <gtest/gtest.h>
 
 namespace
 {
 
-const QString kFaultsFile = QStringLiteral("/opt/talvex/etc/simulated-stack.json");
+constexpr const char* kFaultsFile = "/opt/talvex/etc/simulated-stack.json";
 
 } // namespace
 
-StackFaults::StackFaults(const QString& aProgram, const QByteArray& aFaults)
+StackFaults::StackFaults(const QByteArray& aPrograms)
 {
-    const QJsonObject object = QJsonDocument::fromJson(aFaults).object();
-    EXPECT_FALSE(object.isEmpty()) << "no JSON object: " << aFaults.constData();
-    const QJsonObject programs{{aProgram, object}};
-    WriteFile(QJsonDocument(QJsonObject{{QStringLiteral("programs"), programs}}).toJson());
+    EXPECT_TRUE(QJsonDocument::fromJson(aPrograms).isObject()) << "no JSON object: " << aPrograms.constData();
+    WriteFile("{\"programs\": " + aPrograms + "}");
 }
 
 StackFaults::~StackFaults()
 {
-    RemoveFile();
+    QFile::remove(kFaultsFile);
 }
 
 void StackFaults::WriteFile(const QByteArray& aContent)
@@ -31,9 +28,4 @@ void StackFaults::WriteFile(const QByteArray& aContent)
     QFile file(kFaultsFile);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.errorString());
     EXPECT_EQ(file.write(aContent), aContent.size());
-}
-
-void StackFaults::RemoveFile()
-{
-    QFile::remove(kFaultsFile);
 }

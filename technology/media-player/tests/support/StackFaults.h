@@ -1,19 +1,24 @@
-// Faults that a test gives the simulated stack's programs, and their withdrawal at the test's end.
+/// Faults of the simulated stack's programs: how a test makes them late, wrong, silent or stubborn. They
+/// concern the programs that start while the object lives.
+///
+///     const StackFaults faults(R"({"media_manager": {"start_delay_ms": 3000}})");
+///     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
+///
+/// The guide of the simulated stack lists what a program can be told.
 #pragma once
 
-#include <QString>
+#include <QByteArray>
 
-/// Makes the program, when it next starts, behave as `aFaults` (a JSON object) says. Fails the test when the
-/// faults can't be written, which they can only inside a sandbox.
 class StackFaults
 {
 public:
-    StackFaults(const QString& aProgram, const QByteArray& aFaults);
+    /// Writes the faults of the programs, a JSON object. Fails the test when they can't be written, which
+    /// they can only inside a sandbox.
+    explicit StackFaults(const QByteArray& aPrograms);
+    /// Takes all faults away.
     ~StackFaults();
     /// Writes the whole faults file as given, right or wrong.
     static void WriteFile(const QByteArray& aContent);
-    /// Takes all faults away.
-    static void RemoveFile();
 
     StackFaults(const StackFaults&) = delete;
     StackFaults& operator=(const StackFaults&) = delete;

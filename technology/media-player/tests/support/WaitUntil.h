@@ -1,20 +1,31 @@
-// Waiting for a state that announces itself by no event, such as the end of a process that is not ours.
+/// Waiting in a test for a state: of another process, of a service on a bus, or of an object that gets its
+/// events on the waiting thread, such as a QSignalSpy. Where a call that blocks would do, that is better.
+///
+///     EXPECT_TRUE(WaitUntil("the source has a name", [&] { return IsServiceRunning(name, bus); }));
+///
+/// A wait that ends without the state says so in the failure: "waited 5000 ms until the source has a name".
 #pragma once
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QThread>
 
-/// Asks `aCondition` every 10 ms until it holds; false after `aTimeoutMs`.
+#include <gtest/gtest.h>
+
+#include <poll.h>
+
+/// Asks `aCondition` every few milliseconds until it holds, and handles the thread's events in between. Fails
+/// after `aTimeoutMs`. Real time even where sleeping is free.
 template <typename Condition>
-bool WaitUntil(Condition aCondition, int aTimeoutMs = 5000)
+testing::AssertionResult WaitUntil(const char* aWhat, Condition aCondition, int aTimeoutMs = 5000)
 {
     QElapsedTimer timer;
     timer.start();
     while (!aCondition()) {
         if (timer.hasExpired(aTimeoutMs)) {
-            return false;
+            return testing::AssertionFailure() << "waited " << timer.elapsed() << " ms until " << aWhat;
         }
-        QThread::msleep(10);
+        QCoreApplication::processEvents();
+        poll(nullptr, 0, 5);
     }
-    return true;
+    return testing::AssertionSuccess();
 }

@@ -31,9 +31,9 @@ TEST_P(AQueryOfTheManager, EndsInAnErrorReplyAndLeavesTheProxyUsable)
     MPL::RegisterAllMetaTypes();
     const QByteArray reply = GetParam().reply;
     const StackFaults faults(
-        "media_manager",
-        R"({"replies": {"com.talvex.DBus.MediaPlayer.MediaManager.GetAvailableMediaSources": ")" + reply +
-            "\"}}");
+        R"({"media_manager": {"replies":
+            {"com.talvex.DBus.MediaPlayer.MediaManager.GetAvailableMediaSources": ")" +
+        reply + "\"}}}");
     ASSERT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
     const ManagerProxy manager(MPL_TestEnvironment::CreateMediaManagerProxy());
     ASSERT_TRUE(manager);

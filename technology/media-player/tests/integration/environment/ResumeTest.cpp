@@ -33,6 +33,18 @@ QString ActiveSource(ComTalvexDBusMediaPlayerMediaManagerInterface& aManager)
     return reply.value().serviceName;
 }
 
+QList<MPL::ServiceObject> AllSources(ComTalvexDBusMediaPlayerMediaManagerInterface& aManager)
+{
+    QList<MPL::ServiceObject> sources;
+    EXPECT_TRUE(WaitUntil("the manager has all sources", [&] {
+        auto reply = aManager.GetAvailableMediaSources();
+        reply.waitForFinished();
+        sources = reply.value();
+        return sources.size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
+    }));
+    return sources;
+}
+
 TEST(PersistedState, IsResumedAtTheNextStartUnlessReset)
 {
     MPL::RegisterAllMetaTypes();
@@ -40,31 +52,20 @@ TEST(PersistedState, IsResumedAtTheNextStartUnlessReset)
     ASSERT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
     ManagerProxy manager(MPL_TestEnvironment::CreateMediaManagerProxy());
     ASSERT_TRUE(manager);
-
-    QList<MPL::ServiceObject> sources;
-    ASSERT_TRUE(WaitUntil([&] {
-        auto reply = manager->GetAvailableMediaSources();
-        reply.waitForFinished();
-        sources = reply.value();
-        return sources.size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
-    }));
-    ASSERT_TRUE(MPL_TestEnvironment::SetActiveMediaSource(sources.at(1), manager.get()));
+    ASSERT_TRUE(MPL_TestEnvironment::SetActiveMediaSource(AllSources(*manager).value(1), manager.get()));
 
     ASSERT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
     manager = StartManagerWithoutReset();
     ASSERT_TRUE(manager);
-    EXPECT_TRUE(WaitUntil([&] { return ActiveSource(*manager) == MPL_TEST_MEDIA_SOURCE_SERVICE_NAME; }));
+    EXPECT_TRUE(WaitUntil("the source is active again",
+                          [&] { return ActiveSource(*manager) == MPL_TEST_MEDIA_SOURCE_SERVICE_NAME; }));
 
     ASSERT_TRUE(MPL_TestEnvironment::KillMediaManagerProcess());
     ASSERT_TRUE(MPL_TestEnvironment::ClearMPLState(true));
     manager = StartManagerWithoutReset();
     ASSERT_TRUE(manager);
-    ASSERT_TRUE(WaitUntil([&] {
-        auto reply = manager->GetAvailableMediaSources();
-        reply.waitForFinished();
-        return reply.value().size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE;
-    }));
-    EXPECT_EQ(ActiveSource(*manager), QString());
+    AllSources(*manager);
+    EXPECT_EQ(ActiveSource(*manager), "");
 }
 
 } // namespace

@@ -12,7 +12,7 @@ class OneTest : public MPL::TestFixture
     void TestBody() override {}
 };
 
-TEST(FixtureEndDeathTest, SaysThatTheThreadDoesNotEndBeforeTheProgramDoes)
+TEST(FixtureEnd, SaysThatTheThreadDoesNotEndBeforeTheProgramDoes)
 {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     EXPECT_DEATH(

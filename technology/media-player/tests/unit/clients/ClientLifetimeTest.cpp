@@ -42,8 +42,8 @@ TEST_F(ClientLifetime, ManagerProxyGoesWithTheClientOrTheThreadWhicheverIsFirst)
         test.m_Thread.start();
         if (moment == WhileItRuns) {
             // Signals keep arriving while it goes.
-            m_Service.Signal(kPath, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
-                             QStringLiteral("MediaSourceAdded"), {QString(), QString()});
+            m_Service.Signal(kPath, "com.talvex.DBus.MediaPlayer.MediaManager", "MediaSourceAdded",
+                             {QString(), QString()});
             client.reset();
         }
         test.QuitTest();

@@ -1,11 +1,9 @@
-// Base of the client tests: a bus of the test suite's own as shared connection, and a service on it.
+// Base of the client tests: a service on the test bus.
 #pragma once
 
-#include "DoublesTest.h"
+#include "BusesTest.h"
 #include "FakeService.h"
-#include "PrivateBus.h"
 #include <MPL_MediaManagerAbstractClient.h>
-#include <MPL_TestEnvironment.h>
 #include <MPL_TestFixture.h>
 
 #include <QMutexLocker>
@@ -13,31 +11,20 @@
 
 #include <memory>
 
-class ClientTest : public MPL::Doubles::DoublesTest
+class ClientTest : public MPL::Doubles::BusesTest
 {
 protected:
-    static void SetUpTestSuite()
+    ClientTest()
     {
         MPL::RegisterAllMetaTypes();
-        s_Bus = std::make_unique<MPL::Doubles::PrivateBus>();
-    }
-    static void TearDownTestSuite()
-    {
-        QDBusConnection::disconnectFromBus(QStringLiteral("clients"));
-        s_Bus.reset();
-    }
-    ClientTest() : m_Service(s_Bus->Address(), kServiceName)
-    {
-        MPL_TestEnvironment::m_TestDbusConnection =
-            QDBusConnection::connectToBus(s_Bus->Address(), QStringLiteral("clients"));
+        UseTestBus();
     }
 
-    inline static const QString kServiceName = QStringLiteral("com.talvex.Test.Clients");
-    inline static const QString kPath = QStringLiteral("/object");
-    inline static std::unique_ptr<MPL::Doubles::PrivateBus> s_Bus;
+    inline static const QString kServiceName = "com.talvex.Test.Clients";
+    inline static const QString kPath = "/object";
     static constexpr int kLimitMs = 10000;
 
-    MPL::Doubles::FakeService m_Service;
+    MPL::Doubles::FakeService m_Service{MPL::Doubles::SharedBus().Address(), kServiceName};
 };
 
 // A fixture as a test sees it, outside googletest's hands.

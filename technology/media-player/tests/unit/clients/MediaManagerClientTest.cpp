@@ -1,7 +1,7 @@
 // The media manager client's cycle on a fixture's thread, its hooks and its queries.
 #include "ClientTest.h"
+#include "WaitUntil.h"
 
-#include <QDeadlineTimer>
 #include <QTimer>
 
 #include <gtest/gtest-spi.h>
@@ -25,7 +25,7 @@ public:
         const MPL::ServiceObject active = GetActiveMediaSource();
         Note(QStringLiteral("active %1 %2").arg(active.serviceName, active.GetPathString()));
         for (const MPL::ServiceObject& source : GetAvailableMediaSources()) {
-            Note(QStringLiteral("available ") + source.serviceName);
+            Note("available " + source.serviceName);
         }
         QTimer::singleShot(10000, this, [this] { m_Fixture->QuitTest(); });
         s_Running.release();
@@ -41,10 +41,8 @@ public:
     void MediaSourceRemoved(const QString& aService, const QString& aObject) override
     {
         Note(QStringLiteral("removed %1 %2").arg(aService, aObject));
-        const QDeadlineTimer deadline(10000);
-        while (!static_cast<OneTest*>(m_Fixture)->Waits() && !deadline.hasExpired()) {
-            QThread::yieldCurrentThread();
-        }
+        EXPECT_TRUE(
+            WaitUntil("the test waits", [this] { return static_cast<OneTest*>(m_Fixture)->Waits(); }));
         m_Fixture->QuitTest();
     }
 
@@ -53,24 +51,23 @@ public:
 
 QSemaphore Watcher::s_Running;
 
-class MediaManagerClientTest : public ClientTest
+class AMediaManagerClient : public ClientTest
 {
 protected:
-    MediaManagerClientTest() : m_Source{QStringLiteral("s.t"), QDBusObjectPath(QStringLiteral("/t"))}
+    AMediaManagerClient() : m_Source{"s.t", QDBusObjectPath("/t")}
     {
-        m_Service.Reply(kPath, QStringLiteral("GetActiveMediaSource"), QVariant::fromValue(m_Source));
-        m_Service.Reply(kPath, QStringLiteral("GetAvailableMediaSources"),
-                        QVariant::fromValue(Sources{m_Source, m_Source}));
+        m_Service.Reply(kPath, "GetActiveMediaSource", QVariant::fromValue(m_Source));
+        m_Service.Reply(kPath, "GetAvailableMediaSources", QVariant::fromValue(Sources{m_Source, m_Source}));
     }
     void Signal(const char* aName, const QString& aFirst, const QString& aSecond)
     {
-        m_Service.Signal(kPath, QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManager"),
-                         QLatin1String(aName), {aFirst, aSecond});
+        m_Service.Signal(kPath, "com.talvex.DBus.MediaPlayer.MediaManager", QLatin1String(aName),
+                         {aFirst, aSecond});
     }
     const MPL::ServiceObject m_Source;
 };
 
-TEST_F(MediaManagerClientTest, LogicRunsOnTheFixturesThreadUntilItsEndWakesTheTest)
+TEST_F(AMediaManagerClient, RunsItsLogicOnTheFixturesThreadUntilItsEndWakesTheTest)
 {
     const QString odd = QString::fromUtf8("\xC3\xA4 \"x\"");
     for (int round = 0; round < 50; ++round) {
@@ -81,38 +78,36 @@ TEST_F(MediaManagerClientTest, LogicRunsOnTheFixturesThreadUntilItsEndWakesTheTe
         client->moveToThread(&test.m_Thread);
         test.m_Thread.start();
         ASSERT_TRUE(Watcher::s_Running.tryAcquire(1, kLimitMs));
-        Signal("MediaSourceAdded", odd, QStringLiteral("/a"));
-        Signal("ActiveMediaSourceChanged", QString(), QStringLiteral("/b"));
-        Signal("MediaSourceRemoved", odd, QStringLiteral("/c"));
+        Signal("MediaSourceAdded", odd, "/a");
+        Signal("ActiveMediaSourceChanged", QString(), "/b");
+        Signal("MediaSourceRemoved", odd, "/c");
         test.Wait();
         ASSERT_TRUE(test.m_Thread.wait(kLimitMs));
         EXPECT_TRUE(client.isNull());
         EXPECT_TRUE(proxy.isNull());
-        ASSERT_EQ(Text(Notes()),
-                  Text({QStringLiteral("active s.t /t"), QStringLiteral("available s.t"),
-                        QStringLiteral("available s.t"), QStringLiteral("added %1 /a").arg(odd),
-                        QStringLiteral("changed  /b"), QStringLiteral("removed %1 /c").arg(odd)}));
+        ASSERT_EQ(Text(Notes()), Text({"active s.t /t", "available s.t", "available s.t",
+                                       QStringLiteral("added %1 /a").arg(odd), "changed  /b",
+                                       QStringLiteral("removed %1 /c").arg(odd)}));
     }
 }
 
-TEST_F(MediaManagerClientTest, FailedQueriesAreLoggedFailTheTestAndGiveNothing)
+TEST_F(AMediaManagerClient, LogsFailedQueriesFailsTheTestAndGivesNothing)
 {
-    m_Service.Fail(QStringLiteral("/bad"), QStringLiteral("GetActiveMediaSource"), QStringLiteral("no"));
-    m_Service.Fail(QStringLiteral("/bad"), QStringLiteral("GetAvailableMediaSources"), QStringLiteral("no"));
+    m_Service.Fail("/bad", "GetActiveMediaSource", "no");
+    m_Service.Fail("/bad", "GetAvailableMediaSources", "no");
     OneTest test;
-    Watcher client(NewManagerProxy(kServiceName, QStringLiteral("/bad")), &test);
+    Watcher client(NewManagerProxy(kServiceName, "/bad"), &test);
     MPL::ServiceObject active = m_Source;
     Sources sources{m_Source};
     EXPECT_NONFATAL_FAILURE(active = client.GetActiveMediaSource(), "GetActiveMediaSource() failed");
     EXPECT_NONFATAL_FAILURE(sources = client.GetAvailableMediaSources(), "GetAvailableMediaSources() failed");
     EXPECT_TRUE(active.serviceName.isEmpty() && active.GetPathString().isEmpty());
     EXPECT_TRUE(sources.isEmpty());
-    const QString line = QStringLiteral("debug: %1() error:  QDBusError(\"com.talvex.Error.Test\", \"no\")");
-    EXPECT_EQ(Text(Notes()), Text({line.arg(QStringLiteral("GetActiveMediaSource")),
-                                   line.arg(QStringLiteral("GetAvailableMediaSources"))}));
+    const QString line = "debug: %1() error:  QDBusError(\"com.talvex.Error.Test\", \"no\")";
+    EXPECT_EQ(Text(Notes()), Text({line.arg("GetActiveMediaSource"), line.arg("GetAvailableMediaSources")}));
 }
 
-TEST_F(MediaManagerClientTest, WithoutAProxyTheClientIsInertAndItsQueriesSaySo)
+TEST_F(AMediaManagerClient, IsInertWithoutAProxyAndItsQueriesSaySo)
 {
     OneTest test;
     Watcher client(nullptr, &test);

@@ -10,7 +10,7 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kInterfaceName = QStringLiteral("com.talvex.DBus.MediaPlayer.PlaybackControl");
+const QString kInterfaceName = "com.talvex.DBus.MediaPlayer.PlaybackControl";
 
 class Listener : public MPL::PlaybackClient
 {
@@ -41,10 +41,10 @@ private:
     }
 };
 
-class PlaybackClientTest : public ClientTest
+class APlaybackClient : public ClientTest
 {
 protected:
-    ~PlaybackClientTest() override
+    ~APlaybackClient() override
     {
         m_Thread.start(); // its end disposes of the proxies
         m_Thread.quit();
@@ -66,55 +66,52 @@ bool GetSpeeds(Client& aClient, QString& aOut)
 {
     QStringList modes{aOut};
     const bool ok = aClient.GetAllSpeedModes(modes);
-    aOut = modes.join(QLatin1Char(' '));
+    aOut = modes.join(' ');
     return ok;
 }
 
-TEST_F(PlaybackClientTest, OperationsCallTheSourceAndReportMissingProxiesAndErrors)
+const QString kOdd = QString::fromUtf8("a \"\xE2\x82\xAC\"\n");
+const QVariant kNo(false); // the source's own verdict is not the operation's result
+const struct {
+    const char* name;
+    std::function<bool(Client&, QString&)> run;
+    QVariantList sent;
+    QVariant reply;
+    QString delivered = "before";
+} kOperations[] = {
+    {"NextTrack", [](Client& aC, QString&) { return aC.NextTrack(); }, {}, kNo},
+    {"PreviousTrack", [](Client& aC, QString&) { return aC.PreviousTrack(); }, {}, kNo},
+    {"Pause", [](Client& aC, QString&) { return aC.Pause(); }, {}, kNo},
+    {"Resume", [](Client& aC, QString&) { return aC.Resume(); }, {}, kNo},
+    {"SeekTrack", [](Client& aC, QString&) { return aC.SeekTrack(kOdd); }, {kOdd}, kNo},
+    {"SeekToTime", [](Client& aC, QString&) { return aC.SeekToTime(4294967295U); }, {4294967295U}, {}},
+    {"Jump", [](Client& aC, QString&) { return aC.Jump(-5000); }, {-5000}, {}},
+    {"SetTrackIndex", [](Client& aC, QString&) { return aC.SetTrackIndex(7U); }, {7U}, kNo},
+    {"SetRepeatMode", [](Client& aC, QString&) { return aC.SetRepeatMode(kOdd); }, {kOdd}, kNo},
+    {"SetShuffleMode", [](Client& aC, QString&) { return aC.SetShuffleMode(kOdd); }, {kOdd}, kNo},
+    {"SetSpeedMode", [](Client& aC, QString&) { return aC.SetSpeedMode(kOdd); }, {kOdd}, kNo},
+    {"GetAllSpeedModes", GetSpeeds, {}, QStringList{"x", kOdd}, "x " + kOdd},
+    {"GetFunctionalities", Get<&Client::GetFunctionalities>, {}, kOdd, kOdd},
+    {"GetPlayState", Get<&Client::GetPlayState>, {}, kOdd, kOdd},
+    {"GetRepeatMode", Get<&Client::GetRepeatMode>, {}, kOdd, kOdd},
+    {"GetShuffleMode", Get<&Client::GetShuffleMode>, {}, kOdd, kOdd},
+    {"GetSpeedMode", Get<&Client::GetSpeedMode>, {}, kOdd, kOdd},
+};
+
+TEST_F(APlaybackClient, CallsTheSourceAndReportsMissingProxiesAndErrors)
 {
-    const QString odd = QString::fromUtf8("a \"\xE2\x82\xAC\"\n");
-    const QVariant no(false); // the source's own verdict is not the operation's result
-    const struct {
-        const char* name;
-        std::function<bool(Client&, QString&)> run;
-        QVariantList sent;
-        QVariant reply;
-        QString delivered = QStringLiteral("before");
-    } operations[] = {
-        {"NextTrack", [](Client& aC, QString&) { return aC.NextTrack(); }, {}, no},
-        {"PreviousTrack", [](Client& aC, QString&) { return aC.PreviousTrack(); }, {}, no},
-        {"Pause", [](Client& aC, QString&) { return aC.Pause(); }, {}, no},
-        {"Resume", [](Client& aC, QString&) { return aC.Resume(); }, {}, no},
-        {"SeekTrack", [&](Client& aC, QString&) { return aC.SeekTrack(odd); }, {odd}, no},
-        {"SeekToTime", [](Client& aC, QString&) { return aC.SeekToTime(4294967295U); }, {4294967295U}, {}},
-        {"Jump", [](Client& aC, QString&) { return aC.Jump(-5000); }, {-5000}, {}},
-        {"SetTrackIndex", [](Client& aC, QString&) { return aC.SetTrackIndex(7U); }, {7U}, no},
-        {"SetRepeatMode", [&](Client& aC, QString&) { return aC.SetRepeatMode(odd); }, {odd}, no},
-        {"SetShuffleMode", [&](Client& aC, QString&) { return aC.SetShuffleMode(odd); }, {odd}, no},
-        {"SetSpeedMode", [&](Client& aC, QString&) { return aC.SetSpeedMode(odd); }, {odd}, no},
-        {"GetAllSpeedModes",
-         GetSpeeds,
-         {},
-         QStringList{QStringLiteral("x"), odd},
-         QStringLiteral("x ") + odd},
-        {"GetFunctionalities", Get<&Client::GetFunctionalities>, {}, odd, odd},
-        {"GetPlayState", Get<&Client::GetPlayState>, {}, odd, odd},
-        {"GetRepeatMode", Get<&Client::GetRepeatMode>, {}, odd, odd},
-        {"GetShuffleMode", Get<&Client::GetShuffleMode>, {}, odd, odd},
-        {"GetSpeedMode", Get<&Client::GetSpeedMode>, {}, odd, odd},
-    };
     Client inert(&m_Thread);
-    Client refused(kServiceName, QStringLiteral("/refused"), &m_Thread);
+    Client refused(kServiceName, "/refused", &m_Thread);
     Client served(kServiceName, kPath, &m_Thread);
-    for (const auto& operation : operations) {
+    for (const auto& operation : kOperations) {
         SCOPED_TRACE(operation.name);
         const QString name = QLatin1String(operation.name);
-        QString out = QStringLiteral("before");
+        QString out = "before";
         ClearNotes();
         EXPECT_FALSE(operation.run(inert, out));
-        m_Service.Fail(QStringLiteral("/refused"), name, QStringLiteral("broken"));
+        m_Service.Fail("/refused", name, "broken");
         EXPECT_FALSE(operation.run(refused, out));
-        EXPECT_EQ(out, QStringLiteral("before"));
+        EXPECT_EQ(out, "before");
         EXPECT_EQ(Text(Notes()), Text({QStringLiteral("critical: %1 Invalid PlaybackControl Proxy").arg(name),
                                        QStringLiteral("critical: %1 DBus error "
                                                       "QDBusError(\"com.talvex.Error.Test\", \"broken\")")
@@ -126,21 +123,24 @@ TEST_F(PlaybackClientTest, OperationsCallTheSourceAndReportMissingProxiesAndErro
         EXPECT_EQ(m_Service.LastArguments(), operation.sent);
         EXPECT_EQ(Notes().size(), 2);
     }
-    m_Service.Reply(QStringLiteral("/mistyped"), QStringLiteral("GetPlayState"), 5);
-    QString state;
-    EXPECT_FALSE(Client(kServiceName, QStringLiteral("/mistyped"), &m_Thread).GetPlayState(state));
 }
 
-TEST_F(PlaybackClientTest, WithoutAThreadThereIsNoProxy)
+TEST_F(APlaybackClient, TakesAReplyOfTheWrongTypeForAnError)
+{
+    m_Service.Reply(kPath, "GetPlayState", 5);
+    QString state;
+    EXPECT_FALSE(Client(kServiceName, kPath, &m_Thread).GetPlayState(state));
+}
+
+TEST_F(APlaybackClient, HasNoProxyWithoutAThread)
 {
     Listener client(kServiceName, kPath, nullptr);
     EXPECT_TRUE(client.m_Proxy.isNull());
-    EXPECT_EQ(
-        Text(Notes()),
-        Text({QStringLiteral("critical: PlaybackClient::PlaybackClient Invalid PlaybackControl proxy")}));
+    EXPECT_EQ(Text(Notes()),
+              Text({"critical: PlaybackClient::PlaybackClient Invalid PlaybackControl proxy"}));
 }
 
-TEST_F(PlaybackClientTest, SignalsReachTheHooksUnchangedInTheirOrder)
+TEST_F(APlaybackClient, PassesSignalsToTheHooksUnchangedInTheirOrder)
 {
     Listener client(kServiceName, kPath, &m_Thread);
     client.moveToThread(&m_Thread);
@@ -160,7 +160,7 @@ TEST_F(PlaybackClientTest, SignalsReachTheHooksUnchangedInTheirOrder)
     for (const char* hook : {"error", "functionalities", "play state", "repeat", "shuffle", "speed"}) {
         expected << QStringLiteral("hook %1 %2").arg(QLatin1String(hook), odd);
     }
-    EXPECT_EQ(Text(Notes(QStringLiteral("hook"))), Text(expected));
+    EXPECT_EQ(Text(Notes("hook")), Text(expected));
     m_Thread.quit();
     ASSERT_TRUE(m_Thread.wait(kLimitMs));
     EXPECT_TRUE(client.m_Proxy.isNull());
@@ -172,17 +172,17 @@ void Send(Listener& aClient, const char* aSlot, const QString& aText)
     ASSERT_TRUE(QMetaObject::invokeMethod(&aClient, aSlot, Qt::DirectConnection, Q_ARG(QString, aText)));
 }
 
-TEST_F(PlaybackClientTest, EveryEventIsLoggedAndOnlyErrorsAreHandled)
+TEST_F(APlaybackClient, LogsEveryEventAndHandlesErrorsOnly)
 {
     Listener client(nullptr);
-    const QString error = QStringLiteral("event=X;event_type=ERROR");
-    for (const QString& event : {error, QStringLiteral("event_type=INFO"), QStringLiteral("event_type=error"),
-                                 QStringLiteral("other=ERROR"), QString()}) {
+    const QString error = "event=X;event_type=ERROR";
+    for (const QString& event :
+         QStringList{error, "event_type=INFO", "event_type=error", "other=ERROR", ""}) {
         ClearNotes();
         Send(client, "Event", event);
         QStringList expected{QStringLiteral("critical: PlaybackClient::Event -- \"%1\"").arg(event)};
         if (event == error) {
-            expected << QStringLiteral("hook error ") + event
+            expected << "hook error " + event
                      << QStringLiteral("debug: PlaybackClient::HandleError -- Error not handled: \"%1\"")
                             .arg(event);
         }
@@ -190,46 +190,46 @@ TEST_F(PlaybackClientTest, EveryEventIsLoggedAndOnlyErrorsAreHandled)
     }
 }
 
-TEST_F(PlaybackClientTest, FirstTextWithBothModesResetsThemOnceEvenWhileUpdatesAreDisabled)
+TEST_F(APlaybackClient, ResetsBothModesOnceByTheFirstTextThatHasThemEvenWhileUpdatesAreDisabled)
 {
     Listener client(kServiceName, kPath, &m_Thread);
-    m_Service.Fail(kPath, QStringLiteral("SetRepeatMode"), QStringLiteral("no")); // the result is ignored
-    m_Service.Reply(kPath, QStringLiteral("SetShuffleMode"), true);
-    const QString text = QStringLiteral(R"({"available_functionalities": {"%1": {"options": ["%2"]}}})");
-    const QString both =
-        text.arg(QStringLiteral("B"), QStringLiteral("REPEAT_MODE_ONE\", \"SHUFFLE_MODE_OFF"));
-    Send(client, "FunctionalitiesChanged", text.arg(QStringLiteral("A"), QStringLiteral("REPEAT_MODE_ONE")));
+    m_Service.Fail(kPath, "SetRepeatMode", "no"); // the result is ignored
+    m_Service.Reply(kPath, "SetShuffleMode", true);
+    const QString text = R"({"available_functionalities": {"%1": {"options": ["%2"]}}})";
+    const QString both = text.arg("B", "REPEAT_MODE_ONE\", \"SHUFFLE_MODE_OFF");
+    Send(client, "FunctionalitiesChanged", text.arg("A", "REPEAT_MODE_ONE"));
     Send(client, "FunctionalitiesChanged", both.toLower());
     EXPECT_TRUE(m_Service.Calls().isEmpty());
-    Send(client, "FunctionalitiesChanged", text.arg(QStringLiteral("A"), QStringLiteral("SHUFFLE_MODE_OFF")));
+    Send(client, "FunctionalitiesChanged", text.arg("A", "SHUFFLE_MODE_OFF"));
 
     client.m_FunctionalityUpdatesDisabled = true;
     ClearNotes();
     Send(client, "FunctionalitiesChanged", both);
-    const QString member = kPath + QLatin1Char(' ') + kInterfaceName + QLatin1Char('.');
-    EXPECT_EQ(m_Service.Calls(), QStringList({member + QStringLiteral("SetRepeatMode"),
-                                              member + QStringLiteral("SetShuffleMode")}));
-    EXPECT_EQ(m_Service.LastArguments(), QVariantList{QStringLiteral("SHUFFLE_MODE_OFF")});
-    EXPECT_EQ(Notes().value(0), QStringLiteral("debug: Resetting PlaybackControl state."));
-    EXPECT_EQ(Notes(QStringLiteral("hook")), QStringList());
-    EXPECT_EQ(client.m_Functionalities.keys(), QStringList(QStringLiteral("A")));
+    const QString member = kPath + ' ' + kInterfaceName + '.';
+    EXPECT_EQ(m_Service.Calls(), QStringList({member + "SetRepeatMode", member + "SetShuffleMode"}));
+    EXPECT_EQ(m_Service.LastArguments(), QVariantList{"SHUFFLE_MODE_OFF"});
+    EXPECT_EQ(Notes().value(0), "debug: Resetting PlaybackControl state.");
+    EXPECT_EQ(Notes("hook"), QStringList());
+    EXPECT_EQ(client.m_Functionalities.keys(), QStringList("A"));
 
     client.m_FunctionalityUpdatesDisabled = false;
     Send(client, "FunctionalitiesChanged", both);
     EXPECT_EQ(m_Service.Calls().size(), 2);
-    EXPECT_EQ(client.m_Functionalities.keys(), QStringList(QStringLiteral("B")));
-    EXPECT_EQ(Notes(QStringLiteral("hook")), QStringList(QStringLiteral("hook functionalities ") + both));
+    EXPECT_EQ(client.m_Functionalities.keys(), QStringList("B"));
+    EXPECT_EQ(Notes("hook"), QStringList("hook functionalities " + both));
 }
 
-TEST_F(PlaybackClientTest, WaitForDBusReplyTellsSuccessAndKeepsTheValueOnFailure)
+using WaitForDBusReply = ClientTest;
+
+TEST_F(WaitForDBusReply, TellsSuccessAndKeepsTheValueOnFailure)
 {
     ComTalvexDBusMediaPlayerPlaybackControlInterface proxy(kServiceName, kPath,
                                                            MPL_TestEnvironment::GetDbusConnection());
-    m_Service.Reply(kPath, QStringLiteral("Jump"), {});
-    m_Service.Reply(kPath, QStringLiteral("Pause"), true);
-    m_Service.Fail(kPath, QStringLiteral("SeekToTime"), QStringLiteral("no"));
-    m_Service.Fail(kPath, QStringLiteral("Resume"), QStringLiteral("no"));
-    m_Service.Reply(kPath, QStringLiteral("NextTrack"), QStringLiteral("no boolean"));
+    m_Service.Reply(kPath, "Jump", {});
+    m_Service.Reply(kPath, "Pause", true);
+    m_Service.Fail(kPath, "SeekToTime", "no");
+    m_Service.Fail(kPath, "Resume", "no");
+    m_Service.Reply(kPath, "NextTrack", "no boolean");
     bool value = false;
     EXPECT_TRUE(MPL::TestUtils::WaitForDBusReply(proxy.Jump(1)));
     EXPECT_FALSE(MPL::TestUtils::WaitForDBusReply(proxy.SeekToTime(1)));
@@ -239,10 +239,9 @@ TEST_F(PlaybackClientTest, WaitForDBusReplyTellsSuccessAndKeepsTheValueOnFailure
     EXPECT_FALSE(MPL::TestUtils::WaitForDBusReply(proxy.Resume(), value));
     EXPECT_FALSE(MPL::TestUtils::WaitForDBusReply(proxy.NextTrack(), value));
     EXPECT_TRUE(value);
-    const QString line = QStringLiteral("debug: TestUtils::WaitForDBusReply -- D-Bus error: QDBusError(\"%1");
-    EXPECT_EQ(Notes().value(0), line.arg(QStringLiteral("com.talvex.Error.Test\", \"no\")")));
-    EXPECT_TRUE(Notes().value(1).startsWith(
-        line.arg(QStringLiteral("org.freedesktop.DBus.Error.InvalidSignature\""))))
+    const QString line = "debug: TestUtils::WaitForDBusReply -- D-Bus error: QDBusError(\"%1";
+    EXPECT_EQ(Notes().value(0), line.arg("com.talvex.Error.Test\", \"no\")"));
+    EXPECT_TRUE(Notes().value(1).startsWith(line.arg("org.freedesktop.DBus.Error.InvalidSignature\"")))
         << Text(Notes());
 }
 

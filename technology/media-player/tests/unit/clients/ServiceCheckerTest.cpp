@@ -7,41 +7,44 @@
 namespace
 {
 
-using ServiceCheckerTest = ClientTest;
+using AServiceChecker = ClientTest;
 
-TEST_F(ServiceCheckerTest, OnlyARegistrationOfTheAwaitedNameStartsAThreadThatDoesNotRun)
+const QString kAwaited = "com.talvex.Test.Awaited";
+
+TEST_F(AServiceChecker, StartsItsThreadAtEachRegistrationOfTheAwaitedNameOnly)
 {
-    const QString awaited = QStringLiteral("com.talvex.Test.Awaited");
-    QDBusConnection peer = QDBusConnection::connectToBus(s_Bus->Address(), QStringLiteral("peer"));
+    QDBusConnection peer = QDBusConnection::connectToBus(MPL::Doubles::SharedBus().Address(), "peer");
     QThread early;
     QThread thread;
     const QSignalSpy earlyStarted(&early, &QThread::started);
     QSignalSpy started(&thread, &QThread::started);
     MPL::ServiceChecker tooLate(&early, kServiceName); // registered already
-    MPL::ServiceChecker checker(&thread, awaited);
-    MPL::ServiceChecker inert;
-
-    ASSERT_TRUE(peer.registerService(awaited + QStringLiteral("2")));
-    ASSERT_TRUE(peer.registerService(awaited));
-    ASSERT_TRUE(started.wait(kLimitMs));
-    EXPECT_EQ(earlyStarted.count(), 0);
-
-    for (const QString& name : {awaited, awaited.toUpper()}) {
-        checker.OnServiceRegistered(name); // it runs
-        inert.OnServiceRegistered(QString());
+    MPL::ServiceChecker checker(&thread, kAwaited);
+    ASSERT_TRUE(peer.registerService(kAwaited + "2"));
+    for (int round = 1; round <= 2; ++round) {
+        ASSERT_TRUE(peer.registerService(kAwaited));
+        ASSERT_TRUE(started.wait(kLimitMs));
+        thread.quit();
+        ASSERT_TRUE(thread.wait(kLimitMs));
+        ASSERT_TRUE(peer.unregisterService(kAwaited));
     }
-    thread.quit();
-    ASSERT_TRUE(thread.wait(kLimitMs));
-    checker.OnServiceRegistered(awaited.toUpper());
-    EXPECT_FALSE(thread.isRunning());
-
-    ASSERT_TRUE(peer.unregisterService(awaited));
-    ASSERT_TRUE(peer.registerService(awaited));
-    ASSERT_TRUE(started.wait(kLimitMs)); // again after its end
+    EXPECT_EQ(earlyStarted.count(), 0);
     EXPECT_EQ(started.count(), 2);
+    QDBusConnection::disconnectFromBus("peer");
+}
+
+TEST_F(AServiceChecker, LeavesARunningThreadAndOtherNamesAlone)
+{
+    QThread thread;
+    MPL::ServiceChecker checker(&thread, kAwaited);
+    MPL::ServiceChecker().OnServiceRegistered("");
+    checker.OnServiceRegistered(kAwaited.toUpper());
+    EXPECT_FALSE(thread.isRunning());
+    checker.OnServiceRegistered(kAwaited);
+    checker.OnServiceRegistered(kAwaited); // it runs
+    EXPECT_TRUE(thread.isRunning());
     thread.quit();
-    ASSERT_TRUE(thread.wait(kLimitMs));
-    QDBusConnection::disconnectFromBus(QStringLiteral("peer"));
+    EXPECT_TRUE(thread.wait(kLimitMs));
 }
 
 } // namespace

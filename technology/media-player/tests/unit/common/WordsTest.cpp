@@ -58,9 +58,9 @@ TEST(Words, AreDistinctWithinAGroup)
 TEST(Words, OfFunctionsAreNeitherOptionsNorErrorTexts)
 {
     using namespace MPL;
-    EXPECT_EQ(ListOf(MPL_PLAYQUEUE_FUNCTIONS).filter(QStringLiteral("PLAYQUEUE-")).size(), 4);
+    EXPECT_EQ(ListOf(MPL_PLAYQUEUE_FUNCTIONS).filter("PLAYQUEUE-").size(), 4);
     EXPECT_EQ(MPL_PLAYQUEUE_FUNCTIONS.size(), 4U);
-    EXPECT_EQ(ListOf(MPL_MEDIAINFO_FUNCTIONS).filter(QStringLiteral("MEDIAINFO-")).size(), 5);
+    EXPECT_EQ(ListOf(MPL_MEDIAINFO_FUNCTIONS).filter("MEDIAINFO-").size(), 5);
     EXPECT_EQ(MPL_MEDIAINFO_FUNCTIONS.size(), 5U);
     EXPECT_EQ(ListOf(MPL_MEDIAINFO_OPTIONS),
               QStringList({"playback_time_on_track_info_update", "reset_immediately", "reset_delayed"}));

@@ -1,5 +1,4 @@
-#include "PrivateBus.h"
-#include "TestBuses.h"
+#include "BusesTest.h"
 #include <MPL_TestEnvironment.h>
 
 using namespace MPL::Doubles;
@@ -7,35 +6,34 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kAddress = QStringLiteral("unix:path=/var/talvex/media-player/testDbus");
-const QString kNowhere = QStringLiteral("unix:path=/nonexistent/bus");
+const QString kAddress = "unix:path=/var/talvex/media-player/testDbus";
+const QString kNowhere = "unix:path=/nonexistent/bus";
 
-const QString kPrefix = QStringLiteral("MPL_TestEnvironment::LaunchMPLTestDbusDaemon - ");
+const QString kPrefix = "MPL_TestEnvironment::LaunchMPLTestDbusDaemon - ";
 const QString kLaunching = "debug: " + kPrefix + "Launching DBus Daemon on MPL Test Port..";
 const QString kAttempt =
-    QStringLiteral("debug: Attempting to connect to ' \"unix:path=/var/talvex/media-player/testDbus\" '.");
-const QString kFailed = QStringLiteral("debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"");
-const QString kStart =
-    QStringLiteral("start /usr/bin/dbus-daemon --config-file /opt/talvex/etc/mpl-dbus.conf");
+    "debug: Attempting to connect to ' \"unix:path=/var/talvex/media-player/testDbus\" '.";
+const QString kFailed = "debug: Failed. Error= \"org.freedesktop.DBus.Error.FileNotFound\"";
+const QString kStart = "start /usr/bin/dbus-daemon --config-file /opt/talvex/etc/mpl-dbus.conf";
 
 class TestBus : public BusesTest
 {
 protected:
     TestBus()
     {
-        QDBusConnection::disconnectFromBus(QStringLiteral("MPLTestDbus"));
+        QDBusConnection::disconnectFromBus("MPLTestDbus");
         PrivateBus::Redirect(kAddress, kNowhere);
     }
     ~TestBus() override
     {
         PrivateBus::Redirect({}, {});
-        QDBusConnection::disconnectFromBus(QStringLiteral("MPLTestDbus"));
+        QDBusConnection::disconnectFromBus("MPLTestDbus");
     }
 };
 
 TEST_F(TestBus, IsNotStartedWhenOneIsAlive)
 {
-    PrivateBus::Redirect(kAddress, BusAddress());
+    PrivateBus::Redirect(kAddress, SharedBus().Address());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
     EXPECT_EQ(Text(Notes()),
               Text({kAttempt, "debug: " + kPrefix + "Test DBus is already active. Returning."}));
@@ -48,7 +46,7 @@ TEST_F(TestBus, IsProbedUntilItAnswers)
     Starts().onStart = [](const QString&, const QStringList&) {
         VirtualTime::OnSleep([] {
             if (VirtualTime::Slept() == 2000) {
-                PrivateBus::Redirect(kAddress, BusAddress());
+                PrivateBus::Redirect(kAddress, SharedBus().Address());
             }
         });
     };
@@ -88,7 +86,7 @@ TEST_F(TestBus, IsReplacedByTheSystemBusUntilItIsLaunched)
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), QDBusConnection::systemBus().name());
     EXPECT_EQ(Text(Notes()), Text({"debug: MPL_TestEnvironment::GetDbusConnection - No Dbus instance "
                                    "created. Defaulting to system bus."}));
-    PrivateBus::Redirect(kAddress, BusAddress());
+    PrivateBus::Redirect(kAddress, SharedBus().Address());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");
 }

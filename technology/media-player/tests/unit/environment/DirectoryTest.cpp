@@ -12,11 +12,11 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kConfig = QStringLiteral("/opt/talvex/etc/mplConfig.json");
-const QString kUnitConfig = QStringLiteral("/var/talvex/media-player/mplUnitConfig.json");
+const QString kConfig = "/opt/talvex/etc/mplConfig.json";
+const QString kUnitConfig = "/var/talvex/media-player/mplUnitConfig.json";
 
 // What a test program's own static objects make of the controller's.
-const QString kBelowTheDefault = kMPLDefaultEnvironment + QStringLiteral("sub");
+const QString kBelowTheDefault = kMPLDefaultEnvironment + "sub";
 const QStringList kDeviceIds{TEST_SOURCE_1_DEVICE_ID, TEST_SOURCE_2_DEVICE_ID, TEST_SOURCE_3_DEVICE_ID};
 const QStringList kFirstState{MPL_TestEnvironment::m_EnvironmentDirectory,
                               MPL_TestEnvironment::m_PandoraUserName, MPL_TestEnvironment::m_PandoraPassword};
@@ -107,9 +107,7 @@ TEST_F(Environment, IsSterilisedInOrderUpToTheFirstFailure)
     EXPECT_EQ(Notes("DataManager").size(), 2);
 
     for (const char* name : {"media_mme", "test_media_source", "media_source_disc"}) {
-        World().processes[name] = 1;
-        World().ignoreTerm << name;
-        World().ignoreKill << name;
+        MakeImmortal(name);
         ClearNotes();
         EXPECT_FALSE(MPL_TestEnvironment::SterilizeEnvironment(true));
         EXPECT_EQ(Notes("kill").last(), QStringLiteral("kill %1 KILL").arg(name));
@@ -138,9 +136,8 @@ using PandoraLogin = DoublesTest;
 TEST_F(PandoraLogin, ReplacesOnlyTheCredentials)
 {
     MPL_TestEnvironment::SetPandoraCredentials("a \"quoted\" \\ name", "");
-    World().files[kConfig] = QStringLiteral(
-        R"({"other": ["ü", 1.5, null], "config": {"pandora": {"login_config":
-            {"login_type": "t", "user_name": "old", "password": "old", "track_token": true}}}})");
+    World().files[kConfig] = R"({"other": ["ü", 1.5, null], "config": {"pandora": {"login_config":
+            {"login_type": "t", "user_name": "old", "password": "old", "track_token": true}}}})";
     const QString original = World().files[kConfig];
     EXPECT_TRUE(MPL_TestEnvironment::AddPandoraLogin());
     QString expected = original;
@@ -167,24 +164,24 @@ TEST_F(PandoraLogin, LeavesCredentialsThatAreNoTextAlone)
               QJsonDocument::fromJson(World().files[kConfig].toUtf8()));
 }
 
+const QString kParsing = "error parsing root for \"" + kConfig + "\"";
+const QString kBoth = "could not find both nodes \"user_name\"   \"password\"";
+const QList<QPair<QString, QString>> kBadConfigs{
+    {"", kParsing},
+    {"{\"config\": ", kParsing},
+    {"[]", "could not find node \"config\""},
+    {R"({"Config": {}})", "could not find node \"config\""},
+    {R"({"config": {"other": 1}})", "could not find node \"pandora\""},
+    {R"({"config": {"pandora": "text"}})", "could not find node \"login_config\""},
+    {R"({"config": {"pandora": {"login_config": {"user_name": "u"}}}})", kBoth},
+    {R"({"config": {"pandora": {"login_config": {"password": "p"}}}})", kBoth}};
+
 TEST_F(PandoraLogin, SaysWhatTheConfigurationLacks)
 {
-    const QString prefix = QStringLiteral("critical: MPL_TestEnvironment::AddPandoraLogin - ");
+    const QString prefix = "critical: MPL_TestEnvironment::AddPandoraLogin - ";
     EXPECT_FALSE(MPL_TestEnvironment::AddPandoraLogin());
     EXPECT_EQ(Text(Notes("critical")), Text({prefix + "error reading file \"" + kConfig + "\""}));
-
-    const QString parsing = "error parsing root for \"" + kConfig + "\"";
-    const QString both = QStringLiteral("could not find both nodes \"user_name\"   \"password\"");
-    const QList<QPair<QString, QString>> cases{
-        {"", parsing},
-        {"{\"config\": ", parsing},
-        {"[]", "could not find node \"config\""},
-        {R"({"Config": {}})", "could not find node \"config\""},
-        {R"({"config": {"other": 1}})", "could not find node \"pandora\""},
-        {R"({"config": {"pandora": "text"}})", "could not find node \"login_config\""},
-        {R"({"config": {"pandora": {"login_config": {"user_name": "u"}}}})", both},
-        {R"({"config": {"pandora": {"login_config": {"password": "p"}}}})", both}};
-    for (const auto& [text, complaint] : cases) {
+    for (const auto& [text, complaint] : kBadConfigs) {
         ClearNotes();
         World().files[kConfig] = text;
         EXPECT_FALSE(MPL_TestEnvironment::AddPandoraLogin());

@@ -1,4 +1,4 @@
-#include "TestBuses.h"
+#include "BusesTest.h"
 #include <MPL_TestEnvironment.h>
 
 #include <gtest/gtest-spi.h>
@@ -8,20 +8,20 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kManager = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
-const QString kManagerObjects = kManager + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager");
-const QString kSources = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.");
-const QString TEST_SOURCE = QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
-const QString kConfig = QStringLiteral("/opt/talvex/etc/mplConfig.json");
+const QString kManager = "com.talvex.DBus.MediaPlayer.MediaManagerService";
+const QString kManagerObjects = kManager + " com.talvex.DBus.MediaPlayer.MediaManager";
+const QString kSources = "com.talvex.DBus.MediaPlayer.MediaSource.";
+const QString TEST_SOURCE = "com.talvex.DBus.Examples.MediaSourceTest";
+const QString kConfig = "/opt/talvex/etc/mplConfig.json";
 
 const QStringList kReset{"save active source \"\"", "save playback state \"\"",
                          "debug: MPL_TestEnvironment::ClearMPLState result= true"};
-const QString kPrefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaManagerProcess");
-const QString kFailure = QStringLiteral("critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ");
-const QString kStartMme = QStringLiteral("start command /opt/talvex/bin/media_mme");
+const QString kPrefix = "debug: MPL_TestEnvironment::LaunchMediaManagerProcess";
+const QString kFailure = "critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ";
+const QString kStartMme = "start command /opt/talvex/bin/media_mme";
 const QStringList kFinish{"sleep 2000 ms", kPrefix + " -- finished."};
-const QString kDatabase = QStringLiteral("DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
-const QString kStartManager = QStringLiteral("start /opt/talvex/bin/media_manager ");
+const QString kDatabase = "DB=/var/talvex/media-player/test/DataManagerDb.sqlite";
+const QString kStartManager = "start /opt/talvex/bin/media_manager ";
 
 class Launching : public BusesTest
 {
@@ -169,8 +169,10 @@ TEST_F(Launching, TheTestSourcePassesItsOptions)
               "start /opt/talvex/test/test_media_source/test_media_source 3 -default_playqueue --test-dbus",
               "debug: MediaTestSource process launched, waiting for the object to become available on "
               "d-bus."}));
+}
 
-    ClearNotes();
+TEST_F(Launching, TheTestSourceThatRunsIsOnlyReset)
+{
     World().processes["test_media_source"] = 1;
     EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 0, true, false));
     EXPECT_EQ(Notes().mid(1), kReset);
@@ -191,43 +193,51 @@ TEST_F(Launching, TheTestSourceThatNeverShowsUpFailsTheTestOnly)
     EXPECT_EQ(Notes().last(), "critical: LaunchTestMediaSourceProcess() failed.");
 }
 
-TEST_F(Launching, ARemoteSourceIsToldOfTheComputerIfItCanUseOne)
+const QString kRemotePrefix = "debug: MPL_TestEnvironment::LaunchRemoteMediaSourceProcess -- ";
+
+TEST_F(Launching, ARemoteSourceIsToldOfTheComputer)
 {
-    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchRemoteMediaSourceProcess -- ");
     SourceIsReady("Apple");
     EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, "media_source_apple", "10.0.0.1",
                                                                     "99", "98", true, true));
     EXPECT_EQ(
         Text(Notes()),
-        Text(QStringList{prefix + "Process: \"media_source_apple\" Activate DM: false Server: "
-                                  "\"10.0.0.1\" \"99\" \"98\" Verbose: true Reset active source: true"} +
+        Text(QStringList{kRemotePrefix +
+                         "Process: \"media_source_apple\" Activate DM: false Server: "
+                         "\"10.0.0.1\" \"99\" \"98\" Verbose: true Reset active source: true"} +
              kReset +
-             QStringList{prefix + "Launching \"media_source_apple\"",
+             QStringList{kRemotePrefix + "Launching \"media_source_apple\"",
                          "start /opt/talvex/bin/media_source_apple --verbose --remote=10.0.0.1 --port=99 "
                          "--ddpport=98 --test-dbus",
-                         prefix + "Returning true"}));
+                         kRemotePrefix + "Returning true"}));
+}
 
-    ClearNotes();
+bool LaunchRemotely(const char* aName, const char* aComputer)
+{
+    return MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, aName, aComputer, "99", "98", false,
+                                                               false);
+}
+
+TEST_F(Launching, ARemoteSourceIsStartedPlainlyWithoutAComputerThatItCanUse)
+{
     UseSystemBus();
     for (const char* name : {"Spotify", "Pandora", "Disc"}) {
         SourceIsReady(name);
     }
-    for (const char* name : {"media_source_spotify", "media_source_pandora"}) {
-        EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, name, "10.0.0.1", "99", "98",
-                                                                        false, false));
-    }
-    EXPECT_TRUE(MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, "media_source_disc", "", "99",
-                                                                    "98", false, false));
+    EXPECT_TRUE(LaunchRemotely("media_source_spotify", "10.0.0.1"));
+    EXPECT_TRUE(LaunchRemotely("media_source_pandora", "10.0.0.1"));
+    EXPECT_TRUE(LaunchRemotely("media_source_disc", ""));
     EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_spotify",
                                "start /opt/talvex/bin/media_source_pandora",
                                "start /opt/talvex/bin/media_source_disc"}));
+}
 
-    ClearNotes();
+TEST_F(Launching, ARemoteSourceThatIsUnknownOrDoesNotStartFailsWithoutComplaint)
+{
     Starts().failing << "/opt/talvex/bin/media_source_disc";
     for (const char* name : {"media_source_btmedia", "media_source_disc"}) {
-        EXPECT_FALSE(
-            MPL_TestEnvironment::LaunchRemoteMediaSourceProcess(false, name, "", "", "", false, false));
-        EXPECT_EQ(Notes().last(), prefix + "Returning false");
+        EXPECT_FALSE(LaunchRemotely(name, ""));
+        EXPECT_EQ(Notes().last(), kRemotePrefix + "Returning false");
     }
     EXPECT_EQ(Notes("start").size(), 1);
     EXPECT_EQ(Notes("critical").size(), 0);
@@ -238,7 +248,7 @@ TEST_F(Launching, AllSourcesWithoutARemoteComputerAreThree)
     for (const char* name : {"MassStorage", "Pandora", "Spotify"}) {
         SourceIsReady(name);
     }
-    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::LaunchMediaSourceProcesses --");
+    const QString prefix = "debug: MPL_TestEnvironment::LaunchMediaSourceProcesses --";
     MPL_TestEnvironment::LaunchMediaSourceProcesses(false, false, "", "1", "2", true);
     EXPECT_EQ(
         Text(Notes(prefix)),
@@ -255,7 +265,7 @@ TEST_F(Launching, AllSourcesWithoutARemoteComputerAreThree)
                                "start /opt/talvex/bin/media_source_spotify --verbose --test-dbus"}));
     // Each launch resets on its own, with the data manager started, though none was asked for.
     EXPECT_EQ(Notes("DataManager::StartUp").size(), 3);
-    EXPECT_EQ(Notes("debug: MPL_TestEnvironment::LaunchRemoteMediaSourceProcess -- Launching").size(), 1);
+    EXPECT_EQ(Notes(kRemotePrefix + "Launching").size(), 1);
 }
 
 TEST_F(Launching, AllSourcesWithARemoteComputerBeginWithTheRemoteOnes)
@@ -264,7 +274,7 @@ TEST_F(Launching, AllSourcesWithARemoteComputerBeginWithTheRemoteOnes)
         SourceIsReady(name);
     }
     MPL_TestEnvironment::LaunchMediaSourceProcesses(true, true, "ip", "1", "2", false);
-    const QString remote = QStringLiteral(" --remote=ip --port=1 --ddpport=2 --test-dbus");
+    const QString remote = " --remote=ip --port=1 --ddpport=2 --test-dbus";
     EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_apple" + remote,
                                "start /opt/talvex/bin/media_source_disc" + remote,
                                "start /opt/talvex/bin/media_source_mass_storage" + remote,

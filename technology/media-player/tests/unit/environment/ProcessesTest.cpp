@@ -15,9 +15,9 @@ QStringList Repeated(const QString& aLine, int aTimes)
     return lines;
 }
 
-const QString kKillingMme = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_mme");
-const QString kKillingManager = QStringLiteral("debug: MPL_TestEnvironment::KillMediaProcess  media_manager");
-const QString kKillingStack = QStringLiteral("debug: MPL_TestEnvironment::KillMediaManagerProcess");
+const QString kKillingMme = "debug: MPL_TestEnvironment::KillMediaProcess  media_mme";
+const QString kKillingManager = "debug: MPL_TestEnvironment::KillMediaProcess  media_manager";
+const QString kKillingStack = "debug: MPL_TestEnvironment::KillMediaManagerProcess";
 
 using KillMediaProcess = DoublesTest;
 
@@ -39,8 +39,7 @@ TEST_F(KillMediaProcess, EscalatesAfterTenPassesAndReportsWhatStays)
     EXPECT_EQ(Text(Notes()), Text(expected));
 
     ClearNotes();
-    World().processes["media_mme"] = 7;
-    World().ignoreKill << "media_mme";
+    MakeImmortal("media_mme");
     EXPECT_FALSE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
     expected << "critical: Failed to kill process  media_mme";
     EXPECT_EQ(Text(Notes()), Text(expected));
@@ -92,9 +91,8 @@ TEST_F(KillingTheStack, StopsTheMountServiceEvenWhenTheManagerStays)
                     "debug: MPL_TestEnvironment::KillMediaManagerProcess -- MME result= true"}));
 
     ClearNotes();
-    World().processes = {{"media_manager", 7}, {"media_mme", 8}};
-    World().ignoreTerm << "media_manager";
-    World().ignoreKill << "media_manager";
+    MakeImmortal("media_manager");
+    World().processes["media_mme"] = 8;
     EXPECT_FALSE(MPL_TestEnvironment::KillMediaManagerProcess());
     EXPECT_EQ(Text(Notes("debug: MPL_TestEnvironment::KillMediaManagerProcess --")),
               Text({"debug: MPL_TestEnvironment::KillMediaManagerProcess -- MediaManager result= false",
@@ -104,9 +102,7 @@ TEST_F(KillingTheStack, StopsTheMountServiceEvenWhenTheManagerStays)
 
 TEST_F(KillingTheStack, EndsAtTheFirstSourceThatStays)
 {
-    World().processes = {{"media_source_apple", 7}};
-    World().ignoreTerm << "media_source_apple";
-    World().ignoreKill << "media_source_apple";
+    MakeImmortal("media_source_apple");
     EXPECT_FALSE(MPL_TestEnvironment::KillMediaSourceProcess());
     EXPECT_EQ(Text(Notes("kill")), Text({"kill media_source_mass_storage TERM",
                                          "kill media_source_apple TERM", "kill media_source_apple KILL"}));
@@ -121,7 +117,7 @@ TEST_F(KillingTheStack, EndsAtTheFirstSourceThatStays)
     EXPECT_EQ(Notes().last(), "debug: MPL_TestEnvironment::KillMediaSourceProcess result= true");
 }
 
-TEST_F(KillingTheStack, HasItsWayWithTheOtherProcesses)
+TEST_F(KillingTheStack, AsksTheOthersOnceAndTheRecognitionServerNever)
 {
     EXPECT_TRUE(MPL_TestEnvironment::KillTestMediaSourceProcess());
     EXPECT_TRUE(MPL_TestEnvironment::StopRecognitionServerService());
@@ -137,12 +133,12 @@ TEST_F(KillingTheStack, HasItsWayWithTheOtherProcesses)
                     "start command /opt/talvex/bin/recognition-server",
                     "debug: MPL_TestEnvironment::LaunchRecognitionServer",
                     "start command /opt/talvex/bin/recognition-server"}));
+}
 
-    ClearNotes();
+TEST_F(KillingTheStack, EndsTheDisplayProcessesUpToTheFirstThatStays)
+{
     EXPECT_TRUE(MPL_TestEnvironment::KillHmiProcesses());
-    World().processes["hmi_main"] = 7;
-    World().ignoreTerm << "hmi_main";
-    World().ignoreKill << "hmi_main";
+    MakeImmortal("hmi_main");
     EXPECT_FALSE(MPL_TestEnvironment::KillHmiProcesses());
     EXPECT_EQ(Text(Notes("kill")), Text({"kill hmi_main TERM", "kill hmi_cluster TERM", "kill hmi_main TERM",
                                          "kill hmi_main KILL"}));
@@ -152,7 +148,7 @@ using LifecycleManager = DoublesTest;
 
 TEST_F(LifecycleManager, StartsTheServicesAfterTheReset)
 {
-    const QString started = QStringLiteral("debug: MPL_TestEnvironment::SlmLaunchMediaServices");
+    const QString started = "debug: MPL_TestEnvironment::SlmLaunchMediaServices";
     EXPECT_TRUE(MPL_TestEnvironment::SlmLaunchMediaServices(true));
     EXPECT_EQ(Text(Notes()),
               Text({started, "DataManager::StartUp", "save active source \"\"", "save playback state \"\"",
@@ -167,12 +163,14 @@ TEST_F(LifecycleManager, StartsTheServicesAfterTheReset)
     EXPECT_FALSE(MPL_TestEnvironment::SlmLaunchMediaServices(false));
     EXPECT_EQ(Notes("slm").last(), "slm start media-source-apple");
     EXPECT_EQ(Notes().last(), started + " -- finished.");
+}
 
-    ClearNotes();
+TEST_F(LifecycleManager, StartsNothingWhenTheResetFails)
+{
     World().savePlaybackState = false;
     EXPECT_FALSE(MPL_TestEnvironment::SlmLaunchMediaServices(false));
     EXPECT_EQ(Notes("slm").size(), 0);
-    EXPECT_EQ(Notes().last(), started + " -- finished.");
+    EXPECT_EQ(Notes().last(), "debug: MPL_TestEnvironment::SlmLaunchMediaServices -- finished.");
 }
 
 TEST_F(LifecycleManager, StopsTheManagerBeforeTheMountService)

@@ -1,5 +1,5 @@
+#include "BusesTest.h"
 #include "FakeService.h"
-#include "TestBuses.h"
 #include <MPL_TestEnvironment.h>
 
 using namespace MPL::Doubles;
@@ -7,14 +7,14 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kService = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.MassStorage");
-const QString kSourceInterface = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource");
-const QString kDone = QStringLiteral("Indexing Completed");
+const QString kService = "com.talvex.DBus.MediaPlayer.MediaSource.MassStorage";
+const QString kSourceInterface = "com.talvex.DBus.MediaPlayer.MediaSource";
+const QString kDone = "Indexing Completed";
 
 class SourceQueries : public BusesTest
 {
 protected:
-    SourceQueries() : m_Service(BusAddress(), kService)
+    SourceQueries()
     {
         MPL::RegisterAllMetaTypes();
         UseTestBus();
@@ -26,7 +26,7 @@ protected:
         return Proxy(kService, aPath, MPL_TestEnvironment::GetDbusConnection());
     }
 
-    FakeService m_Service;
+    FakeService m_Service{SharedBus().Address(), kService};
 };
 
 using Indexer = ComTalvexDBusMediaPlayerIndexerInfoInterface;
@@ -75,12 +75,12 @@ TEST_F(SourceQueries, WaitForTheIndexUntilStatusAndProgressAgree)
     m_Service.Reply("/i", "GetProgress", 99U);
     m_Service.Reply("/i", "GetProgress", 100U);
     EXPECT_TRUE(MPL_TestEnvironment::WaitForIndexFinished("/i"));
-    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::WaitForIndexFinished -- ");
-    const QString poll = QStringLiteral("debug: IndexerInfo status: \"Indexing Completed\" , Progress: ");
+    const QString prefix = "debug: MPL_TestEnvironment::WaitForIndexFinished -- ";
+    const QString poll = "debug: IndexerInfo status: \"Indexing Completed\" , Progress: ";
     EXPECT_EQ(Text(Notes()), Text({prefix + "Object path = \"/i\"",
                                    prefix + "IndexerInfo status: \"Indexing\" , Progress: 40",
                                    "sleep 5000 ms", poll + "99 %,  1", "sleep 5000 ms", poll + "100 %,  2"}));
-    const QString call = QStringLiteral("/i com.talvex.DBus.MediaPlayer.IndexerInfo.");
+    const QString call = "/i com.talvex.DBus.MediaPlayer.IndexerInfo.";
     EXPECT_EQ(m_Service.Calls().mid(0, 4), (QStringList{call + "GetStatus", call + "GetProgress",
                                                         call + "GetProgress", call + "GetStatus"}));
 }
@@ -131,7 +131,7 @@ TEST_F(SourceQueries, FindTheSourceByItsNameAndListWhatItOffers)
                                                   {"PLAYQUEUE", QDBusObjectPath("/c/rest")}};
     EXPECT_EQ(capabilities, expected);
     EXPECT_EQ(m_Service.Calls().size(), 3 + 5) << "the search goes on behind the match";
-    const QString prefix = QStringLiteral("debug: MPL_TestEnvironment::GetMediaSourceCapabilities -- ");
+    const QString prefix = "debug: MPL_TestEnvironment::GetMediaSourceCapabilities -- ";
     EXPECT_EQ(Text(Notes()),
               Text({prefix + "Calling MPL::FindServiceObjectPathsByInterface",
                     prefix + "Finished MPL::FindServiceObjectPathsByInterface. mediaSourceList has 4 items",

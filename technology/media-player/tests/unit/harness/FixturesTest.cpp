@@ -3,6 +3,7 @@
 // sandbox.
 #include "DoublesTest.h"
 #include "Require.h"
+#include "WaitUntil.h"
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_Types.h>
@@ -23,11 +24,13 @@ using namespace MPL::Doubles;
 namespace
 {
 
-const QString kManager = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
+const testing::Environment* const kSandbox = RequireSandbox();
+
+const QString kManager = "com.talvex.DBus.MediaPlayer.MediaManagerService";
 
 QStringList Lines(const char* aText)
 {
-    return QString::fromLatin1(aText).split(QLatin1Char('\n'));
+    return QString::fromLatin1(aText).split('\n');
 }
 
 // What was done, without what the controller says of it and the pauses in between.
@@ -35,9 +38,8 @@ QStringList Steps()
 {
     QStringList steps;
     for (const QString& note : Notes()) {
-        if (!note.startsWith(QLatin1String("debug: MPL_TestEnvironment")) &&
-            !note.startsWith(QLatin1String("sleep ")) &&
-            !note.startsWith(QLatin1String("debug: MediaManager process"))) {
+        if (!note.startsWith("debug: MPL_TestEnvironment") && !note.startsWith("sleep ") &&
+            !note.startsWith("debug: MediaManager process")) {
             steps << note;
         }
     }
@@ -79,19 +81,9 @@ protected:
     {
         MPL::TestFixture::s_GaugelySetUpCase = false;
         World().owned << kManager;
-        World().objects[kManager + QStringLiteral(" com.talvex.DBus.MediaPlayer.MediaManager")] =
-            QStringList{"/manager"};
+        World().objects[kManager + " com.talvex.DBus.MediaPlayer.MediaManager"] = QStringList{"/manager"};
     }
     ~Fixtures() override { MPL::TestFixture::s_GaugelySetUpCase = false; }
-
-    void SetUp() override { RequireSandbox(); }
-
-    static void MakeImmortal(const QString& aProcess)
-    {
-        World().processes[aProcess] = 77;
-        World().ignoreTerm << aProcess;
-        World().ignoreKill << aProcess;
-    }
 
     // A file where the environment directory should be.
     static void ObstructEnvironment()
@@ -124,14 +116,15 @@ QStringList Script(const char* aLetters)
     return script;
 }
 
-TEST_F(Fixtures, TestsAndTestCasesAreBookedAndMisuseIsReported)
+// Set-up and tear-down of the test case (C, T) and of the test (s, t), then what is logged until its end.
+const struct {
+    const char* steps;
+    const char* log;
+} kCases[] = {{"CstT", "CKstT"}, {"st", "s1t"}, {"Cs", "CKs2"}, {"CsTt", "CKsTt2"}, {"CCT", "CKC3KT"}};
+
+TEST_F(Fixtures, BookTestsAndTestCasesAndReportMisuse)
 {
-    // Set-up and tear-down of the test case (C, T) and of the test (s, t), then what is logged until its end.
-    const struct {
-        const char* steps;
-        const char* log;
-    } cases[] = {{"CstT", "CKstT"}, {"st", "s1t"}, {"Cs", "CKs2"}, {"CsTt", "CKsTt2"}, {"CCT", "CKC3KT"}};
-    for (const auto& testCase : cases) {
+    for (const auto& testCase : kCases) {
         MPL::TestFixture::s_GaugelySetUpCase = false;
         ClearNotes();
         {
@@ -147,7 +140,7 @@ TEST_F(Fixtures, TestsAndTestCasesAreBookedAndMisuseIsReported)
     }
 }
 
-TEST_F(Fixtures, DisplayProcessesThatStayFailTheTestCase)
+TEST_F(Fixtures, FailTheTestCaseWhenTheDisplayProcessesStay)
 {
     MakeImmortal("hmi_main");
     EXPECT_FATAL_FAILURE(
@@ -156,20 +149,22 @@ TEST_F(Fixtures, DisplayProcessesThatStayFailTheTestCase)
     EXPECT_TRUE(MPL::TestFixture::s_GaugelySetUpCase);
 }
 
-TEST_F(Fixtures, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
+const QString kSetUpPrefix = "debug: MediaSourceTestFixture::SetUpTestCase -";
+const QString kSetUpBegin = kSetUpPrefix + "- Register metatypes, use SLM to stop media services, "
+                                           "SterilizeEnvironment, and SetEnvironment";
+
+TEST_F(Fixtures, OfMediaSourcesBringTheStackUp)
 {
-    const QString prefix = QStringLiteral("debug: MediaSourceTestFixture::SetUpTestCase -");
-    const QStringList begin =
-        Script("CK") << prefix + QStringLiteral("- Register metatypes, use SLM to stop media services, "
-                                                "SterilizeEnvironment, and SetEnvironment");
     MPL::MediaSourceTestFixture::SetUpTestCase();
-    EXPECT_EQ(Text(Steps()), Text(begin + kSlmStop + kKillSources + kReset + kReset + kLaunch));
+    EXPECT_EQ(Text(Steps()),
+              Text((Script("CK") << kSetUpBegin) + kSlmStop + kKillSources + kReset + kReset + kLaunch));
     EXPECT_NE(QMetaType::type("MediaSourceState"), 0);
     EXPECT_TRUE(QDir(kMPLDefaultEnvironment).exists());
-    MPL::TestFixture::s_GaugelySetUpCase = false;
+}
 
-    ClearNotes();
-    World().slmRefuses << QStringLiteral("media-manager");
+TEST_F(Fixtures, OfMediaSourcesMakeEveryStepAndOnlyTheLaunchIsFatal)
+{
+    World().slmRefuses << "media-manager";
     World().saveSource = false;
     World().owned.clear();
     ObstructEnvironment();
@@ -177,23 +172,20 @@ TEST_F(Fixtures, MediaSourceSetUpMakesEveryStepAndOnlyTheLaunchIsFatal)
                          "Value of: MPL_TestEnvironment::LaunchMediaManagerProcess( true )\n  Actual: false");
     FreeEnvironment();
     EXPECT_EQ(
-        Text(Notes(prefix)),
-        Text(
-            {begin.last(),
-             prefix +
-                 QStringLiteral(
-                     " Error calling TestEnvironment::SterilizeEnvironment. Attempting to continue anyways."),
-             prefix +
-                 QStringLiteral(" Failure setting environment to  \"/var/talvex/media-player/test/\"")}));
-    EXPECT_EQ(Text(Notes("slm")), Text({QStringLiteral("slm stop media-manager")}));
+        Text(Notes(kSetUpPrefix)),
+        Text({kSetUpBegin,
+              kSetUpPrefix +
+                  " Error calling TestEnvironment::SterilizeEnvironment. Attempting to continue anyways.",
+              kSetUpPrefix + " Failure setting environment to  \"/var/talvex/media-player/test/\""}));
+    EXPECT_EQ(Text(Notes("slm")), Text({"slm stop media-manager"}));
     EXPECT_EQ(Text(Notes("start")), Text(kLaunch));
 }
 
-TEST_F(Fixtures, MediaSourceTearDownMakesEveryStepWhateverFails)
+TEST_F(Fixtures, OfMediaSourcesHandTheStackBackWhateverFails)
 {
-    const QStringList begin = Script("T") << QStringLiteral(
-                                  "debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, "
-                                  "CleanEnvironment, and launch media services using SLM");
+    const QStringList begin = Script("T")
+                              << "debug: MediaSourceTestFixture::TearDownTestCase -- SterilizeEnvironment, "
+                                 "CleanEnvironment, and launch media services using SLM";
     MPL::MediaSourceTestFixture::TearDownTestCase();
     EXPECT_EQ(Text(Steps()), Text(begin + kKillSources + kReset + kReset + kSlmStart));
 
@@ -202,14 +194,13 @@ TEST_F(Fixtures, MediaSourceTearDownMakesEveryStepWhateverFails)
         MPL_TestEnvironment::SetEnvironment(kMPLDefaultEnvironment, false)); // left standing when cleaned
     World().saveSource = false;
     MPL::MediaSourceTestFixture::TearDownTestCase();
-    const QString line =
-        QStringLiteral("critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.");
+    const QString line = "critical: MediaSourceTestFixture::TearDownTestCase - %1 Reported a failure.";
     EXPECT_EQ(Text(Notes("critical: MediaSourceTestFixture")),
               Text({line.arg("SterilizeEnvironment"), line.arg("CleanEnvironment"),
                     line.arg("SlmLaunchMediaServices")}));
 }
 
-TEST_F(Fixtures, WakeUpReleasesOnlyWhoWaitsAlready)
+TEST_F(Fixtures, WakeOnlyWhoWaitsAlready)
 {
     OneTest test;
     test.WakeUp(); // lost
@@ -224,12 +215,10 @@ TEST_F(Fixtures, WakeUpReleasesOnlyWhoWaitsAlready)
     });
     EXPECT_EQ(waiter.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
     // A wake-up may come before the second wait; one of them meets it.
-    auto status = std::future_status::timeout;
-    for (int i = 0; i < 500 && status != std::future_status::ready; ++i) {
+    EXPECT_TRUE(WaitUntil("both waits are over", [&] {
         test.WakeUp();
-        status = waiter.wait_for(std::chrono::milliseconds(10));
-    }
-    EXPECT_EQ(status, std::future_status::ready);
+        return waiter.wait_for(std::chrono::milliseconds(0)) == std::future_status::ready;
+    }));
     thread.join();
 }
 

@@ -13,23 +13,22 @@ using namespace MPL::Doubles;
 namespace
 {
 
-class HandlerTest : public DoublesTest
+class ATestHandler : public DoublesTest
 {
 protected:
     QThread m_Thread;
 };
 
-TEST_F(HandlerTest, WithoutThreadOrApplicationLogsOneLineAndWiresNothing)
+TEST_F(ATestHandler, LogsOneLineAndWiresNothingWithoutThreadOrApplication)
 {
     MPL::TestHandler neither(nullptr, 0, nullptr, nullptr);
     neither.Initialize();
-    EXPECT_EQ(Text(Notes()),
-              Text({QStringLiteral("critical: TestHandler::Initialize Invalid thread object")}));
+    EXPECT_EQ(Text(Notes()), Text({"critical: TestHandler::Initialize Invalid thread object"}));
 
     ClearNotes();
     QPointer<MPL::TestHandler> noApplication = new MPL::TestHandler(nullptr, 0, nullptr, &m_Thread);
     noApplication->Initialize();
-    EXPECT_EQ(Text(Notes()), Text({QStringLiteral("critical: TestHandler::Initialize Invalid application")}));
+    EXPECT_EQ(Text(Notes()), Text({"critical: TestHandler::Initialize Invalid application"}));
 
     // A wired handler would run this program's suite inside this test, and be deleted.
     m_Thread.start();
@@ -41,7 +40,7 @@ TEST_F(HandlerTest, WithoutThreadOrApplicationLogsOneLineAndWiresNothing)
     delete noApplication.data();
 }
 
-TEST_F(HandlerTest, SlotsDoNothingWithoutTheObjectTheyActOn)
+TEST_F(ATestHandler, DoesNothingInItsSlotsWithoutTheObjectTheyActOn)
 {
     MPL::TestHandler handler(nullptr, 0, nullptr, nullptr);
     handler.UnitTestStarted();
@@ -50,7 +49,7 @@ TEST_F(HandlerTest, SlotsDoNothingWithoutTheObjectTheyActOn)
     EXPECT_EQ(QCoreApplication::exec(), 7);
 }
 
-TEST_F(HandlerTest, EndOfTheThreadQuitsTheApplicationAndDeletesTheHandler)
+TEST_F(ATestHandler, QuitsTheApplicationAndGoesAtTheEndOfTheThread)
 {
     QPointer<MPL::TestHandler> handler = new MPL::TestHandler(qApp, 0, nullptr, &m_Thread);
     handler->Initialize();

@@ -10,30 +10,29 @@ using namespace MPL::Doubles;
 namespace
 {
 
-class UtilitiesTest : public DoublesTest
-{
+using TestUtilities = DoublesTest;
+
+const struct {
+    const char* what;
+    unsigned count;
+    unsigned timeoutMs;
+    int emittedBefore;
+    int emittedPerPause;
+    unsigned waited;
+} kWaits[] = {
+    {"no time", 1, 0, 0, 1, 0},
+    {"there already", 2, 1000, 2, 0, 0},
+    {"silent", 1, 250, 0, 0, 300},
+    {"whole multiple", 1, 300, 0, 0, 300},
+    {"one more needed", 3, 1000, 1, 1, 200},
+    {"in the last pause", 2, 150, 0, 1, 200},
+    {"none needed", 0, 100, 0, 0, 0},
+    {"largest count", 0xFFFFFFFF, 100, 1, 1, 100},
 };
 
-TEST_F(UtilitiesTest, WaitForSignalPausesUntilEnoughOrTimeOut)
+TEST_F(TestUtilities, PauseUntilThereAreEnoughSignalsOrTheTimeIsOut)
 {
-    const struct {
-        const char* what;
-        unsigned count;
-        unsigned timeoutMs;
-        int emittedBefore;
-        int emittedPerPause;
-        unsigned waited;
-    } cases[] = {
-        {"no time", 1, 0, 0, 1, 0},
-        {"there already", 2, 1000, 2, 0, 0},
-        {"silent", 1, 250, 0, 0, 300},
-        {"whole multiple", 1, 300, 0, 0, 300},
-        {"one more needed", 3, 1000, 1, 1, 200},
-        {"in the last pause", 2, 150, 0, 1, 200},
-        {"none needed", 0, 100, 0, 0, 0},
-        {"largest count", 0xFFFFFFFF, 100, 1, 1, 100},
-    };
-    for (const auto& testCase : cases) {
+    for (const auto& testCase : kWaits) {
         SCOPED_TRACE(testCase.what);
         ClearNotes();
         VirtualTime::Reset();
@@ -61,10 +60,9 @@ QString Read(const QString& aText, const QMap<QString, MPL::Functionality>& aBef
     QStringList entries;
     for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
         EXPECT_EQ(entry.key(), entry->name);
-        entries << entry->name + QLatin1Char('=') + entry->state + QLatin1Char(':') +
-                       entry->options.join(QLatin1Char(','));
+        entries << entry->name + '=' + entry->state + ':' + entry->options.join(',');
     }
-    return entries.join(QLatin1Char(' '));
+    return entries.join(' ');
 }
 
 QString Functionalities(const QString& aMembers)
@@ -72,83 +70,82 @@ QString Functionalities(const QString& aMembers)
     return QStringLiteral("{\"available_functionalities\": %1}").arg(aMembers);
 }
 
-TEST_F(UtilitiesTest, FunctionalitiesTextIsReadWhateverItHolds)
+const struct {
+    const char* members;
+    const char* entries;
+} kTexts[] = {
+    {R"({"SEEK": {"functionality_state": "ENABLED", "options": ["b", "a"]}, "JUMP": {}})",
+     "JUMP=: SEEK=ENABLED:b,a"},
+    {R"({"A": {"functionality_state": "ENABLED", "options": ["x"]}, "A": {"functionality_state": "off"}})",
+     "A=off:"},
+    {R"([{"functionality_state": "first"}, {"options": ["last"]}])", "=:last"},
+    {R"({"A": {"FUNCTIONALITY_state": "s", "OPTIONS": ["o"], "other": {"options": ["no"]}}})", "A=s:o"},
+    {R"({"A": {"functionality_state": 5, "options": ["o", null, 7, ["x", []], {"y": 1}, "p"]}})",
+     "A=:o,,,,,p"},
+    {R"({"A": {"functionality_state": null, "options": "o"}, "B": "text", "C": null, "D": [1, [2]]})",
+     "A=: B=: C=: D=:"},
+    {"\"text\"", ""},
+    {"5", ""},
+    {"null", ""},
+    {"{}", ""},
+    {R"({"A": )", ""},
+    {"{\"\xC3\xA4\xE2\x82\xAC\": {\"functionality_state\": \"\xEF\xBB\xBFx\\n\"}}",
+     "\xC3\xA4\xE2\x82\xAC=\xEF\xBB\xBFx\n:"},
+};
+
+TEST_F(TestUtilities, ReadAFunctionalitiesTextWhateverItHolds)
 {
-    const struct {
-        const char* members;
-        const char* entries;
-    } cases[] = {
-        {R"({"SEEK": {"functionality_state": "ENABLED", "options": ["b", "a"]}, "JUMP": {}})",
-         "JUMP=: SEEK=ENABLED:b,a"},
-        {R"({"A": {"functionality_state": "ENABLED", "options": ["x"]}, "A": {"functionality_state": "off"}})",
-         "A=off:"},
-        {R"([{"functionality_state": "first"}, {"options": ["last"]}])", "=:last"},
-        {R"({"A": {"FUNCTIONALITY_state": "s", "OPTIONS": ["o"], "other": {"options": ["no"]}}})", "A=s:o"},
-        {R"({"A": {"functionality_state": 5, "options": ["o", null, 7, ["x", []], {"y": 1}, "p"]}})",
-         "A=:o,,,,,p"},
-        {R"({"A": {"functionality_state": null, "options": "o"}, "B": "text", "C": null, "D": [1, [2]]})",
-         "A=: B=: C=: D=:"},
-        {"\"text\"", ""},
-        {"5", ""},
-        {"null", ""},
-        {"{}", ""},
-        {R"({"A": )", ""},
-        {"{\"\xC3\xA4\xE2\x82\xAC\": {\"functionality_state\": \"\xEF\xBB\xBFx\\n\"}}",
-         "\xC3\xA4\xE2\x82\xAC=\xEF\xBB\xBFx\n:"},
-    };
-    for (const auto& testCase : cases) {
+    for (const auto& testCase : kTexts) {
         // QString::fromUtf8() would take a byte-order mark away only at the very beginning.
         EXPECT_EQ(Read(Functionalities(QString::fromUtf8(testCase.members))).toStdString(),
                   QString::fromUtf8(testCase.entries).toStdString())
             << testCase.members;
     }
-    const QMap<QString, MPL::Functionality> before{
-        {QStringLiteral("A"), {QStringLiteral("A"), QStringLiteral("old"), {QStringLiteral("o")}}},
-        {QStringLiteral("Z"), {QStringLiteral("Z"), QStringLiteral("kept"), {}}}};
-    EXPECT_EQ(Read(Functionalities(QStringLiteral(R"({"A": {"functionality_state": "new"}})")), before),
-              QStringLiteral("A=new: Z=kept:"));
-    for (const QString& text :
-         {QString(), QStringLiteral("{}"), QStringLiteral("[]"), QStringLiteral("nonsense"),
-          QStringLiteral("{\"Available\": {\"A\": {}}}"), Functionalities(QString(10000, QLatin1Char('['))),
-          Functionalities(QString(10000, QLatin1Char('[')) + QString(10000, QLatin1Char(']')))}) {
-        EXPECT_EQ(Read(text, before), QStringLiteral("A=old:o Z=kept:")) << qPrintable(text.left(60));
+}
+
+TEST_F(TestUtilities, KeepFunctionalitiesThatTheTextDoesNotReplace)
+{
+    const QMap<QString, MPL::Functionality> before{{"A", {"A", "old", {"o"}}}, {"Z", {"Z", "kept", {}}}};
+    EXPECT_EQ(Read(Functionalities(R"({"A": {"functionality_state": "new"}})"), before), "A=new: Z=kept:");
+    for (const QString& text : QStringList{QString(), "{}", "[]", "nonsense", R"({"Available": {"A": {}}})",
+                                           Functionalities(QString(10000, '[')),
+                                           Functionalities(QString(10000, '[') + QString(10000, ']'))}) {
+        EXPECT_EQ(Read(text, before), "A=old:o Z=kept:") << qPrintable(text.left(60));
     }
 }
 
-TEST_F(UtilitiesTest, LargeAndInvalidFunctionalitiesTextsAreSurvived)
+TEST_F(TestUtilities, SurviveLargeAndInvalidFunctionalitiesTexts)
 {
     QStringList options;
     for (int i = 0; i < 100000; ++i) {
         options << QStringLiteral("\"option %1\"").arg(i);
     }
     const QString large =
-        Functionalities(QStringLiteral("{\"A\": {\"options\": [%1]}}").arg(options.join(QLatin1Char(','))));
+        Functionalities(QStringLiteral("{\"A\": {\"options\": [%1]}}").arg(options.join(',')));
     ASSERT_GT(large.size(), 1000000);
-    EXPECT_TRUE(Read(large).endsWith(QStringLiteral(",option 99999")));
+    EXPECT_TRUE(Read(large).endsWith(",option 99999"));
 
     const QString loneSurrogate = QString(QChar(0xD800));
     EXPECT_TRUE(Read(Functionalities(QStringLiteral("{\"A%1\": {\"options\": [\"%1\"]}}").arg(loneSurrogate)))
-                    .startsWith(QLatin1Char('A')));
+                    .startsWith('A'));
 }
 
-TEST_F(UtilitiesTest, PlaybackClientReadsTheSameTextWithEnabledOnlyForTheExactWord)
+TEST_F(TestUtilities, ReadTheSameTextForThePlaybackClientWithEnabledOnlyForTheExactWord)
 {
-    QMap<QString, MPL::PlaybackClient::Functionality> map{
-        {QStringLiteral("Z"), {QStringLiteral("Z"), true, {}}}};
+    QMap<QString, MPL::PlaybackClient::Functionality> map{{"Z", {"Z", true, {}}}};
     MPL::PlaybackClient::GetAvailableFunctionMap(
-        Functionalities(QStringLiteral(
+        Functionalities(
             R"({"A": {"functionality_state": "ENABLED", "options": ["o", "p"]},)"
             R"("B": {"functionality_state": "enabled"}, "C": {"functionality_state": "DISABLED"},)"
             R"("D": {}, "E": {"functionality_state": ["ENABLED"]},)"
-            "\"F\": {\"functionality_state\": \"\uFEFFENABLED\"}}")),
+            "\"F\": {\"functionality_state\": \"\uFEFFENABLED\"}}"),
         map);
     QString enabled;
     for (const MPL::PlaybackClient::Functionality& entry : qAsConst(map)) {
-        enabled += entry.name + (entry.enabled ? QLatin1Char('+') : QLatin1Char('-'));
+        enabled += entry.name + (entry.enabled ? '+' : '-');
     }
-    EXPECT_EQ(enabled, QStringLiteral("A+B-C-D-E-F-Z+"));
-    EXPECT_EQ(map.value(QStringLiteral("A")).options,
-              QStringList({QStringLiteral("o"), QStringLiteral("p")}));
+    EXPECT_EQ(enabled, "A+B-C-D-E-F-Z+");
+    EXPECT_EQ(map.value("A").options, QStringList({"o", "p"}));
 }
 
 } // namespace

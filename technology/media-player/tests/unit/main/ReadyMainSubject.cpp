@@ -14,7 +14,7 @@ namespace
 {
 
 const bool kRedirected = [] {
-    MPL::Doubles::PrivateBus::Redirect(QStringLiteral("unix:path=/var/talvex/media-player/testDbus"),
+    MPL::Doubles::PrivateBus::Redirect("unix:path=/var/talvex/media-player/testDbus",
                                        QString::fromLocal8Bit(qgetenv("READY_MAIN_BUS")));
     return true;
 }();
@@ -24,7 +24,7 @@ TEST(Subject, Passes)
     EXPECT_TRUE(kRedirected);
     EXPECT_NE(QThread::currentThread(), QCoreApplication::instance()->thread());
     EXPECT_GT(QMetaType::type("QList<ServiceObject>"), 0);
-    std::printf("arguments: %s\n", qPrintable(QCoreApplication::arguments().mid(1).join(QLatin1Char(' '))));
+    std::printf("arguments: %s\n", qPrintable(QCoreApplication::arguments().mid(1).join(' ')));
     std::printf("bus: %s\n", qPrintable(MPL_TestEnvironment::GetDbusConnection().name()));
 }
 

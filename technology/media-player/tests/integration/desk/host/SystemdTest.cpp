@@ -19,11 +19,7 @@ using namespace std::chrono_literals;
 class Systemd : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        ClearNotes();
-        RequireLifecycleManager();
-    }
+    void SetUp() override { RequireLifecycleManager(); }
 
     static void Install(const char* aService, const QByteArray& aContent)
     {

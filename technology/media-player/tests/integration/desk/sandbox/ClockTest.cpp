@@ -4,7 +4,6 @@
 #include <QEventLoop>
 #include <QMutex>
 #include <QProcess>
-#include <QReadWriteLock>
 #include <QSemaphore>
 #include <QThread>
 #include <QTimer>
@@ -13,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <poll.h>
-#include <pthread.h>
 #include <semaphore.h>
 #include <sys/epoll.h>
 #include <sys/select.h>
@@ -39,6 +37,7 @@ constexpr int kWaitMs = 1000 * kSeconds;
 constexpr int kMachineLimitMs = kWaitMs / 2; // a tenth of that on a machine that is idle
 constexpr std::chrono::seconds kWaitTime(kSeconds);
 constexpr timespec kWait = {kSeconds, 0};
+constexpr timeval kWaitMicro = {kSeconds, 0};
 
 qint64 MachineMs()
 {
@@ -47,12 +46,13 @@ qint64 MachineMs()
     return now.tv_sec * 1000 + now.tv_nsec / 1000000;
 }
 
-timespec End(clockid_t aClock)
+/// The moment at which a wait that begins now is over.
+const timespec* End(clockid_t aClock)
 {
-    timespec end{};
-    clock_gettime(aClock, &end);
-    end.tv_sec += kWait.tv_sec;
-    return end;
+    static thread_local timespec s_End{};
+    clock_gettime(aClock, &s_End);
+    s_End.tv_sec += kWait.tv_sec;
+    return &s_End;
 }
 
 struct Wait {
@@ -82,22 +82,107 @@ void ExpectShort(const std::vector<Wait>& aWaits)
     }
 }
 
-void WaitForTimer(int aFlags, const itimerspec& aTime)
+void WaitInSelect()
+{
+    timeval limit = kWaitMicro;
+    select(0, nullptr, nullptr, nullptr, &limit);
+}
+
+void WaitInEpoll()
+{
+    epoll_event event{};
+    const int set = epoll_create1(EPOLL_CLOEXEC);
+    epoll_wait(set, &event, 1, kWaitMs);
+    close(set);
+}
+
+void WaitForTimer(int aFlags, const timespec& aTime)
 {
     const int timer = timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC);
-    timerfd_settime(timer, aFlags, &aTime, nullptr);
+    const itimerspec time = {{}, aTime};
+    timerfd_settime(timer, aFlags, &time, nullptr);
     quint64 expirations = 0;
     EXPECT_EQ(read(timer, &expirations, sizeof expirations), static_cast<ssize_t>(sizeof expirations));
     close(timer);
 }
 
+void WaitForSemaphore()
+{
+    sem_t semaphore{};
+    sem_init(&semaphore, 0, 0);
+    sem_timedwait(&semaphore, End(CLOCK_REALTIME));
+}
+
+void WaitForSignal()
+{
+    sigset_t none{};
+    sigemptyset(&none);
+    sigtimedwait(&none, nullptr, &kWait);
+}
+
+template <typename Wait>
+void WaitForCondition(Wait aWait)
+{
+    std::mutex mutex;
+    std::condition_variable condition;
+    std::unique_lock<std::mutex> lock(mutex);
+    aWait(condition, lock);
+}
+
 /// Waits for a lock that another thread holds.
 template <typename Lock, typename Try>
-void WaitForLocked(Lock& aLock, Try aTry)
+void WaitForLocked(Try aTry)
 {
-    aLock.lock();
-    std::thread([&] { EXPECT_FALSE(aTry(aLock)); }).join();
-    aLock.unlock();
+    Lock lock;
+    lock.lock();
+    std::thread([&] { EXPECT_FALSE(aTry(lock)); }).join();
+    lock.unlock();
+}
+
+void WaitForWaitCondition()
+{
+    QMutex mutex;
+    const QMutexLocker lock(&mutex);
+    QWaitCondition().wait(&mutex, kWaitMs);
+}
+
+void WaitForQTimer()
+{
+    QEventLoop loop;
+    QTimer::singleShot(kWaitMs, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void WaitForProcess()
+{
+    QProcess process;
+    process.start("sleep", {"1000"});
+    EXPECT_FALSE(process.waitForFinished(kWaitMs));
+    process.kill();
+    process.waitForFinished();
+}
+
+void WaitForAlarm()
+{
+    alarm(kSeconds);
+    pause();
+}
+
+void WaitForIntervalTimer()
+{
+    const itimerval timer = {{}, kWaitMicro};
+    setitimer(ITIMER_REAL, &timer, nullptr);
+    pause();
+}
+
+void WaitForPosixTimer()
+{
+    timer_t timer{};
+    const itimerspec time = {{}, kWait};
+    timer_create(CLOCK_MONOTONIC, nullptr, &timer);
+    timer_settime(timer, 0, &time, nullptr);
+    pause();
+    timer_delete(timer);
 }
 
 } // namespace
@@ -108,72 +193,31 @@ TEST(FasterClock, IsThatOfTheSystemsWaits)
         {"nanosleep", [] { nanosleep(&kWait, nullptr); }},
         {"clock_nanosleep", [] { clock_nanosleep(CLOCK_MONOTONIC, 0, &kWait, nullptr); }},
         {"clock_nanosleep until",
-         [] {
-             const timespec end = End(CLOCK_MONOTONIC);
-             clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr);
-         }},
+         [] { clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, End(CLOCK_MONOTONIC), nullptr); }},
         {"usleep", [] { usleep(kWaitMs * 1000); }},
         {"poll", [] { poll(nullptr, 0, kWaitMs); }},
         {"ppoll", [] { ppoll(nullptr, 0, &kWait, nullptr); }},
-        {"select",
-         [] {
-             timeval limit = {kWait.tv_sec, 0};
-             select(0, nullptr, nullptr, nullptr, &limit);
-         }},
-        {"epoll_wait",
-         [] {
-             epoll_event event{};
-             const int set = epoll_create1(EPOLL_CLOEXEC);
-             epoll_wait(set, &event, 1, kWaitMs);
-             close(set);
-         }},
-        {"timerfd",
-         [] {
-             WaitForTimer(0, {{}, kWait});
-         }},
-        {"timerfd until",
-         [] {
-             WaitForTimer(TFD_TIMER_ABSTIME, {{}, End(CLOCK_MONOTONIC)});
-         }},
-        {"sem_timedwait",
-         [] {
-             sem_t semaphore{};
-             sem_init(&semaphore, 0, 0);
-             const timespec end = End(CLOCK_REALTIME);
-             sem_timedwait(&semaphore, &end);
-         }},
-        {"sigtimedwait",
-         [] {
-             sigset_t none{};
-             sigemptyset(&none);
-             sigtimedwait(&none, nullptr, &kWait);
-         }},
+        {"select", WaitInSelect},
+        {"epoll_wait", WaitInEpoll},
+        {"timerfd", [] { WaitForTimer(0, kWait); }},
+        {"timerfd until", [] { WaitForTimer(TFD_TIMER_ABSTIME, *End(CLOCK_MONOTONIC)); }},
+        {"sem_timedwait", WaitForSemaphore},
+        {"sigtimedwait", WaitForSignal},
     });
 }
 
 TEST(FasterClock, IsThatOfCppsWaits)
 {
+    const auto untilTheEnd = [](auto& aCondition, auto& aLock) {
+        aCondition.wait_until(aLock, std::chrono::system_clock::now() + kWaitTime);
+    };
     ExpectShort({
         {"sleep_for", [] { std::this_thread::sleep_for(kWaitTime); }},
         {"condition variable",
-         [] {
-             std::mutex mutex;
-             std::condition_variable condition;
-             std::unique_lock<std::mutex> lock(mutex);
-             condition.wait_for(lock, kWaitTime);
-         }},
-        {"condition variable until",
-         [] {
-             std::mutex mutex;
-             std::condition_variable condition;
-             std::unique_lock<std::mutex> lock(mutex);
-             condition.wait_until(lock, std::chrono::system_clock::now() + kWaitTime);
-         }},
+         [] { WaitForCondition([](auto& aC, auto& aL) { aC.wait_for(aL, kWaitTime); }); }},
+        {"condition variable until", [&] { WaitForCondition(untilTheEnd); }},
         {"timed mutex",
-         [] {
-             std::timed_mutex mutex;
-             WaitForLocked(mutex, [](auto& aLock) { return aLock.try_lock_for(kWaitTime); });
-         }},
+         [] { WaitForLocked<std::timed_mutex>([](auto& aLock) { return aLock.try_lock_for(kWaitTime); }); }},
         {"future", [] { std::promise<void>().get_future().wait_for(kWaitTime); }},
     });
 }
@@ -182,53 +226,19 @@ TEST(FasterClock, IsThatOfQtsWaits)
 {
     ExpectShort({
         {"QThread::msleep", [] { QThread::msleep(kWaitMs); }},
-        {"QWaitCondition",
-         [] {
-             QMutex mutex;
-             const QMutexLocker lock(&mutex);
-             QWaitCondition().wait(&mutex, kWaitMs);
-         }},
+        {"QWaitCondition", WaitForWaitCondition},
         {"QSemaphore", [] { QSemaphore().tryAcquire(1, kWaitMs); }},
-        {"QMutex",
-         [] {
-             QMutex mutex;
-             WaitForLocked(mutex, [](auto& aLock) { return aLock.tryLock(kWaitMs); });
-         }},
-        {"QTimer",
-         [] {
-             QEventLoop loop;
-             QTimer::singleShot(kWaitMs, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-             loop.exec();
-         }},
-        {"QProcess",
-         [] {
-             QProcess process;
-             process.start("sleep", {"1000"});
-             EXPECT_FALSE(process.waitForFinished(kWaitMs));
-             process.kill();
-             process.waitForFinished();
-         }},
+        {"QMutex", [] { WaitForLocked<QMutex>([](QMutex& aLock) { return aLock.tryLock(kWaitMs); }); }},
+        {"QTimer", WaitForQTimer},
+        {"QProcess", WaitForProcess},
     });
 }
 
 TEST(FasterClock, IsThatOfAlarms)
 {
     std::signal(SIGALRM, [](int) {});
-    ExpectShort(Wait{"alarm", [] {
-                         alarm(kSeconds);
-                         pause();
-                     }});
-    ExpectShort(Wait{"interval timer", [] {
-                         const itimerval timer = {{}, {kSeconds, 0}};
-                         setitimer(ITIMER_REAL, &timer, nullptr);
-                         pause();
-                     }});
-    ExpectShort(Wait{"timer", [] {
-                         timer_t timer{};
-                         const itimerspec time = {{}, kWait};
-                         timer_create(CLOCK_MONOTONIC, nullptr, &timer);
-                         timer_settime(timer, 0, &time, nullptr);
-                         pause();
-                         timer_delete(timer);
-                     }});
+    for (const Wait& wait : {Wait{"alarm", WaitForAlarm}, Wait{"interval timer", WaitForIntervalTimer},
+                             Wait{"timer", WaitForPosixTimer}}) {
+        ExpectShort(wait);
+    }
 }

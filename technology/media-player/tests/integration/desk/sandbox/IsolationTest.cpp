@@ -19,63 +19,59 @@ TEST_F(Sandbox, EndsAsItsProgramDoes)
     }
 }
 
+const struct {
+    QStringList arguments;
+    int status;
+    const char* message;
+} kWrongs[] = {
+    {{}, 2, "no program to run"},
+    {{"--wrong", "--", "true"}, 2, "unknown option --wrong; see mpl-sandbox --help"},
+    {{"--stack"}, 2, "--stack needs the folder"},
+    {{"--record-bus=", "--", "true"}, 2, "--record-bus needs the file"},
+    {{"--stack", "/nonexistent", "--", "true"}, 125, "/nonexistent does not exist: build"},
+    {{"--stack", "/usr", "--", "true"}, 125, "has no programs (bin/media_manager is missing"},
+    {{"--record-bus", "/nonexistent/bus", "--", "true"}, 125, "can't be written to /nonexistent/bus"},
+    {{"--no-lifecycle-manager", "--", "/no-such-program"}, 127, "the program /no-such-program was not found"},
+    {{"--no-lifecycle-manager", "--", "/etc/passwd"},
+     126,
+     "the program /etc/passwd can't be run: Permission"},
+};
+
 TEST_F(Sandbox, SaysWhatIsWrongAndWhatToDo)
 {
-    QTemporaryDir empty;
-    QTemporaryDir refusing;
-    QTemporaryDir inChroot;
-    for (const auto& [folder, message] : {std::pair(&refusing, "No permissions to create new namespace"),
-                                          std::pair(&inChroot, "Failed to make / slave: Invalid argument")}) {
-        QFile bubblewrap(folder->filePath("bwrap"));
-        ASSERT_TRUE(bubblewrap.open(QIODevice::WriteOnly));
-        bubblewrap.write(QByteArray("#!/bin/sh\necho 'bwrap: ") + message + "' >&2\nexit 1\n");
-        bubblewrap.close();
-        bubblewrap.setPermissions(QFileDevice::Permissions(0x5755));
+    for (const auto& wrong : kWrongs) {
+        ExpectRefusal(wrong.arguments, wrong.status, wrong.message);
     }
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
 
-    struct Wrong {
-        QStringList arguments;
-        int status;
-        const char* message;
-        QString path = {};
-    };
-    const Wrong wrongs[] = {
-        {{}, 2, "no program to run"},
-        {{"--wrong", "--", "true"}, 2, "unknown option --wrong; see mpl-sandbox --help"},
-        {{"--stack"}, 2, "--stack needs the folder"},
-        {{"--record-bus=", "--", "true"}, 2, "--record-bus needs the file"},
-        {{"--stack", "/nonexistent", "--", "true"}, 125, "/nonexistent does not exist: build"},
-        {{"--stack", empty.path(), "--", "true"}, 125, "has no programs (bin/media_manager is missing"},
-        {{"--record-bus", "/nonexistent/bus.pcap", "--", "true"},
-         125,
-         "can't be written to /nonexistent/bus.pcap"},
-        {{"--no-lifecycle-manager", "--", "/no-such-program"},
-         127,
-         "the program /no-such-program was not found"},
-        {{"--no-lifecycle-manager", "--", "/etc/passwd"},
-         126,
-         "the program /etc/passwd can't be run: Permission"},
-        {{"--", "true"}, 125, "install the package bubblewrap", "/nonexistent"},
-        {{"--", "true"}, 125, "(bwrap: No permissions to create new namespace).", refusing.path()},
-        {{"--", "true"}, 125, "run 'mount --bind DIR DIR'", inChroot.path()},
-    };
-    for (const Wrong& wrong : wrongs) {
-        m_Environment.insert("PATH", wrong.path.isEmpty() ? qEnvironmentVariable("PATH") : wrong.path);
-        const Outcome outcome = Run(wrong.arguments);
-        EXPECT_EQ(outcome.status, wrong.status) << wrong.message;
-        EXPECT_NE(outcome.err.find(wrong.message), std::string::npos) << outcome.err;
-        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-    }
-    m_Command = QStringList{"bwrap", "--dev-bind", "/", "/", "--tmpfs", "/proc", MPL_SANDBOX_PROGRAM};
-    EXPECT_NE(Run({"--", "true"}).err.find("/proc is missing here"), std::string::npos);
+TEST_F(Sandbox, SaysWhatToDoWithoutAStack)
+{
     m_Environment.remove("MPL_STACK");
     m_Command = QStringList(m_OpenFolder.filePath("mpl-sandbox")); // away from the stack it came with
     ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, m_Command.first()));
-    const Outcome alone = Run({"--", "true"});
-    EXPECT_EQ(alone.status, 125);
-    EXPECT_NE(alone.err.find("install the package mpl-test-support-simulated-stack"), std::string::npos)
-        << alone.err;
-    EXPECT_EQ(SandboxGroups(), QStringList());
+    ExpectRefusal({"--", "true"}, 125, "install the package mpl-test-support-simulated-stack");
+}
+
+TEST_F(Sandbox, SaysWhatToDoWithoutBubblewrapOrWhenItRefuses)
+{
+    m_Environment.insert("PATH", "/nonexistent");
+    ExpectRefusal({"--", "true"}, 125, "install the package bubblewrap");
+    m_Environment.insert("PATH", m_OpenFolder.path());
+    const std::pair<const char*, const char*> refusals[] = {
+        {"No permissions to create new namespace", "(bwrap: No permissions to create new namespace)."},
+        {"Failed to make / slave: Invalid argument", "run 'mount --bind DIR DIR'"}};
+    for (const auto& [said, message] : refusals) {
+        WriteFile(m_OpenFolder.filePath("bwrap"),
+                  QByteArray("#!/bin/sh\necho 'bwrap: ") + said + "' >&2\nexit 1\n", kProgram);
+        ExpectRefusal({"--", "true"}, 125, message);
+    }
+}
+
+TEST_F(Sandbox, SaysThatItNeedsProc)
+{
+    m_Command = QStringList{"bwrap", "--dev-bind", "/", "/", "--tmpfs", "/proc", MPL_SANDBOX_PROGRAM};
+    EXPECT_NE(Run({"--", "true"}).err.find("/proc is missing here"), std::string::npos);
 }
 
 TEST_F(Sandbox, ShowsTheStackAndAnEmptyWorldAroundIt)
@@ -111,26 +107,25 @@ TEST_F(Sandbox, ChangesNothingOfTheMachine)
         EXPECT_FALSE(QFile::exists(place + name)) << qPrintable(place);
     }
     RunScript("echo broken > /opt/talvex/etc/mplConfig.json");
-    QFile config(StackFile("etc/mplConfig.json"));
-    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
-    EXPECT_EQ(config.readAll(), "{}");
+    EXPECT_EQ(ReadFile(StackFile("etc/mplConfig.json")), "{}");
 }
+
+constexpr const char* kMeetingScript = R"(mkdir /var/talvex/media-player/test /dev/shm/mpl-test || exit 1
+    user=$(id -u); echo $user
+    sleep 100$user & until_true grep -q sleep /proc/$!/comm
+    dbus-send --system --print-reply=literal --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId; echo
+    read until_both_are_up
+    for process in /proc/[0-9]*; do tr '\0' ' ' < $process/cmdline; echo; done | grep '^sleep 100')";
 
 // Neither sandboxes of one user nor those of two users.
 TEST_F(Sandbox, DoesNotMeetAnother)
 {
-    const QString script = R"(mkdir /var/talvex/media-player/test /dev/shm/mpl-test || exit 1
-        user=$(id -u); echo $user
-        sleep 100$user & until grep -q sleep /proc/$!/comm; do :; done
-        dbus-send --system --print-reply=literal --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId; echo
-        read until_both_are_up
-        for process in /proc/[0-9]*; do tr '\0' ' ' < $process/cmdline; echo; done | grep '^sleep 100')";
     for (const bool isOfTwoUsers : {false, true}) {
-        const auto first = StartScript(script, {"--no-lifecycle-manager"});
+        const auto first = StartScript(kMeetingScript, {"--no-lifecycle-manager"});
         if (isOfTwoUsers && getuid() == 0) {
             BecomeOrdinaryUser();
         }
-        const auto second = StartScript(script, {"--no-lifecycle-manager"});
+        const auto second = StartScript(kMeetingScript, {"--no-lifecycle-manager"});
         for (QProcess* process : {first.get(), second.get()}) {
             process->write("\n");
         }
@@ -146,29 +141,28 @@ TEST_F(Sandbox, DoesNotMeetAnother)
     }
 }
 
+constexpr const char* kRecordingScript = R"(
+    bus=unix:path=/var/talvex/media-player/testDbus
+    for daemon in First Second; do
+        dbus-daemon --config-file=/opt/talvex/etc/mpl-dbus.conf --nofork 2> $TMPDIR/$daemon &
+        until_true grep -q 'became a monitor' $TMPDIR/$daemon
+        dbus-send --bus=$bus --type=signal / com.example.On$daemon
+        until_true grep -q On$daemon $RECORD # a bus that ends may keep what it has not passed on
+        kill $!; wait $!
+    done
+    dbus-send --system --type=signal / com.example.OnSystem)";
+
 TEST_F(Sandbox, RecordsItsBusesThroughRestarts)
 {
     QTemporaryDir folder;
     m_Environment.insert("RECORD", folder.filePath("bus.pcap"));
     const Outcome outcome =
-        RunScript(R"(
-        bus=unix:path=/var/talvex/media-player/testDbus
-        for daemon in First Second; do
-            dbus-daemon --config-file=/opt/talvex/etc/mpl-dbus.conf --nofork 2> $TMPDIR/$daemon &
-            until grep -q 'became a monitor' $TMPDIR/$daemon; do :; done
-            dbus-send --bus=$bus --type=signal / com.example.On$daemon
-            until grep -q On$daemon $RECORD; do :; done # a bus that ends may keep what it has not passed on
-            kill $!; wait $!
-        done
-        dbus-send --system --type=signal / com.example.OnSystem)",
-                  {"--no-lifecycle-manager", "--record-bus", folder.filePath("bus.pcap")});
+        RunScript(kRecordingScript, {"--no-lifecycle-manager", "--record-bus", folder.filePath("bus.pcap")});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     const std::pair<const char*, QList<QByteArray>> records[] = {{"bus.pcap", {"OnFirst", "OnSecond"}},
                                                                  {"bus.system.pcap", {"OnSystem"}}};
     for (const auto& [name, words] : records) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-        const QByteArray bytes = file.readAll();
+        const QByteArray bytes = ReadFile(folder.filePath(name));
         EXPECT_EQ(bytes.left(4), QByteArray::fromHex("d4c3b2a1")) << name;
         for (const QByteArray& word : words) {
             EXPECT_EQ(bytes.count(word), 1) << name << word.constData();

@@ -39,7 +39,7 @@ TEST_F(SandboxLifecycleManager, IsOnTheBusBeforeTheProgramStarts)
     std::vector<std::unique_ptr<QProcess>> sandboxes;
     for (int count = 0; count < 8; ++count) {
         sandboxes.push_back(std::make_unique<QProcess>());
-        Start(*sandboxes.back(), {"--", "sh", "-c", script});
+        Start(*sandboxes.back(), ShellCommand(script));
     }
     for (const auto& sandbox : sandboxes) {
         const Outcome outcome = WaitForEnd(*sandbox);

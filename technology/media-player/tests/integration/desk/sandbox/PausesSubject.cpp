@@ -2,11 +2,11 @@
 // the length asked for, and after it "passed" with the length by the program's own clock, both in
 // milliseconds. What is waited for comes in a pause of a certain number, not at a certain time, so that the
 // pauses are the same on any machine.
+#include "WaitUntil.h"
 #include <MPL_ProcessInfo.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestUtils.h>
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -23,7 +23,7 @@
 namespace
 {
 
-const QString kService = QStringLiteral("com.example.Late");
+const QString kService = "com.example.Late";
 
 std::function<void()> s_InPause;
 
@@ -60,10 +60,8 @@ void EndStubbornProcess()
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.start("sh", {"-c", "trap '' TERM; exec " + program + " 1000"});
-    QElapsedTimer timer;
-    timer.start();
-    while (MPL_ProcessInfo::GetPidFromName("stubborn") < 0 && timer.elapsed() < 100000) {
-    }
+    const auto runs = [] { return MPL_ProcessInfo::GetPidFromName("stubborn") > 0; };
+    std::printf("runs %d\n", static_cast<int>(WaitUntil("it has its name", runs, 100000)));
     InPause(2, [&] {
         process.kill();
         process.waitForFinished();

@@ -1,7 +1,6 @@
 // The report of a run is there and true whatever becomes of the run.
 #include "SandboxRun.h"
 
-#include <QFile>
 #include <QXmlStreamReader>
 
 #include <csignal>
@@ -28,9 +27,7 @@ protected:
     /// "class.name element message" for each case, without the end of long messages. Fails when it is no XML.
     std::vector<std::string> Cases() const
     {
-        QFile file(m_Report);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(m_Report);
-        QXmlStreamReader xml(&file);
+        QXmlStreamReader xml(ReadFile(m_Report));
         std::vector<std::string> cases;
         while (!xml.atEnd()) {
             xml.readNext();
@@ -156,10 +153,7 @@ TEST_F(Report, OutlivesTheKillOfEverything)
         command.insert(2, "--");
         command.insert(2, MPL_SANDBOX_PROGRAM);
         process.start(MPL_JUNIT_PROGRAM, command);
-        QByteArray out;
-        while (!out.contains("hanging") && process.waitForReadyRead(30000)) {
-            out += process.readAllStandardOutput();
-        }
+        WaitForOutput(process, "hanging");
         process.kill();
         EXPECT_EQ(WaitForEnd(process).status, 128 + SIGKILL);
         EXPECT_TRUE(WaitForNoProcess()) << MarkedProcesses().front().arguments;

@@ -1,16 +1,16 @@
 #include "SandboxRun.h"
 
 #include "Require.h"
+#include "WaitUntil.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QThread>
 #include <QUuid>
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <csignal>
 
 namespace sandbox
@@ -21,13 +21,16 @@ namespace
 
 constexpr int kEndLimitMs = 60000;
 constexpr int kGoneLimitMs = 10000;
-const QString kMark = QStringLiteral("MPL_TEST_MARK");
+const QString kMark = "MPL_TEST_MARK";
 
-void WriteFile(const QString& aPath, const QByteArray& aText)
+} // namespace
+
+void WriteFile(const QString& aPath, const QByteArray& aText, int aPermissions)
 {
     QFile file(aPath);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(aPath);
     file.write(aText);
+    file.setPermissions(QFileDevice::Permissions(aPermissions));
 }
 
 QByteArray ReadFile(const QString& aPath)
@@ -36,7 +39,13 @@ QByteArray ReadFile(const QString& aPath)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-} // namespace
+QStringList Sandbox::ShellCommand(const QString& aScript)
+{
+    const char* const waitForIt =
+        "until_true() { for i in $(seq 3000); do \"$@\" && return; sleep 0.02; done; "
+        "echo \"waited in vain for: $*\" >&2; exit 1; }\n";
+    return {"--", "sh", "-c", waitForIt + aScript};
+}
 
 Sandbox::Sandbox() : m_Environment(QProcessEnvironment::systemEnvironment())
 {
@@ -49,9 +58,7 @@ void Sandbox::SetUp()
     umask(022); // every user reads the stack
     const QDir stack(m_Stack.path());
     ASSERT_TRUE(stack.mkpath("bin") && stack.mkpath("etc/systemd"));
-    const QString manager = StackFile("bin/media_manager");
-    WriteFile(manager, "#!/bin/sh\nexec sleep 1000\n");
-    ASSERT_TRUE(QFile::setPermissions(manager, QFileDevice::Permissions(0x5755)));
+    WriteFile(StackFile("bin/media_manager"), "#!/bin/sh\nexec sleep 1000\n", kProgram);
     ASSERT_TRUE(QFile::setPermissions(m_Stack.path(), QFileDevice::Permissions(0x7755)));
     WriteFile(StackFile("etc/mplConfig.json"), "{}");
     WriteFile(
@@ -76,7 +83,7 @@ void Sandbox::BecomeOrdinaryUser()
 {
     const QString program = m_OpenFolder.filePath("mpl-sandbox");
     ASSERT_TRUE(QFile::copy(MPL_SANDBOX_PROGRAM, program));
-    ASSERT_TRUE(QFile::setPermissions(program, QFileDevice::Permissions(0x5755)));
+    ASSERT_TRUE(QFile::setPermissions(program, QFileDevice::Permissions(kProgram)));
     ASSERT_TRUE(QFile::setPermissions(m_OpenFolder.path(), QFileDevice::Permissions(0x7755)));
     m_Command = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", program};
     m_WorkingFolder = m_OpenFolder.path();
@@ -89,9 +96,17 @@ Outcome Sandbox::Run(const QStringList& aArguments)
     return WaitForEnd(process);
 }
 
+void Sandbox::ExpectRefusal(const QStringList& aArguments, int aStatus, const char* aMessage)
+{
+    const Outcome outcome = Run(aArguments);
+    EXPECT_EQ(outcome.status, aStatus) << aMessage;
+    EXPECT_NE(outcome.err.find(aMessage), std::string::npos) << outcome.err;
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+}
+
 Outcome Sandbox::RunScript(const QString& aScript, const QStringList& aOptions)
 {
-    return Run(aOptions + QStringList{"--", "sh", "-c", aScript});
+    return Run(aOptions + ShellCommand(aScript));
 }
 
 void Sandbox::RequireLifecycleManager()
@@ -103,14 +118,8 @@ void Sandbox::RequireLifecycleManager()
 std::unique_ptr<QProcess> Sandbox::StartScript(const QString& aScript, const QStringList& aOptions)
 {
     auto process = std::make_unique<QProcess>();
-    Start(*process, aOptions + QStringList{"--", "sh", "-c", aScript});
-    QElapsedTimer timer;
-    timer.start();
-    while (!process->canReadLine() && process->state() != QProcess::NotRunning &&
-           timer.elapsed() < kEndLimitMs) {
-        process->waitForReadyRead(1000);
-    }
-    EXPECT_TRUE(process->canReadLine()) << process->readAllStandardError().toStdString();
+    Start(*process, aOptions + ShellCommand(aScript));
+    WaitForOutput(*process, "\n");
     return process;
 }
 
@@ -141,14 +150,21 @@ std::vector<ProcessEntry> Sandbox::MarkedProcesses() const
     return found;
 }
 
-bool Sandbox::WaitForNoProcess() const
+void Sandbox::WaitForOutput(QProcess& aProcess, const QByteArray& aPiece)
 {
-    QElapsedTimer timer;
-    timer.start();
-    while (!MarkedProcesses().empty() && timer.elapsed() < kGoneLimitMs) {
-        QThread::msleep(5);
-    }
-    return MarkedProcesses().empty();
+    const auto isThere = [&] { return aProcess.peek(aProcess.bytesAvailable()).contains(aPiece); };
+    const auto isOver = [&] {
+        aProcess.waitForReadyRead(10);
+        return isThere() || aProcess.state() == QProcess::NotRunning;
+    };
+    EXPECT_TRUE(WaitUntil("the program has printed what it should, or has ended", isOver, kEndLimitMs));
+    EXPECT_TRUE(isThere()) << aProcess.readAllStandardError().toStdString();
+}
+
+testing::AssertionResult Sandbox::WaitForNoProcess() const
+{
+    return WaitUntil(
+        "no process of the case runs", [this] { return MarkedProcesses().empty(); }, kGoneLimitMs);
 }
 
 QStringList Sandbox::SandboxGroups() const

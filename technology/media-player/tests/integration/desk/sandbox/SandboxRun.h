@@ -29,6 +29,12 @@ struct ProcessEntry {
     std::string arguments;
 };
 
+constexpr int kProgram = 0x5755; ///< permissions of a file that everybody may run
+
+void WriteFile(const QString& aPath, const QByteArray& aText, int aPermissions = 0x6644);
+/// What is in the file; nothing when it can't be read.
+QByteArray ReadFile(const QString& aPath);
+
 /// Test cases that start sandboxes. Every process of a case carries a mark in its environment, so that what
 /// is left of it can be found.
 class Sandbox : public testing::Test
@@ -39,6 +45,13 @@ protected:
 
     /// Runs mpl-sandbox with these arguments to its end.
     Outcome Run(const QStringList& aArguments);
+
+    /// The arguments that run a shell script in a sandbox. In it `until_true command` waits a minute at most,
+    /// by the sandbox's clock, until the command succeeds, and else ends the script.
+    static QStringList ShellCommand(const QString& aScript);
+
+    /// Runs mpl-sandbox, which must end with this status and say one line with this message.
+    void ExpectRefusal(const QStringList& aArguments, int aStatus, const char* aMessage);
 
     /// Runs a shell script in a sandbox.
     Outcome RunScript(const QString& aScript, const QStringList& aOptions = {"--no-lifecycle-manager"});
@@ -57,8 +70,11 @@ protected:
     /// Starts mpl-sandbox without waiting for anything.
     void Start(QProcess& aProcess, const QStringList& aArguments);
 
-    /// Waits until no marked process is left, at most ten seconds; true when so.
-    bool WaitForNoProcess() const;
+    /// Waits until the program has printed these bytes.
+    static void WaitForOutput(QProcess& aProcess, const QByteArray& aPiece);
+
+    /// Waits until no marked process is left, at most ten seconds.
+    testing::AssertionResult WaitForNoProcess() const;
 
     /// The control groups that this case's sandboxes have; none once they have ended.
     QStringList SandboxGroups() const;

@@ -25,21 +25,6 @@ namespace
 constexpr int kSpeed = 20;
 constexpr long long kSecond = 1000000000;
 
-void WriteProgram(const QString& aPath, const QByteArray& aBytes)
-{
-    QFile program(aPath);
-    ASSERT_TRUE(program.open(QIODevice::WriteOnly | QIODevice::Truncate)) << qPrintable(aPath);
-    program.write(aBytes);
-    program.setPermissions(QFileDevice::Permissions(0x5755));
-}
-
-QByteArray ReadAll(const QString& aPath)
-{
-    QFile file(aPath);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(aPath);
-    return file.readAll();
-}
-
 std::vector<long long> Numbers(const std::string& aText)
 {
     std::istringstream text(aText);
@@ -53,7 +38,7 @@ struct RecordedMessage {
 
 std::vector<RecordedMessage> ReadRecord(const QString& aFile)
 {
-    const QByteArray bytes = ReadAll(aFile);
+    const QByteArray bytes = ReadFile(aFile);
     const auto number = [&](int aOffset) { return qFromLittleEndian<qint32>(bytes.constData() + aOffset); };
     std::vector<RecordedMessage> messages;
     for (int begin = 24; begin + 16 < bytes.size(); begin += 16 + number(begin + 8)) {
@@ -73,8 +58,9 @@ protected:
         m_Environment.remove("MPL_SANDBOX_SPEED");
         // The time on the sandbox's clock between two readings of the machine's, by which a program without
         // the preloaded library lives. In nanoseconds.
-        WriteProgram(StackFile("bin/read_clock"), R"(#!/bin/sh
-            echo $(env -u LD_PRELOAD date +%s%N) $(date +%s%N) $(env -u LD_PRELOAD date +%s%N))");
+        WriteFile(StackFile("bin/read_clock"), R"(#!/bin/sh
+            echo $(env -u LD_PRELOAD date +%s%N) $(date +%s%N) $(env -u LD_PRELOAD date +%s%N))",
+                  kProgram);
     }
 
     Outcome RunFast(const QString& aScript, const QStringList& aOptions = {"--no-lifecycle-manager"})
@@ -85,18 +71,10 @@ protected:
     /// A copy of a program of this machine, with some of its bytes changed.
     QString MakeProgram(const std::function<void(QByteArray&)>& aChange) const
     {
-        QByteArray bytes = ReadAll("/bin/sleep");
+        QByteArray bytes = ReadFile("/bin/sleep");
         aChange(bytes);
-        WriteProgram(m_OpenFolder.filePath("program"), bytes);
+        WriteFile(m_OpenFolder.filePath("program"), bytes, kProgram);
         return m_OpenFolder.filePath("program");
-    }
-
-    void ExpectRefusal(const QStringList& aArguments, int aStatus, const char* aMessage)
-    {
-        const Outcome outcome = Run(aArguments);
-        EXPECT_EQ(outcome.status, aStatus) << aMessage;
-        EXPECT_NE(outcome.err.find(aMessage), std::string::npos) << outcome.err;
-        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
     }
 
     /// The text is the moment at which the clock started and that many readings.
@@ -152,7 +130,7 @@ TEST_F(Speed, IsRefusedForProgramsThatWouldNotHaveIt)
         refuse(program, "has privileges of its own");
     }
     const QString script = m_OpenFolder.filePath("script");
-    WriteProgram(script, "#!/sbin/ldconfig\n");
+    WriteFile(script, "#!/sbin/ldconfig\n", kProgram);
     refuse(script, "is statically linked");
 }
 
@@ -198,13 +176,14 @@ TEST_F(Speed, IsThatOfServicesButNotOfTheSandboxItself)
     if (IsSkipped() || HasFailure()) {
         return;
     }
-    WriteProgram(StackFile("bin/media_manager"),
-                 "#!/bin/sh\ncd /var/talvex; /opt/talvex/bin/read_clock > new; "
-                 "mv new clock; exec sleep 1000\n");
+    WriteFile(StackFile("bin/media_manager"),
+              "#!/bin/sh\ncd /var/talvex; /opt/talvex/bin/read_clock > new; "
+              "mv new clock; exec sleep 1000\n",
+              kProgram);
     const Outcome outcome = RunFast(R"(
         echo $MPL_SANDBOX_CLOCK_START
         systemctl --user start media-manager || exit 1
-        until test -e /var/talvex/clock; do :; done; cat /var/talvex/clock
+        until_true test -e /var/talvex/clock; cat /var/talvex/clock
         for program in mpl-sandbox systemd dbus-daemon; do
             cat /proc/$(ps -o pid= -C $program | tr -d ' ')/maps | grep faketime
         done)",

@@ -1,39 +1,18 @@
 // The simulated media manager and the sources it finds.
+#include "FakeService.h"
 #include "StackFixture.h"
-#include <MPL_MediaManagerProxy.h>
 #include <MPL_MediaSourceFactorySimulationProxy.h>
 #include <MPL_MediaSourceProxy.h>
-#include <MPL_ServiceNames.h>
 #include <MPL_TestEnvironmentNames.h>
 
-#include <QDBusVirtualObject>
 #include <QElapsedTimer>
-#include <QSignalSpy>
-#include <QTest>
 
 using Simulation = ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface;
 using Source = ComTalvexDBusMediaPlayerMediaSourceInterface;
 
-namespace
-{
+using SimulatedManager = StackFixture;
 
-// A service whose objects never answer.
-class Mute : public QDBusVirtualObject
-{
-public:
-    QString introspect(const QString& /*path*/) const override { return QString(); }
-    bool handleMessage(const QDBusMessage& aMessage, const QDBusConnection& /*connection*/) override
-    {
-        aMessage.setDelayedReply(true);
-        return true;
-    }
-};
-
-} // namespace
-
-using ManagerTest = StackTest;
-
-TEST_F(ManagerTest, ListsWhatIsOnTheBusBeforeTheQuestion)
+TEST_F(SimulatedManager, ListsWhatIsOnTheBusBeforeTheQuestion)
 {
     StartTestSource();
     StartManager();
@@ -42,59 +21,57 @@ TEST_F(ManagerTest, ListsWhatIsOnTheBusBeforeTheQuestion)
     EXPECT_EQ(Available().size(), 4) << "came later";
 
     Simulation simulation(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME,
-                          QStringLiteral("/com/talvex/DBus/Examples/MediaSourceTest/Simulation"), m_Bus);
-    const QString name = QStringLiteral("Stick");
-    const QString id = QStringLiteral("#1/\u00e4");
-    EXPECT_TRUE(QDBusReply<void>(simulation.AddMassStorageDevice(name, id)).isValid());
-    EXPECT_FALSE(QDBusReply<void>(simulation.AddMassStorageDevice(name, id)).isValid());
+                          "/com/talvex/DBus/Examples/MediaSourceTest/Simulation", m_Bus);
+    const QString name = "Stick";
+    const QString id = "#1/ä";
+    EXPECT_TRUE(Succeeds(simulation.AddMassStorageDevice(name, id)));
+    EXPECT_FALSE(Succeeds(simulation.AddMassStorageDevice(name, id)));
     ASSERT_EQ(Available().size(), 5);
     Source source(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, Available().last().GetPathString(), m_Bus);
-    EXPECT_EQ(QDBusReply<QString>(source.GetDeviceId()).value(), id);
-    EXPECT_TRUE(QDBusReply<void>(simulation.RemoveMassStorageDevice(name, id)).isValid());
-    EXPECT_FALSE(QDBusReply<void>(simulation.RemoveMassStorageDevice(name, id)).isValid());
+    EXPECT_EQ(Value(source.GetDeviceId()), id);
+    EXPECT_TRUE(Succeeds(simulation.RemoveMassStorageDevice(name, id)));
+    EXPECT_FALSE(Succeeds(simulation.RemoveMassStorageDevice(name, id)));
     EXPECT_EQ(Available().size(), 4);
 }
 
-TEST_F(ManagerTest, SignalsSourcesThatComeAndGoAndTheActiveOne)
+TEST_F(SimulatedManager, SignalsSourcesThatComeAndGoAndTheActiveOne)
 {
     StartManager();
     QSignalSpy added(&Manager(), &ManagerProxy::MediaSourceAdded);
     QSignalSpy removed(&Manager(), &ManagerProxy::MediaSourceRemoved);
     QSignalSpy changed(&Manager(), &ManagerProxy::ActiveMediaSourceChanged);
     QProcess& massStorage = StartMassStorage();
-    EXPECT_TRUE(added.count() == 1 || added.wait());
+    EXPECT_TRUE(IsSignalled(added));
     MPL::ServiceObject unknown = MassStorage();
-    unknown.objectPath = QDBusObjectPath(QStringLiteral("/1"));
+    unknown.objectPath = QDBusObjectPath("/1");
     EXPECT_FALSE(Activate(unknown));
     EXPECT_TRUE(Activate(MassStorage()));
     EXPECT_TRUE(Activate(MassStorage()));
     EXPECT_EQ(Active(), MassStorage().GetPathString());
     Stop(massStorage);
-    EXPECT_TRUE(QTest::qWaitFor([&changed] { return changed.count() == 2; }));
-    EXPECT_EQ(Active(), QString());
-    const QList<QVariant> source{MassStorage().serviceName, MassStorage().GetPathString()};
-    EXPECT_EQ(added, QList<QList<QVariant>>{source});
-    EXPECT_EQ(removed, QList<QList<QVariant>>{source});
-    EXPECT_EQ(changed, (QList<QList<QVariant>>{source, {QString(), QString()}}));
+    EXPECT_TRUE(IsSignalled(changed, 2));
+    EXPECT_EQ(Active(), "");
+    const QVariantList source{MassStorage().serviceName, MassStorage().GetPathString()};
+    EXPECT_EQ(added, QList<QVariantList>{source});
+    EXPECT_EQ(removed, QList<QVariantList>{source});
+    EXPECT_EQ(changed, (QList<QVariantList>{source, {QString(), QString()}}));
 }
 
-TEST_F(ManagerTest, TellsTheSourceThatItIsActiveUntilTheManagerIsGone)
+TEST_F(SimulatedManager, TellsTheSourceThatItIsActiveUntilTheManagerIsGone)
 {
     QProcess& manager = StartManager();
     StartMassStorage();
     Source source(MassStorage().serviceName, MassStorage().GetPathString(), m_Bus);
     QSignalSpy status(&source, &Source::SignalStatusChanged);
     EXPECT_TRUE(Activate(MassStorage()));
-    EXPECT_TRUE(status.wait());
-    EXPECT_EQ(status.takeFirst().value(0).toString(),
-              QStringLiteral("active_state=ACTIVE;source_state=READY"));
+    EXPECT_TRUE(IsSignalled(status));
     Stop(manager);
-    EXPECT_TRUE(status.wait());
-    EXPECT_EQ(status.takeFirst().value(0).toString(),
-              QStringLiteral("active_state=INACTIVE;source_state=READY"));
+    EXPECT_TRUE(IsSignalled(status, 2));
+    EXPECT_EQ(status, (QList<QVariantList>{{"active_state=ACTIVE;source_state=READY"},
+                                           {"active_state=INACTIVE;source_state=READY"}}));
 }
 
-TEST_F(ManagerTest, ResumesAfterAKillASourceThatComesLater)
+TEST_F(SimulatedManager, ResumesAfterAKillASourceThatComesLater)
 {
     QProcess& manager = StartManager(kDatabase);
     QProcess& massStorage = StartMassStorage();
@@ -105,14 +82,14 @@ TEST_F(ManagerTest, ResumesAfterAKillASourceThatComesLater)
 
     StartManager(kDatabase);
     Available();
-    EXPECT_EQ(Active(), QString()) << "the source is not there yet";
+    EXPECT_EQ(Active(), "") << "the source is not there yet";
     StartMassStorage();
-    EXPECT_TRUE(BecomesActive(MassStorage().GetPathString()));
+    EXPECT_TRUE(WaitUntil("it is active", [this] { return Active() == MassStorage().GetPathString(); }));
 }
 
-TEST_F(ManagerTest, GoesOnWithoutADatabaseItCanNotUse)
+TEST_F(SimulatedManager, GoesOnWithoutADatabaseItCanNotUse)
 {
-    QProcess& manager = StartManager({QStringLiteral("DB=/proc/none/db")});
+    QProcess& manager = StartManager({"DB=/proc/none/db"});
     StartMassStorage();
     EXPECT_TRUE(Activate(MassStorage()));
     EXPECT_EQ(Active(), MassStorage().GetPathString());
@@ -120,18 +97,14 @@ TEST_F(ManagerTest, GoesOnWithoutADatabaseItCanNotUse)
     EXPECT_TRUE(manager.readAllStandardError().contains("active_source can't be stored"));
 }
 
-TEST_F(ManagerTest, ASourceThatNeverAnswersHoldsTheOthersUpForABoundedTime)
+TEST_F(SimulatedManager, WaitsABoundedTimeForASourceThatNeverAnswers)
 {
     StartManager();
-    Mute mute;
-    QDBusConnection other = QDBusConnection::connectToBus(
-        QStringLiteral("unix:path=/var/talvex/media-player/testDbus"), QStringLiteral("mute"));
-    ASSERT_TRUE(other.registerVirtualObject(QStringLiteral("/"), &mute, QDBusConnection::SubPath));
-    ASSERT_TRUE(other.registerService(QStringLiteral("com.talvex.DBus.MediaPlayer.MediaSource.Mute")));
+    const MPL::Doubles::FakeService mute(kBus, "com.talvex.DBus.MediaPlayer.MediaSource.Mute",
+                                         [](const QDBusMessage&, QDBusConnection&) {});
     StartMassStorage();
     QElapsedTimer time;
     time.start();
     EXPECT_EQ(Available().size(), 1);
     EXPECT_LT(time.elapsed(), 4000);
-    QDBusConnection::disconnectFromBus(other.name());
 }

@@ -8,10 +8,6 @@
 #include <MPL_PlaybackControlProxy.h>
 #include <MPL_TestEnvironmentNames.h>
 
-#include <QDBusReply>
-#include <QSignalSpy>
-#include <QTest>
-
 using Control = ComTalvexDBusMediaPlayerPlaybackControlInterface;
 using Queue = ComTalvexDBusMediaPlayerPlayQueueInterface;
 using Simulation = ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface;
@@ -20,42 +16,35 @@ using Source = ComTalvexDBusMediaPlayerMediaSourceInterface;
 namespace
 {
 
-const QString kTestSourcePath = QStringLiteral("/com/talvex/DBus/Examples/MediaSourceTest/Device_00000001");
-const QString kSimulationPath = QStringLiteral("/com/talvex/DBus/Examples/MediaSourceTest/Simulation");
-
-template <class Reply>
-bool Succeeds(Reply aReply)
-{
-    aReply.waitForFinished();
-    return !aReply.isError();
-}
+const QString kTestSourcePath = "/com/talvex/DBus/Examples/MediaSourceTest/Device_00000001";
+const QString kSimulationPath = "/com/talvex/DBus/Examples/MediaSourceTest/Simulation";
 
 } // namespace
 
-using SourcesTest = StackTest;
+using SimulatedSources = StackFixture;
 
-TEST_F(SourcesTest, TheTestSourceOffersTheCapabilitiesOfItsOption)
+TEST_F(SimulatedSources, OfTheTestOfferTheCapabilitiesOfTheirOption)
 {
-    QProcess& process = StartTestSource({QStringLiteral("18"), QStringLiteral("-default_playqueue")});
+    QProcess& process = StartTestSource({"18", "-default_playqueue"});
     Source source(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, kTestSourcePath, m_Bus);
-    EXPECT_EQ(QDBusReply<QStringList>(source.GetCapabilities()).value(),
+    EXPECT_EQ(Value(source.GetCapabilities()),
               (QStringList{MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL, MPL::MPL_FUNCTIONALITY_PLAYQUEUE}));
     EXPECT_FALSE(Succeeds(source.GetCapability(MPL::MPL_FUNCTIONALITY_BROWSE)));
-    const auto path = QDBusReply<QDBusObjectPath>(source.GetCapability(MPL::MPL_FUNCTIONALITY_PLAYQUEUE));
-    Queue queue(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, path.value().path(), m_Bus);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QDBusReply<uint>(queue.GetNumberOfTracks()).value() > 2; }));
+    const QDBusObjectPath path = Value(source.GetCapability(MPL::MPL_FUNCTIONALITY_PLAYQUEUE));
+    Queue queue(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, path.path(), m_Bus);
+    EXPECT_TRUE(WaitUntil("the queue is filled", [&] { return Value(queue.GetNumberOfTracks()) > 2; }));
 
     Simulation simulation(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, kSimulationPath, m_Bus);
     EXPECT_TRUE(Succeeds(simulation.ChangePlayQueue(2)));
-    EXPECT_EQ(QDBusReply<uint>(queue.GetCurrentTrackIndex()).value(), 2U);
+    EXPECT_EQ(Value(queue.GetCurrentTrackIndex()), 2U);
     EXPECT_FALSE(Succeeds(simulation.ChangePlayQueue(1000)));
     Stop(process);
 
-    StartTestSource({QStringLiteral("0")});
-    EXPECT_TRUE(QDBusReply<QStringList>(source.GetCapabilities()).value().isEmpty());
+    StartTestSource({"0"});
+    EXPECT_TRUE(Value(source.GetCapabilities()).isEmpty());
 }
 
-TEST_F(SourcesTest, TheSimulationDrivesThePresetOfTheFirstSource)
+TEST_F(SimulatedSources, OfTheTestHaveOnePresetThatTheSimulationDrives)
 {
     StartTestSource();
     Source source(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, kTestSourcePath, m_Bus);
@@ -64,25 +53,25 @@ TEST_F(SourcesTest, TheSimulationDrivesThePresetOfTheFirstSource)
     QSignalSpy updated(&source, &Source::SignalUpdatePresetContext);
     QSignalSpy activated(&source, &Source::SignalPresetActivated);
     EXPECT_TRUE(Succeeds(simulation.PublishPresetData()));
-    EXPECT_TRUE(Succeeds(simulation.UpdatePresetStateData(QStringLiteral("one"), QStringLiteral("x"))));
-    EXPECT_TRUE(Succeeds(simulation.UpdatePresetStateData(QStringLiteral("two"), QStringLiteral("y"))));
-    EXPECT_TRUE(Succeeds(simulation.UpdatePresetSecondaryData(QStringLiteral("z"))));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return updated.count() == 3; }));
+    EXPECT_TRUE(Succeeds(simulation.UpdatePresetStateData("one", "x")));
+    EXPECT_TRUE(Succeeds(simulation.UpdatePresetStateData("two", "y")));
+    EXPECT_TRUE(Succeeds(simulation.UpdatePresetSecondaryData("z")));
+    ASSERT_TRUE(IsSignalled(updated, 3));
     EXPECT_EQ(published.count(), 1);
     EXPECT_EQ(published.value(0).value(0).toString(), kTestSourcePath);
-    EXPECT_EQ(updated.at(1).at(1).toString(), QStringLiteral("one")) << "the state before the second update";
-    const auto preset = QDBusReply<QMap<QString, QString>>(source.GetPresetContext()).value();
-    EXPECT_EQ(preset.value(QStringLiteral("state_data")), QStringLiteral("two"));
-    EXPECT_EQ(preset.value(QStringLiteral("secondary_data")), QStringLiteral("z"));
+    EXPECT_EQ(updated.at(1).at(1).toString(), "one") << "the state before the second update";
+    const auto preset = Value(source.GetPresetContext());
+    EXPECT_EQ(preset.value("state_data"), "two");
+    EXPECT_EQ(preset.value("secondary_data"), "z");
 
-    EXPECT_EQ(QDBusReply<uint>(source.ActivatePreset({})).value(), 1U);
-    EXPECT_EQ(QDBusReply<uint>(source.ActivatePreset(preset)).value(), 0U);
-    EXPECT_TRUE(activated.count() == 1 || activated.wait());
+    EXPECT_EQ(Value(source.ActivatePreset({})), 1U);
+    EXPECT_EQ(Value(source.ActivatePreset(preset)), 0U);
+    EXPECT_TRUE(IsSignalled(activated));
 }
 
-TEST_F(SourcesTest, PandoraIsReadyOnlyWithAnAccount)
+TEST_F(SimulatedSources, OfPandoraAreReadyOnlyWithAnAccount)
 {
-    QFile login(QStringLiteral("/var/talvex/media-player/login.json"));
+    QFile login("/var/talvex/media-player/login.json");
     ASSERT_TRUE(login.open(QIODevice::WriteOnly));
     login.write(R"({"config": {"pandora": {"login_config": {"user_name": "a", "password": "b"}}}})");
     login.close();
@@ -91,31 +80,27 @@ TEST_F(SourcesTest, PandoraIsReadyOnlyWithAnAccount)
         {{"unitTest", "/none"}, "source_state=ERROR;error_type=INITIALIZATION_FAILED"},
         {{"unitTest", login.fileName()}, "source_state=READY"}};
     for (const auto& [arguments, status] : cases) {
-        QProcess& process =
-            StartService(QStringLiteral("media_source_pandora"), MPL::MPL_PANDORA_SERVICE_NAME, arguments);
-        Source source(MPL::MPL_PANDORA_SERVICE_NAME,
-                      QStringLiteral("/com/talvex/DBus/MediaPlayer/MediaSource/Pandora/1"), m_Bus);
-        EXPECT_EQ(QDBusReply<QString>(source.GetMediaSourceStatus()).value(),
-                  QStringLiteral("active_state=INACTIVE;") + QLatin1String(status));
+        QProcess& process = StartService("media_source_pandora", MPL::MPL_PANDORA_SERVICE_NAME, arguments);
+        Source source(MPL::MPL_PANDORA_SERVICE_NAME, "/com/talvex/DBus/MediaPlayer/MediaSource/Pandora/1",
+                      m_Bus);
+        EXPECT_EQ(Value(source.GetMediaSourceStatus()), "active_state=INACTIVE;" + QLatin1String(status));
         Stop(process);
     }
     login.remove();
 }
 
 // The catalogue of the test source plays; the manager remembers that it did.
-TEST_F(SourcesTest, PlaybackGoesOnWhenTheManagerResumesTheSource)
+TEST_F(SimulatedSources, PlayOnWhenTheManagerResumesThem)
 {
     QProcess& manager = StartManager(kDatabase);
-    StartTestSource({QStringLiteral("31"), QStringLiteral("-default_playqueue")});
+    StartTestSource({"31", "-default_playqueue"});
     Control control(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME,
                     kTestSourcePath + MPL::MPL_OBJECT_PATH_SUFFIX_PLAYBACKCONTROL, m_Bus);
-    const auto plays = [&control] {
-        return QDBusReply<QString>(control.GetPlayState()).value() == MPL::MPL_PLAY_STATE_PLAYING;
-    };
+    const auto plays = [&control] { return Value(control.GetPlayState()) == MPL::MPL_PLAY_STATE_PLAYING; };
     const MPL::ServiceObject source{MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, QDBusObjectPath(kTestSourcePath)};
     EXPECT_TRUE(Activate(source));
-    EXPECT_TRUE(QTest::qWaitFor([&control] { return QDBusReply<bool>(control.Resume()).value(); }));
-    EXPECT_TRUE(QTest::qWaitFor([] {
+    EXPECT_TRUE(WaitUntil("there is something to play", [&control] { return Value(control.Resume()); }));
+    EXPECT_TRUE(WaitUntil("the manager has stored that it plays", [] {
         MPL::Detail::StateStore store;
         QString state;
         QString error;
@@ -124,7 +109,7 @@ TEST_F(SourcesTest, PlaybackGoesOnWhenTheManagerResumesTheSource)
                state == MPL::MPL_PLAY_STATE_PLAYING;
     }));
     Stop(manager);
-    EXPECT_TRUE(QTest::qWaitFor([&plays] { return !plays(); }));
+    EXPECT_TRUE(WaitUntil("it stops with the manager", [&plays] { return !plays(); }));
     StartManager(kDatabase);
-    EXPECT_TRUE(QTest::qWaitFor(plays));
+    EXPECT_TRUE(WaitUntil("it plays on", plays));
 }

@@ -1,10 +1,10 @@
 #include "Discovery.h"
 
+#include "FakeService.h"
 #include "IntrospectionText.h"
 #include "Journal.h"
 #include "LogRecorder.h"
 #include "PrivateBus.h"
-#include "ScriptedService.h"
 #include <MPL_DBusUtils.h>
 
 #include <QDBusError>
@@ -20,8 +20,8 @@ namespace
 using namespace MPL::Doubles;
 using namespace std::chrono_literals;
 
-const QString kService = QStringLiteral("com.talvex.Test.Discovered");
-const QString kInterface = QStringLiteral("com.talvex.Test.Wanted");
+const QString kService = "com.talvex.Test.Discovered";
+const QString kInterface = "com.talvex.Test.Wanted";
 
 // The introspection text of an object that has the interface wanted, and these children.
 QString Object(const QStringList& aChildren)
@@ -30,34 +30,26 @@ QString Object(const QStringList& aChildren)
     for (const QString& child : aChildren) {
         text += QStringLiteral("<node name=\"%1\"/>").arg(child);
     }
-    return text + QStringLiteral("</node>");
+    return text + "</node>";
 }
 
 class Discovery : public testing::Test
 {
 protected:
-    static void SetUpTestSuite() { s_Bus = std::make_unique<PrivateBus>(); }
-    static void TearDownTestSuite() { s_Bus.reset(); }
-
-    Discovery()
-    {
-        ClearNotes();
-        m_Log = std::make_unique<LogRecorder>();
-    }
-
-    ~Discovery() override { QDBusConnection::disconnectFromBus(QStringLiteral("discovery test")); }
+    ~Discovery() override { QDBusConnection::disconnectFromBus("discovery test"); }
 
     // A service whose objects introspect as `aText` says by their path: an empty text is an error reply, the
     // text "mute" no reply at all.
     void Offer(const std::function<QString(const QString& aPath)>& aText)
     {
         m_Service.reset();
-        m_Service = std::make_unique<ScriptedService>(
-            s_Bus->Address(), kService, [aText](const QDBusMessage& aCall, QDBusConnection& aConnection) {
+        m_Service = std::make_unique<FakeService>(
+            SharedBus().Address(), kService,
+            [aText](const QDBusMessage& aCall, QDBusConnection& aConnection) {
                 const QString answer = aText(aCall.path());
                 if (answer.isEmpty()) {
-                    aConnection.send(aCall.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
-                } else if (answer != QLatin1String("mute")) {
+                    aConnection.send(aCall.createErrorReply(QDBusError::Failed, "no"));
+                } else if (answer != "mute") {
                     aConnection.send(aCall.createReply(answer));
                 }
             });
@@ -69,16 +61,12 @@ protected:
         return MPL::Detail::FindObjects(kService, kInterface, m_Connection, aLimits, m_Paths);
     }
 
-    static std::unique_ptr<PrivateBus> s_Bus;
-    QDBusConnection m_Connection =
-        QDBusConnection::connectToBus(s_Bus->Address(), QStringLiteral("discovery test"));
-    std::unique_ptr<LogRecorder> m_Log;
-    std::unique_ptr<ScriptedService> m_Service;
-    QStringList m_Paths{QStringLiteral("before")};
+    QDBusConnection m_Connection = QDBusConnection::connectToBus(SharedBus().Address(), "discovery test");
+    LogRecorder m_Log;
+    std::unique_ptr<FakeService> m_Service;
+    QStringList m_Paths{"before"};
     QElapsedTimer m_Timer;
 };
-
-std::unique_ptr<PrivateBus> Discovery::s_Bus;
 
 TEST_F(Discovery, FollowsTheOwnerOfAName)
 {
@@ -87,26 +75,24 @@ TEST_F(Discovery, FollowsTheOwnerOfAName)
     EXPECT_TRUE(MPL::IsServiceRunning(kService, m_Connection));
     m_Service.reset();
     EXPECT_FALSE(MPL::IsServiceRunning(kService, m_Connection));
-    EXPECT_FALSE(MPL::IsServiceRunning(QStringLiteral("not a name"), m_Connection));
-    EXPECT_FALSE(MPL::IsServiceRunning(kService, QDBusConnection(QStringLiteral("never opened"))));
+    EXPECT_FALSE(MPL::IsServiceRunning("not a name", m_Connection));
+    EXPECT_FALSE(MPL::IsServiceRunning(kService, QDBusConnection("never opened")));
 }
 
 TEST_F(Discovery, FindsTheObjectsOfAnInterfaceAtAllLevels)
 {
     const QMap<QString, QString> tree{
-        {QStringLiteral("/"), QStringLiteral("<node><interface name='x'/><node name='b'/><node name='a'/>"
-                                             "<node name='a'/><node name='broken'/></node>")},
-        {QStringLiteral("/a"), Object({QStringLiteral("c/d")})},
-        {QStringLiteral("/a/c/d"), Object({})},
-        {QStringLiteral("/b"),
-         QStringLiteral("<node name='/b'><node name='e'><interface name='%1'/></node></node>")
-             .arg(kInterface)},
-        {QStringLiteral("/b/e"), Object({})}};
+        {"/", "<node><interface name='x'/><node name='b'/><node name='a'/>"
+              "<node name='a'/><node name='broken'/></node>"},
+        {"/a", Object({"c/d"})},
+        {"/a/c/d", Object({})},
+        {"/b", QStringLiteral("<node name='/b'><node name='e'><interface name='%1'/></node></node>")
+                   .arg(kInterface)},
+        {"/b/e", Object({})}};
     Offer([tree](const QString& aPath) { return tree.value(aPath); });
     EXPECT_TRUE(MPL::FindServiceObjectPathsByInterface(kService, kInterface, m_Connection, m_Paths));
     EXPECT_EQ(Text(m_Paths), "/a\n/a/c/d\n/b/e");
-    EXPECT_TRUE(
-        MPL::FindServiceObjectPathsByInterface(kService, QStringLiteral("none"), m_Connection, m_Paths));
+    EXPECT_TRUE(MPL::FindServiceObjectPathsByInterface(kService, "none", m_Connection, m_Paths));
     EXPECT_EQ(Text(m_Paths), "");
     EXPECT_EQ(Text(Notes()), "");
 }
@@ -131,13 +117,11 @@ TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
     MPL::Detail::DiscoveryLimits limits;
     limits.time = 300ms;
     Offer([](const QString& aPath) {
-        QStringList children{QStringLiteral("well")};
+        QStringList children{"well"};
         for (int i = 0; i < 150; ++i) {
             children << QStringLiteral("mute%1").arg(i);
         }
-        return aPath == QLatin1String("/")
-                   ? Object(children)
-                   : (aPath == QLatin1String("/well") ? Object({}) : QStringLiteral("mute"));
+        return aPath == "/" ? Object(children) : (aPath == "/well" ? Object({}) : "mute");
     });
     EXPECT_TRUE(Find(limits));
     EXPECT_LT(m_Timer.elapsed(), 2000);
@@ -146,7 +130,7 @@ TEST_F(Discovery, WaitsOnceForAllObjectsThatDontAnswer)
               "warning: MPL::FindServiceObjectPathsByInterface -- the walk through "
               "com.talvex.Test.Discovered stopped at 300 ms -- it hangs or has no end of objects");
 
-    Offer([](const QString&) { return QStringLiteral("mute"); });
+    Offer([](const QString&) { return "mute"; });
     EXPECT_FALSE(Find(limits));
     EXPECT_LT(m_Timer.elapsed(), 2000);
 }
@@ -164,14 +148,13 @@ TEST_F(Discovery, ComesBackFromATreeWithoutEnd)
     EXPECT_TRUE(Find(limits));
     EXPECT_EQ(m_Paths.size(), 500);
 
-    Offer([](const QString&) { return Object({QStringLiteral("deeper"), QStringLiteral(".."), QString()}); });
+    Offer([](const QString&) { return Object({"deeper", "..", QString()}); });
     EXPECT_TRUE(Find(limits));
     EXPECT_EQ(m_Paths.size(), 17);
     const QString stopped =
-        QStringLiteral("warning: MPL::FindServiceObjectPathsByInterface -- the walk through ") + kService +
-        QStringLiteral(" stopped at ");
-    EXPECT_EQ(Notes(stopped + QStringLiteral("500 objects")).size(), 1) << Text(Notes());
-    EXPECT_EQ(Notes(stopped + QStringLiteral("16 levels")).size(), 1) << Text(Notes());
+        "warning: MPL::FindServiceObjectPathsByInterface -- the walk through " + kService + " stopped at ";
+    EXPECT_EQ(Notes(stopped + "500 objects").size(), 1) << Text(Notes());
+    EXPECT_EQ(Notes(stopped + "16 levels").size(), 1) << Text(Notes());
 }
 
 } // namespace

@@ -17,9 +17,9 @@ using namespace MPL::Doubles;
 TEST(Files, AreReadBackAsTheyWereWritten)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("f"));
-    for (const QString& text : {QStringLiteral("first, and longer"), QStringLiteral("ä€\n\"\t"), QString()}) {
-        QString read = QStringLiteral("before");
+    const QString path = folder.filePath("f");
+    for (const QString& text : QStringList{"first, and longer", "ä€\n\"\t", QString()}) {
+        QString read = "before";
         EXPECT_TRUE(MplUtils::WriteFile(path, text));
         EXPECT_TRUE(MplUtils::ReadFile(path, read));
         EXPECT_EQ(read, text);
@@ -30,31 +30,29 @@ TEST(Files, ThatCantBeReadLeaveTheTextAlone)
 {
     const QTemporaryDir folder;
     // No file, a folder, a file that opens and then fails.
-    for (const QString& path :
-         {folder.filePath(QStringLiteral("none")), folder.path(), QStringLiteral("/proc/self/mem")}) {
-        QString text = QStringLiteral("before");
+    for (const QString& path : QStringList{folder.filePath("none"), folder.path(), "/proc/self/mem"}) {
+        QString text = "before";
         EXPECT_FALSE(MplUtils::ReadFile(path, text)) << qPrintable(path);
-        EXPECT_EQ(text, QStringLiteral("before"));
+        EXPECT_EQ(text, "before");
     }
 }
 
 TEST(Files, StayWholeWhenTheDiskIsFull)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("f"));
-    ASSERT_TRUE(MplUtils::WriteFile(path, QStringLiteral("old")));
+    const QString path = folder.filePath("f");
+    ASSERT_TRUE(MplUtils::WriteFile(path, "old"));
 
-    ClearNotes();
     const LogRecorder log;
     // It fills up while the text is written, or only with the last of it.
     for (const int size : {100000, 5000}) {
         const FullDisk full(4096);
-        EXPECT_FALSE(MplUtils::WriteFile(path, QString(size, QLatin1Char('n'))));
+        EXPECT_FALSE(MplUtils::WriteFile(path, QString(size, 'n')));
     }
-    EXPECT_EQ(Notes(QStringLiteral("critical: MPL::MplUtils::WriteFile -- ") + path).size(), 2);
+    EXPECT_EQ(Notes("critical: MPL::MplUtils::WriteFile -- " + path).size(), 2);
     QString read;
     EXPECT_TRUE(MplUtils::ReadFile(path, read));
-    EXPECT_EQ(read, QStringLiteral("old"));
+    EXPECT_EQ(read, "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "a half-written file is left";
 }
 

@@ -1,9 +1,9 @@
 #include "LifecycleManager.h"
 
+#include "FakeService.h"
 #include "Journal.h"
 #include "LogRecorder.h"
 #include "PrivateBus.h"
-#include "ScriptedService.h"
 #include <MPL_ProcessInfo.h>
 
 #include <QDBusError>
@@ -31,23 +31,19 @@ using namespace std::chrono_literals;
 class LifecycleManager : public testing::Test
 {
 protected:
-    LifecycleManager() : m_Log(std::make_unique<LogRecorder>())
-    {
-        ClearNotes();
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_Bus.Address().toUtf8());
-    }
+    LifecycleManager() { qputenv("DBUS_SYSTEM_BUS_ADDRESS", SharedBus().Address().toUtf8()); }
 
-    void Offer(const ScriptedService::Script& aJob)
+    void Offer(const FakeService::Script& aJob)
     {
         m_Manager.reset();
-        m_Manager = std::make_unique<ScriptedService>(
-            m_Bus.Address(), QStringLiteral("org.freedesktop.systemd1"),
+        m_Manager = std::make_unique<FakeService>(
+            SharedBus().Address(), "org.freedesktop.systemd1",
             [aJob](const QDBusMessage& aCall, QDBusConnection& aConnection) {
-                if (aCall.member() == QLatin1String("Subscribe")) {
+                if (aCall.member() == "Subscribe") {
                     aConnection.send(aCall.createReply());
                 } else {
-                    Note(aCall.member() + QLatin1Char(' ') + aCall.arguments().value(0).toString() +
-                         QLatin1Char(' ') + aCall.arguments().value(1).toString());
+                    Note(aCall.member() + ' ' + aCall.arguments().value(0).toString() + ' ' +
+                         aCall.arguments().value(1).toString());
                     aJob(aCall, aConnection);
                 }
             });
@@ -55,16 +51,15 @@ protected:
 
     static void Accept(const QDBusMessage& aCall, QDBusConnection& aConnection)
     {
-        aConnection.send(aCall.createReply(QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/2")))));
+        aConnection.send(aCall.createReply(QVariant::fromValue(QDBusObjectPath("/job/2"))));
     }
 
     static void End(QDBusConnection& aConnection, unsigned int aJob, const QString& aResult)
     {
-        QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/systemd1"),
-                                                         QStringLiteral("org.freedesktop.systemd1.Manager"),
-                                                         QStringLiteral("JobRemoved"));
+        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/systemd1",
+                                                         "org.freedesktop.systemd1.Manager", "JobRemoved");
         signal << aJob << QVariant::fromValue(QDBusObjectPath(QStringLiteral("/job/%1").arg(aJob)))
-               << QStringLiteral("media-manager.service") << aResult;
+               << "media-manager.service" << aResult;
         aConnection.send(signal);
     }
 
@@ -76,29 +71,27 @@ protected:
         timer.start();
         EXPECT_FALSE(RunServiceJob(ServiceJob::Start, "media-manager", aBound));
         EXPECT_LT(timer.elapsed(), 4000);
-        const QString begin =
-            QStringLiteral("critical: MPL_ProcessInfo::SlmStartService -- can't start media-manager -- ");
-        const QStringList log = Notes(QStringLiteral("critical: "));
+        const QString begin = "critical: MPL_ProcessInfo::SlmStartService -- can't start media-manager -- ";
+        const QStringList log = Notes("critical: ");
         EXPECT_EQ(log.size(), 1) << Text(log);
         return log.value(0).remove(begin).toStdString();
     }
 
-    PrivateBus m_Bus;
-    std::unique_ptr<LogRecorder> m_Log;
-    std::unique_ptr<ScriptedService> m_Manager;
+    LogRecorder m_Log;
+    std::unique_ptr<FakeService> m_Manager;
 };
 
 TEST_F(LifecycleManager, IsWaitedForUntilTheJobIsDone)
 {
     Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
         Accept(aCall, aConnection);
-        End(aConnection, 1, QStringLiteral("failed"));
-        End(aConnection, 2, QStringLiteral("done"));
+        End(aConnection, 1, "failed");
+        End(aConnection, 2, "done");
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager"));
     // The end of the job may even come before the reply that names it.
     Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
-        End(aConnection, 2, QStringLiteral("done"));
+        End(aConnection, 2, "done");
         Accept(aCall, aConnection);
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStopService("media-manager"));
@@ -126,7 +119,7 @@ TEST_F(LifecycleManager, IsWaitedForThroughSignalsOfOtherKinds)
         interrupt();
         Accept(aCall, aConnection);
         interrupt();
-        End(aConnection, 2, QStringLiteral("done"));
+        End(aConnection, 2, "done");
     });
     EXPECT_TRUE(MPL_ProcessInfo::SlmStartService("media-manager")) << Text(Notes());
     m_Manager.reset();
@@ -138,13 +131,13 @@ TEST_F(LifecycleManager, ThatDoesntDoTheJobIsReportedInOneLine)
     EXPECT_EQ(FailedStart(), "no systemd on the system bus: run where it is the lifecycle manager");
 
     Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
-        aConnection.send(aCall.createErrorReply(QDBusError::AccessDenied, QStringLiteral("Because.")));
+        aConnection.send(aCall.createErrorReply(QDBusError::AccessDenied, "Because."));
     });
     EXPECT_EQ(FailedStart(), "systemd refused: Because.");
 
     Offer([](const QDBusMessage& aCall, QDBusConnection& aConnection) {
         Accept(aCall, aConnection);
-        End(aConnection, 2, QStringLiteral("timeout"));
+        End(aConnection, 2, "timeout");
     });
     EXPECT_EQ(FailedStart(), "systemd ended the job with the result \"timeout\"");
 
@@ -163,7 +156,7 @@ TEST_F(LifecycleManager, IsOutOfReachBehindABusThatDoesntAnswer)
     const QTemporaryDir folder;
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, qPrintable(folder.filePath(QStringLiteral("mute"))), sizeof(address.sun_path));
+    qstrncpy(address.sun_path, qPrintable(folder.filePath("mute")), sizeof(address.sun_path));
     const int mute = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     ASSERT_EQ(bind(mute, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
     ASSERT_EQ(listen(mute, 1), 0);

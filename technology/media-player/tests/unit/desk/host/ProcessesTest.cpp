@@ -49,8 +49,6 @@ void RunWithout(long aSystemCall, int aError, Work aWork)
 class Processes : public testing::Test
 {
 protected:
-    Processes() { ClearNotes(); }
-
     ~Processes() override
     {
         for (const pid_t pid : m_Children) {
@@ -64,7 +62,7 @@ protected:
     {
         const QString path = Path(aName);
         if (!QFile::exists(path)) {
-            EXPECT_TRUE(QFile::copy(QStringLiteral("/bin/sleep"), path));
+            EXPECT_TRUE(QFile::copy("/bin/sleep", path));
         }
         return Spawn(path.toLocal8Bit(), aSeconds);
     }
@@ -77,17 +75,19 @@ protected:
         m_Children << pid;
         // The program runs, but the kernel may be a moment from giving it its name and, after that, its
         // arguments.
-        EXPECT_TRUE(WaitUntil([pid] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid); }));
+        EXPECT_TRUE(WaitUntil("the program has its arguments",
+                              [pid] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid); }));
         return pid;
     }
 
     // A program of that name that has renamed itself for the kernel by the time this returns.
     pid_t StartRenamed(const QByteArray& aName, const QByteArray& aNewName)
     {
-        EXPECT_TRUE(QFile::exists(Path(aName)) || QFile::copy(QStringLiteral("/bin/sh"), Path(aName)));
+        EXPECT_TRUE(QFile::exists(Path(aName)) || QFile::copy("/bin/sh", Path(aName)));
         const QByteArray steps = WriteScript("steps", "echo " + aNewName + " >/proc/$$/comm");
         const pid_t pid = Spawn(Path(aName).toLocal8Bit(), steps);
-        EXPECT_TRUE(WaitUntil([&] { return Content(pid, "comm").startsWith(aNewName.left(15)); }));
+        EXPECT_TRUE(WaitUntil("it has its new name",
+                              [&] { return Content(pid, "comm").startsWith(aNewName.left(15)); }));
         return pid;
     }
 
@@ -154,9 +154,8 @@ TEST_F(Processes, AreKnownByTheirWholeName)
     EXPECT_TRUE(QFile::remove(Path(With("_disc"))));
     EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_disc")), disc);
 
-    QFile own(QStringLiteral("/proc/self/exe"));
-    EXPECT_FALSE(MPL::Detail::FindProcesses(
-                     QFile::symLinkTarget(own.fileName()).section(QLatin1Char('/'), -1).toLatin1())
+    QFile own("/proc/self/exe");
+    EXPECT_FALSE(MPL::Detail::FindProcesses(QFile::symLinkTarget(own.fileName()).section('/', -1).toLatin1())
                      .contains(getpid()))
         << "a test never finds itself";
 }
@@ -170,7 +169,7 @@ TEST_F(Processes, AreKnownByTheNameTheyWereStartedUnder)
         EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(script), running);
     }
 
-    ASSERT_TRUE(QFile::link(QStringLiteral("/bin/sleep"), Path(With("_link"))));
+    ASSERT_TRUE(QFile::link("/bin/sleep", Path(With("_link"))));
     const pid_t linked = Start(With("_link"));
     EXPECT_EQ(MPL_ProcessInfo::GetPidFromName(With("_link")), linked);
 }
@@ -239,8 +238,7 @@ TEST_F(Processes, ThatMayNotBeSignalledAreReportedInOneLine)
         EXPECT_NE(MPL_ProcessInfo::GetPidFromName(m_Name), -1);
     });
     EXPECT_EQ(Notes().size(), 1) << Text(Notes());
-    EXPECT_EQ(Notes(QStringLiteral("critical: MPL_ProcessInfo::KillProcess -- may not signal ") +
-                    QString::fromLatin1(m_Name))
+    EXPECT_EQ(Notes("critical: MPL_ProcessInfo::KillProcess -- may not signal " + QString::fromLatin1(m_Name))
                   .size(),
               1)
         << Text(Notes());

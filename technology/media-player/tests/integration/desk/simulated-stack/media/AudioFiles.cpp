@@ -21,26 +21,24 @@ QString MakeAudioFile(const AudioFile& aFile)
 {
     QDir().mkpath(QFileInfo(aFile.path).absolutePath());
     QProcess sox;
-    sox.start(QStringLiteral("sox"),
-              {QStringLiteral("-n"), QStringLiteral("-r"), QStringLiteral("16000"), QStringLiteral("-c"),
-               QStringLiteral("1"), aFile.path, QStringLiteral("synth"), QString::number(aFile.seconds),
-               QStringLiteral("sine"), QStringLiteral("440")});
+    sox.start("sox", {"-n", "-r", "16000", "-c", "1", aFile.path, "synth", QString::number(aFile.seconds),
+                      "sine", "440"});
     if (!sox.waitForStarted()) {
-        return QStringLiteral("sox can't be started: ") + sox.errorString();
+        return "sox can't be started: " + sox.errorString();
     }
     if (!sox.waitForFinished() || sox.exitCode() != 0) {
-        return QStringLiteral("sox failed: ") + QString::fromLocal8Bit(sox.readAllStandardError());
+        return "sox failed: " + QString::fromLocal8Bit(sox.readAllStandardError());
     }
     TagLib::FileRef file(aFile.path.toUtf8().constData());
     if (file.isNull()) {
-        return QStringLiteral("can't be tagged: ") + aFile.path;
+        return "can't be tagged: " + aFile.path;
     }
     file.tag()->setTitle(Text(aFile.title));
     file.tag()->setArtist(Text(aFile.artist));
     file.tag()->setAlbum(Text(aFile.album));
     file.tag()->setGenre(Text(aFile.genre));
     file.tag()->setTrack(aFile.number);
-    return file.save() ? QString() : QStringLiteral("can't be saved: ") + aFile.path;
+    return file.save() ? QString() : "can't be saved: " + aFile.path;
 }
 
 bool SetTitle(const QString& aPath, const QString& aTitle)
