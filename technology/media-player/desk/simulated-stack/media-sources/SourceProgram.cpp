@@ -65,7 +65,8 @@ QString LoginError(const QString& aConfigurationFile)
                                   .toObject();
     for (const char* key : {"user_name", "password"}) {
         if (login.value(QLatin1String(key)).toString().isEmpty()) {
-            Log(QStringLiteral("%1 has no \"%2\" to log in with")
+            Log(QStringLiteral("%1 has no \"%2\" to log in with, so this source reports missing credentials: "
+                               "normal unless a test launched it")
                     .arg(aConfigurationFile, QLatin1String(key)));
             return MPL::MPL_SOURCE_ERROR_TYPE_CREDENTIALS_MISSING;
         }

@@ -1,5 +1,6 @@
 // The ready `main` of test programs: the suite runs on a worker thread, the event loop on this one, and the
 // exit code says whether the suite ran and passed.
+#include "LogPattern.h"
 #include "Options.h"
 #include "Surroundings.h"
 #include <MPL_TestEnvironment.h>
@@ -77,6 +78,7 @@ int ExitCode(bool aNoTestWanted)
 int main(int argc, char** argv)
 {
     const std::vector<char*> given(argv, argv + argc);
+    MPL::SetLogPattern();
     const MPL::TestMainOptions options = MPL::TakeTestMainOptions(argc, argv);
     if (!options.unknown.empty()) {
         return Refuse(argv[0], options.unknown);
