@@ -4,10 +4,12 @@
 // The test makes the proxies, starts the fixture's thread and waits for its end. The client's RunTest() runs
 // on that thread, signals reach its hooks there, and QuitTest() ends the thread. The environment controller
 // is called by the test alone; on the fixture's thread only proxies are used.
+#include <MPL_Launching.h>
 #include <MPL_MediaManagerAbstractClient.h>
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_Proxies.h>
 #include <MPL_TestEnvironment.h>
+#include <MPL_TestEnvironmentNames.h>
 #include <MPL_TestUtils.h>
 
 #include <QStringList>
@@ -72,27 +74,13 @@ private:
 
 class ReactToSources : public MPL::MediaSourceTestFixture
 {
-protected:
-    /// Waits until the media manager lists every source of the test source service.
-    static bool AllSourcesListed()
-    {
-        const std::unique_ptr<Manager> manager(MPL_TestEnvironment::CreateMediaManagerProxy());
-        for (int attempt = 0; manager && attempt < 50; ++attempt) {
-            auto sources = manager->GetAvailableMediaSources();
-            sources.waitForFinished();
-            if (sources.value().size() == EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE) {
-                return true;
-            }
-            QThread::msleep(100);
-        }
-        return false;
-    }
 };
 
 TEST_F(ReactToSources, SeesADeviceComeAndGo)
 {
-    ASSERT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
-    ASSERT_TRUE(AllSourcesListed());
+    ASSERT_TRUE(MPL::LaunchTestSource());
+    const QString service = MPL_TEST_MEDIA_SOURCE_SERVICE_NAME;
+    ASSERT_TRUE(MPL::ManagerLists({service, service, service})); // it has three
 
     Seen seen;
     auto* manager = MPL_TestEnvironment::CreateMediaManagerProxy();

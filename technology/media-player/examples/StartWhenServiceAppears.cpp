@@ -2,6 +2,7 @@
 //
 // The checker notices the service in an event loop of the thread that made it. That is the test's own, which
 // runs one while it waits with QTest::qWaitFor().
+#include <MPL_Launching.h>
 #include <MPL_MediaManagerAbstractClient.h>
 #include <MPL_MediaSourceTestFixture.h>
 #include <MPL_Proxies.h>
@@ -53,7 +54,7 @@ TEST_F(StartWhenServiceAppears, RunsTheClientOnceTheServiceIsThere)
     const MPL::ServiceChecker checker(&m_Thread, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME);
     EXPECT_FALSE(m_Thread.isRunning());
 
-    EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(true, 0, true, false));
+    EXPECT_TRUE(MPL::LaunchTestSource());
     EXPECT_TRUE(QTest::qWaitFor([&done] { return done.load(); }, kTimeMs))
         << "the client did not run within " << kTimeMs << " ms";
     QuitTest();

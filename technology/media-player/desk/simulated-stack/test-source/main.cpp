@@ -3,28 +3,28 @@
 #include "TestSourceFactory.h"
 #include <MPL_SourceWords.h>
 #include <MPL_TestEnvironmentNames.h>
+#include <MPL_TestSourceCapability.h>
 
-#include <array>
 #include <memory>
+#include <utility>
 
 namespace
 {
 
-// Bit i of the capabilities option stands for the i-th of these.
-const std::array<QString, 5>& Capabilities()
-{
-    static const std::array<QString, 5> kNames{
-        MPL::MPL_FUNCTIONALITY_BROWSE, MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL, MPL::MPL_FUNCTIONALITY_INDEX,
-        MPL::MPL_FUNCTIONALITY_MEDIA_INFO, MPL::MPL_FUNCTIONALITY_PLAYQUEUE};
-    return kNames;
-}
+using Capability = MPL::TestSourceCapability;
 
 QStringList Chosen(uint aOption)
 {
+    const std::pair<Capability, QString> names[] = {
+        {Capability::Browse, MPL::MPL_FUNCTIONALITY_BROWSE},
+        {Capability::PlaybackControl, MPL::MPL_FUNCTIONALITY_PLAYBACK_CONTROL},
+        {Capability::Index, MPL::MPL_FUNCTIONALITY_INDEX},
+        {Capability::MediaInfo, MPL::MPL_FUNCTIONALITY_MEDIA_INFO},
+        {Capability::PlayQueue, MPL::MPL_FUNCTIONALITY_PLAYQUEUE}};
     QStringList chosen;
-    for (size_t i = 0; i < Capabilities().size(); ++i) {
-        if ((aOption >> i & 1U) != 0) {
-            chosen.append(Capabilities().at(i));
+    for (const auto& [capability, name] : names) {
+        if ((aOption & static_cast<uint>(capability)) != 0) {
+            chosen.append(name);
         }
     }
     return chosen;

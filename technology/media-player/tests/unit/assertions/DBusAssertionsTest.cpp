@@ -112,7 +112,7 @@ TEST_F(DBusAssertions, ReadTheStacksTypesInSignals)
     const auto answer = [this](uint aNumber, const char* aError) {
         m_Service.Signal(kPath, QLatin1String(Browser::staticInterfaceName()),
                          QStringLiteral("SignalReplyStart"),
-                         {QVariant::fromValue(MPL::TransactionId(":1.7", aNumber)), QString(aError)});
+                         {QVariant::fromValue(MPL::TransactionId(":1.7", aNumber)), QString(aError), 1U});
     };
     answer(1, "another's");
     answer(2, "mine");
