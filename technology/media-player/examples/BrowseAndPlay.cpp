@@ -48,15 +48,16 @@ protected:
     template <typename Proxy>
     std::unique_ptr<Proxy> Make(const QString& aFunctionality) const
     {
-        return std::make_unique<Proxy>(MPL::MPL_MASS_STORAGE_SERVICE_NAME, m_Paths.value(aFunctionality).path(),
+        return std::make_unique<Proxy>(MPL::MPL_MASS_STORAGE_SERVICE_NAME,
+                                       m_Paths.value(aFunctionality).path(),
                                        MPL_TestEnvironment::GetDbusConnection());
     }
 
     QMap<QString, QDBusObjectPath> m_Paths;
 };
 
-/// Walks through the source's records. Each request carries an id, and its answer is the signal with that id and no
-/// error text; other clients' answers arrive as well.
+/// Walks through the source's records. Each request carries an id, and its answer is the signal with that id
+/// and no error text; other clients' answers arrive as well.
 class Walk
 {
 public:

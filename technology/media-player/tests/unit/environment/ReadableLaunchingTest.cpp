@@ -20,7 +20,7 @@ const QString kManagerName = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaMa
 class ReadableLaunching : public ClientTest
 {
 protected:
-    ReadableLaunching() : m_ManagerService(s_Bus->Address(), kManagerName)
+    ReadableLaunching() : m_ManagerService(SharedBus().Address(), kManagerName)
     {
         const QString interface = MPL::MPL_MEDIA_MANAGER_INTERFACE_NAME;
         World().owned << kManagerName << MPL::MPL_DISC_SERVICE_NAME << MPL_TEST_MEDIA_SOURCE_SERVICE_NAME;
@@ -42,7 +42,7 @@ protected:
 TEST_F(ReadableLaunching, StartsASourceWithDefaultsThatReset)
 {
     EXPECT_TRUE(MPL::LaunchSource("media_source_disc"));
-    EXPECT_EQ(Notes("start"), QStringList("start /opt/talvex/bin/media_source_disc"));
+    EXPECT_EQ(Notes("start"), QStringList("start /opt/talvex/bin/media_source_disc --test-dbus"));
     EXPECT_TRUE(IsReset());
 
     ClearNotes();
@@ -50,7 +50,7 @@ TEST_F(ReadableLaunching, StartsASourceWithDefaultsThatReset)
     options.verbose = true;
     options.resetActiveSource = false;
     EXPECT_TRUE(MPL::LaunchSource("media_source_disc", options));
-    EXPECT_EQ(Notes("start"), QStringList("start /opt/talvex/bin/media_source_disc --verbose"));
+    EXPECT_EQ(Notes("start"), QStringList("start /opt/talvex/bin/media_source_disc --verbose --test-dbus"));
     EXPECT_FALSE(IsReset());
 }
 
@@ -73,9 +73,9 @@ TEST_F(ReadableLaunching, NamesWhatTheTestSourceCanDo)
     options.resetActiveSource = false;
     World().processes.clear();
     EXPECT_TRUE(MPL::LaunchTestSource(options));
-    EXPECT_EQ(Notes("start"),
-              (QStringList{"start " + MPL_TEST_MEDIA_SOURCE_PROCESS_PATH + " 0",
-                           "start " + MPL_TEST_MEDIA_SOURCE_PROCESS_PATH + " 18 -default_playqueue"}));
+    EXPECT_EQ(Notes("start"), (QStringList{"start " + MPL_TEST_MEDIA_SOURCE_PROCESS_PATH + " 0 --test-dbus",
+                                           "start " + MPL_TEST_MEDIA_SOURCE_PROCESS_PATH +
+                                               " 18 -default_playqueue --test-dbus"}));
     EXPECT_EQ(static_cast<unsigned>(Capability::All), 31U);
 }
 
