@@ -7,9 +7,6 @@ namespace MPL::Doubles
 
 DoublesTest::DoublesTest()
 {
-    VirtualTime::Reset();
-    World() = {};
-    Starts() = {};
     MPL_TestEnvironment::m_EnvironmentDirectory = kMPLDefaultEnvironment;
     MPL_TestEnvironment::m_PandoraUserName = MPL_TEST_PANDORA_USER_NAME_1;
     MPL_TestEnvironment::m_PandoraPassword = MPL_TEST_PANDORA_PASSWORD_1;

@@ -136,8 +136,7 @@ TEST_F(APlaybackClient, HasNoProxyWithoutAThread)
 {
     Listener client(kServiceName, kPath, nullptr);
     EXPECT_TRUE(client.m_Proxy.isNull());
-    EXPECT_EQ(Text(Notes()),
-              Text({"critical: PlaybackClient::PlaybackClient Invalid PlaybackControl proxy"}));
+    EXPECT_EQ(Text(Notes()), "critical: PlaybackClient::PlaybackClient Invalid PlaybackControl proxy");
 }
 
 TEST_F(APlaybackClient, PassesSignalsToTheHooksUnchangedInTheirOrder)
@@ -146,20 +145,18 @@ TEST_F(APlaybackClient, PassesSignalsToTheHooksUnchangedInTheirOrder)
     client.moveToThread(&m_Thread);
     m_Thread.start();
     const QString odd = QString::fromUtf8("event_type=ERROR;text=\xC3\xA4 \"\xF0\x9F\x8E\xB5\"\t");
-    const char* const names[] = {"SignalEvent",
-                                 "SignalFunctionalitiesChanged",
-                                 "SignalPlayStateChanged",
-                                 "SignalRepeatModeChanged",
-                                 "SignalShuffleModeChanged",
-                                 "SignalSpeedModeChanged"};
-    for (const char* name : names) {
-        m_Service.Signal(kPath, kInterfaceName, QLatin1String(name), {odd});
+    const QVector<QPair<QString, QString>> hooks{{"Event", "error"},
+                                                 {"FunctionalitiesChanged", "functionalities"},
+                                                 {"PlayStateChanged", "play state"},
+                                                 {"RepeatModeChanged", "repeat"},
+                                                 {"ShuffleModeChanged", "shuffle"},
+                                                 {"SpeedModeChanged", "speed"}};
+    QStringList expected;
+    for (const auto& [signal, hook] : hooks) {
+        m_Service.Signal(kPath, kInterfaceName, "Signal" + signal, {odd});
+        expected << "hook " + hook + ' ' + odd;
     }
     ASSERT_TRUE(client.m_Hooks.tryAcquire(6, kLimitMs)) << Text(Notes());
-    QStringList expected;
-    for (const char* hook : {"error", "functionalities", "play state", "repeat", "shuffle", "speed"}) {
-        expected << QStringLiteral("hook %1 %2").arg(QLatin1String(hook), odd);
-    }
     EXPECT_EQ(Text(Notes("hook")), Text(expected));
     m_Thread.quit();
     ASSERT_TRUE(m_Thread.wait(kLimitMs));

@@ -84,8 +84,8 @@ TEST_F(TestBus, IsReplacedByTheSystemBusUntilItIsLaunched)
 {
     EXPECT_TRUE(MPL_TestEnvironment::GetDbusConnection().isConnected());
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), QDBusConnection::systemBus().name());
-    EXPECT_EQ(Text(Notes()), Text({"debug: MPL_TestEnvironment::GetDbusConnection - No Dbus instance "
-                                   "created. Defaulting to system bus."}));
+    EXPECT_EQ(Text(Notes()), "debug: MPL_TestEnvironment::GetDbusConnection - No Dbus instance "
+                             "created. Defaulting to system bus.");
     PrivateBus::Redirect(kAddress, SharedBus().Address());
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMPLTestDbusDaemon());
     EXPECT_EQ(MPL_TestEnvironment::GetDbusConnection().name(), "MPLTestDbus");

@@ -102,7 +102,7 @@ TEST_F(Launching, TheManagerEndsAtAProgramThatDoesNotStart)
     World().processes["media_mme"] = 1;
     ClearNotes();
     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
-    EXPECT_EQ(Text(Notes("critical")), Text({"critical: LaunchMediaManagerProcess() failed."}));
+    EXPECT_EQ(Text(Notes("critical")), "critical: LaunchMediaManagerProcess() failed.");
     EXPECT_EQ(Notes().mid(Notes().size() - 2), kFinish);
 }
 
@@ -143,8 +143,8 @@ TEST_F(Launching, ThePandoraSourceGetsItsLogin)
 {
     SourceIsReady("Pandora");
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaSourceProcess(false, "media_source_pandora", false, true));
-    EXPECT_EQ(Started(), Text({"start /opt/talvex/bin/media_source_pandora unitTest "
-                               "/var/talvex/media-player/mplUnitConfig.json --verbose --test-dbus"}));
+    EXPECT_EQ(Started(), "start /opt/talvex/bin/media_source_pandora unitTest "
+                         "/var/talvex/media-player/mplUnitConfig.json --verbose --test-dbus");
 
     ClearNotes();
     World().files.clear();
@@ -184,7 +184,7 @@ TEST_F(Launching, TheTestSourceThatNeverShowsUpFailsTheTestOnly)
     EXPECT_NONFATAL_FAILURE(
         EXPECT_TRUE(MPL_TestEnvironment::LaunchTestMediaSourceProcess(false, 4294967295U, false, false)),
         "WaitForServiceRunning( MPL_TEST_MEDIA_SOURCE_SERVICE_NAME )");
-    EXPECT_EQ(Started(), Text({"start /opt/talvex/test/test_media_source/test_media_source 4294967295"}));
+    EXPECT_EQ(Started(), "start /opt/talvex/test/test_media_source/test_media_source 4294967295");
     EXPECT_TRUE(Notes().contains(
         "debug: MPL_TestEnvironment::LaunchTestMediaSourceProcess - Using the system dbus."));
 

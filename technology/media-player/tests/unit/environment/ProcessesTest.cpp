@@ -55,7 +55,7 @@ TEST_F(KillMediaProcess, SparesSigkillWhenTheLastPassWasEnough)
         }
     });
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
-    EXPECT_EQ(Text(Notes("kill")), Text({"kill media_mme TERM"}));
+    EXPECT_EQ(Text(Notes("kill")), "kill media_mme TERM");
     EXPECT_EQ(VirtualTime::Slept(), 10000);
 }
 

@@ -167,8 +167,8 @@ TEST_F(Proxies, OfTheSimulatorNeedExactlyOneObjectAndDoNotWait)
     World().objects[kSimulationObjects] = QStringList{"/one", "/two"};
     EXPECT_EQ(MPL_TestEnvironment::CreateSimulatorProxy(), nullptr);
     EXPECT_EQ(Text(Notes()),
-              Text({"critical: Service: com.talvex.DBus.MediaPlayer.MediaManagerService  has no interface "
-                    "com.talvex.DBus.MediaPlayer.MediaSourceFactorySimulation"}));
+              "critical: Service: com.talvex.DBus.MediaPlayer.MediaManagerService  has no interface "
+              "com.talvex.DBus.MediaPlayer.MediaSourceFactorySimulation");
 
     World().objects[kSimulationObjects] = QStringList{"/one"};
     const std::unique_ptr<QDBusAbstractInterface> proxy(MPL_TestEnvironment::CreateSimulatorProxy());

@@ -164,10 +164,9 @@ TEST_F(SourceQueries, ReadTheStateOutOfTheStatus)
     EXPECT_EQ(MPL_TestEnvironment::GetActiveSourceStatus(&source), "");
     EXPECT_EQ(Text(Notes()), "");
     EXPECT_EQ(MPL_TestEnvironment::GetActiveSourceStatus(&source), "");
-    EXPECT_EQ(
-        Text(Notes()),
-        Text({"critical: MPL_TestEnvironment::GetActiveSourceStatus Failed to get media source status "
-              "of active source. Received error of QDBusError(\"com.talvex.Error.Test\", \"asleep\")"}));
+    EXPECT_EQ(Text(Notes()),
+              "critical: MPL_TestEnvironment::GetActiveSourceStatus Failed to get media source status "
+              "of active source. Received error of QDBusError(\"com.talvex.Error.Test\", \"asleep\")");
 }
 
 TEST_F(SourceQueries, ActivateAListedSource)

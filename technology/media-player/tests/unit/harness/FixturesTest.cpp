@@ -177,7 +177,7 @@ TEST_F(Fixtures, OfMediaSourcesMakeEveryStepAndOnlyTheLaunchIsFatal)
               kSetUpPrefix +
                   " Error calling TestEnvironment::SterilizeEnvironment. Attempting to continue anyways.",
               kSetUpPrefix + " Failure setting environment to  \"/var/talvex/media-player/test/\""}));
-    EXPECT_EQ(Text(Notes("slm")), Text({"slm stop media-manager"}));
+    EXPECT_EQ(Text(Notes("slm")), "slm stop media-manager");
     EXPECT_EQ(Text(Notes("start")), Text(kLaunch));
 }
 

@@ -23,12 +23,12 @@ TEST_F(ATestHandler, LogsOneLineAndWiresNothingWithoutThreadOrApplication)
 {
     MPL::TestHandler neither(nullptr, 0, nullptr, nullptr);
     neither.Initialize();
-    EXPECT_EQ(Text(Notes()), Text({"critical: TestHandler::Initialize Invalid thread object"}));
+    EXPECT_EQ(Text(Notes()), "critical: TestHandler::Initialize Invalid thread object");
 
     ClearNotes();
     QPointer<MPL::TestHandler> noApplication = new MPL::TestHandler(nullptr, 0, nullptr, &m_Thread);
     noApplication->Initialize();
-    EXPECT_EQ(Text(Notes()), Text({"critical: TestHandler::Initialize Invalid application"}));
+    EXPECT_EQ(Text(Notes()), "critical: TestHandler::Initialize Invalid application");
 
     // A wired handler would run this program's suite inside this test, and be deleted.
     m_Thread.start();

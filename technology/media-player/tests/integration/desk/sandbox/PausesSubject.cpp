@@ -1,5 +1,5 @@
 // Waits in the ways in which the library does, and prints what it logs and each of its pauses: "pause" with
-// the length asked for, and after it "passed" with the length by the program's own clock, both in
+// the length asked for, and after it "too short" if it was that by the program's own clock, both in
 // milliseconds. What is waited for comes in a pause of a certain number, not at a certain time, so that the
 // pauses are the same on any machine.
 #include "WaitUntil.h"
@@ -31,14 +31,17 @@ std::function<void()> s_InPause;
 template <typename Sleep>
 int Pause(const timespec& aLength, Sleep aSleep)
 {
-    std::printf("pause %lld\n", aLength.tv_sec * 1000LL + aLength.tv_nsec / 1000000);
+    const qint64 lengthMs = aLength.tv_sec * 1000LL + aLength.tv_nsec / 1000000;
+    std::printf("pause %lld\n", lengthMs);
     if (s_InPause) {
         s_InPause();
     }
     QElapsedTimer timer;
     timer.start();
     const int result = aSleep();
-    std::printf("passed %lld\n", timer.elapsed());
+    if (timer.elapsed() < lengthMs - 1) { // of whole milliseconds
+        std::printf("too short: %lld\n", timer.elapsed());
+    }
     return result;
 }
 
