@@ -14,7 +14,9 @@ function(mpl_add_library name)
     if(arg_SOURCES)
         add_library(${target} ${arg_SOURCES})
         target_compile_features(${target} PUBLIC cxx_std_17)
-        set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        # Shared libraries of the package find each other where they lie.
+        set_target_properties(${target} PROPERTIES
+            VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH $ORIGIN)
     else()
         add_library(${target} INTERFACE)
         set(scope INTERFACE)
