@@ -3,6 +3,7 @@
 #include "Bus.h"
 #include "BusRecorder.h"
 #include "LifecycleManager.h"
+#include "Machine.h"
 #include "Posix.h"
 #include "Preloading.h"
 #include "RunningClock.h"
@@ -68,6 +69,22 @@ void SetEnvironment(const InsideSettings& aSettings)
     setenv("DBUS_SYSTEM_BUS_ADDRESS", BusAddress().c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", BusAddress().c_str(), 1);
     setenv("TMPDIR", kPrivateTempFolder.c_str(), 1);
+}
+
+bool FindMachine(const InsideSettings& aSettings)
+{
+    std::string reason;
+    if (!BringInMachine(aSettings.cgroupFolder, reason)) {
+        Say(reason);
+        return false;
+    }
+    const char* home = std::getenv("HOME");
+    if (chdir(aSettings.workingFolder.c_str()) == 0) {
+        setenv("PWD", aSettings.workingFolder.c_str(), 1);
+    } else if (home != nullptr && chdir(home) == 0) {
+        setenv("PWD", home, 1);
+    }
+    return true;
 }
 
 // Starts the clock that the program is to live by. The status to end with when there can't be one, otherwise
@@ -148,6 +165,9 @@ int RunInside(const InsideSettings& aSettings)
         return kExitBadUsage;
     }
     TakeOver(aSettings);
+    if (!FindMachine(aSettings)) {
+        return kExitNoSandbox;
+    }
     SetEnvironment(aSettings);
     RunningClock clock;
     if (const int problem = StartClockFor(aSettings, clock); problem != 0) {

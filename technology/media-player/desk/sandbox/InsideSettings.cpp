@@ -24,6 +24,8 @@ const std::pair<const char*, Field> kFields[] = {
     {"noManagerReason", &InsideSettings::noManagerReason},
     {"speed", &InsideSettings::speed},
     {"faketime", &InsideSettings::faketime},
+    {"cgroupFolder", &InsideSettings::cgroupFolder},
+    {"workingFolder", &InsideSettings::workingFolder},
 };
 
 std::string ToText(int aValue)

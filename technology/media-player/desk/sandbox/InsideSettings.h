@@ -18,6 +18,8 @@ struct InsideSettings {
     std::string noManagerReason;   ///< why there can't be a manager; printed when not empty
     std::string speed;             ///< of the clock
     std::string faketime;          ///< the library that makes it another; empty at speed 1
+    std::string cgroupFolder;      ///< of the machine, the sandbox's own; empty when there is none
+    std::string workingFolder;     ///< of the command
     std::vector<std::string> command;
 };
 

@@ -1,5 +1,5 @@
-// What libdbus asks libsystemd for: the sockets that systemd hands to a daemon. This program is none, and gets none;
-// without these, libsystemd and what it needs would have to be loaded at every start.
+// What libdbus asks libsystemd for: the sockets that systemd hands to a daemon. This program is none, and
+// gets none; without these, libsystemd and what it needs would have to be loaded at every start.
 #include <systemd/sd-daemon.h>
 
 int sd_listen_fds(int /*unset_environment*/)

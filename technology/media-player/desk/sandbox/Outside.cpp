@@ -99,13 +99,16 @@ int RunOutside(const Options& aOptions)
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
     settings.command = aOptions.command;
+    std::error_code error;
+    settings.workingFolder = fs::current_path(error).string();
     // Ctrl-C is for the program; how that ends is what we report.
     settings.ignoresInterrupt = std::signal(SIGINT, SIG_IGN) == SIG_IGN;
     std::signal(SIGQUIT, SIG_IGN);
 
     PrivateCgroup cgroup;
     settings.wantsManager = aOptions.wantsLifecycleManager && cgroup.Enter(settings.noManagerReason);
-    places.cgroupFolder = cgroup.Folder();
+    settings.cgroupFolder = cgroup.Folder();
+    places.hasCgroup = !cgroup.Folder().empty();
     const int status = RunBubblewrap(BubblewrapArguments(places), settings);
     cgroup.Leave();
     return status;

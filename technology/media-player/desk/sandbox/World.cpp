@@ -5,7 +5,6 @@
 #include <array>
 #include <filesystem>
 #include <initializer_list>
-#include <set>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -23,35 +22,17 @@ void Add(Arguments& aArguments, std::initializer_list<std::string> aMore)
     aArguments.insert(aArguments.end(), aMore);
 }
 
-// Binds what lies in one of the machine's folders to the same place inside. What is not bound can't be
-// changed from inside, and what the sandbox adds there is not seen outside.
-void BindEntries(Arguments& aArguments, const std::string& aFolder, const std::set<std::string>& aExcept)
+// What this program needs to start, which then brings in the rest of the machine itself.
+void BindLibraries(Arguments& aArguments)
 {
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(aFolder, error)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator("/", error)) {
         const std::string path = entry.path().string();
-        if (aExcept.count(entry.path().filename().string()) > 0) {
-            continue;
-        }
-        // Listing a folder already tells its links; looking closer could wake an automounter.
         if (entry.is_symlink(error)) {
             Add(aArguments, {"--symlink", fs::read_symlink(path, error).string(), path});
-        } else {
-            Add(aArguments, {"--dev-bind-try", path, path});
+        } else if (path == "/usr" || path.rfind("/lib", 0) == 0) {
+            Add(aArguments, {"--dev-bind", path, path});
         }
-    }
-}
-
-// All but /run, and a shared memory of the sandbox's own.
-void BindMachine(Arguments& aArguments)
-{
-    BindEntries(aArguments, "/", {"proc", "run", "opt", "var"});
-    Add(aArguments, {"--proc", "/proc", "--dir", "/opt", "--dir", "/var"});
-    BindEntries(aArguments, "/opt", {"talvex"});
-    BindEntries(aArguments, "/var", {"talvex"});
-    std::error_code error;
-    if (fs::is_directory(fs::symlink_status("/dev/shm", error))) {
-        Add(aArguments, {"--perms", "1777", "--tmpfs", "/dev/shm"});
     }
 }
 
@@ -63,6 +44,7 @@ void MakeRun(Arguments& aArguments)
     Add(aArguments, {"--dir", "/run/systemd/system", "--dir", "/run/lock"});
     Add(aArguments, {"--perms", "0700", "--dir", RuntimeFolder(), "--dir", kPrivateTempFolder});
     Add(aArguments, {"--dir", kPrivateUnitFolder, "--ro-bind", OwnExecutable(), kPrivateProgram});
+    Add(aArguments, {"--dev-bind", "/", kPrivateMachine});
 }
 
 void BindStack(Arguments& aArguments, const std::string& aStackFolder)
@@ -102,11 +84,16 @@ std::string BusAddress()
 
 std::vector<std::string> BubblewrapArguments(const Places& aPlaces)
 {
-    Arguments arguments = {"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-ipc"};
-    BindMachine(arguments);
-    if (!aPlaces.cgroupFolder.empty()) {
-        Add(arguments, {"--unshare-cgroup", "--bind", aPlaces.cgroupFolder, "/sys/fs/cgroup"});
+    Arguments arguments = {"bwrap", "--die-with-parent", "--unshare-pid", "--unshare-ipc", "--chdir", "/"};
+    if (getuid() != 0) {
+        // What BringInMachine needs; root has them.
+        Add(arguments, {"--cap-add", "CAP_SYS_ADMIN", "--cap-add", "CAP_SETPCAP"});
     }
+    Add(arguments, {"--proc", "/proc", "--dir", "/opt", "--dir", "/var"});
+    if (aPlaces.hasCgroup) {
+        Add(arguments, {"--unshare-cgroup"});
+    }
+    BindLibraries(arguments);
     MakeRun(arguments);
     if (!aPlaces.clockLibrary.empty()) {
         Add(arguments, {"--ro-bind", aPlaces.clockLibrary, kPrivateClock});

@@ -11,6 +11,8 @@ namespace sandbox
 inline const std::string kPrivateFolder = "/run/mpl-sandbox";
 inline const std::string kPrivateProgram = kPrivateFolder + "/mpl-sandbox";   ///< this program
 inline const std::string kPrivateClock = kPrivateFolder + "/libmpl-clock.so"; ///< where the clock is another
+inline const std::string kPrivateMachine =
+    kPrivateFolder + "/machine"; ///< its files, until they are brought in
 inline const std::string kPrivateTempFolder = kPrivateFolder + "/tmp";
 inline const std::string kPrivateUnitFolder = kPrivateFolder + "/units";
 inline const std::string kPrivateStackEtc = kPrivateFolder + "/stack-etc"; ///< the stack's etc, read-only
@@ -29,12 +31,12 @@ std::string BusAddress();
 /// What of the machine's gets another place inside; empty: nothing does.
 struct Places {
     std::string stackFolder;
-    std::string cgroupFolder; ///< becomes the whole cgroup tree
     std::string clockLibrary;
+    bool hasCgroup = false; ///< a control group of its own, which becomes the whole tree
 };
 
-/// What bubblewrap is told: a new root in memory with the machine's top-level folders bound to their places,
-/// except for /run, /opt/talvex and /var/talvex. The caller appends the command.
+/// What bubblewrap is told: a new root in memory with the stack, an empty /run, what a program needs to
+/// start, and all of the machine in kPrivateMachine for BringInMachine. The caller appends the command.
 std::vector<std::string> BubblewrapArguments(const Places& aPlaces);
 
 } // namespace sandbox

@@ -89,7 +89,8 @@ TEST_F(Sandbox, ShowsTheStackAndAnEmptyWorldAroundIt)
         check test "$DBUS_SYSTEM_BUS_ADDRESS" = "$DBUS_SESSION_BUS_ADDRESS"
         check dbus-send --system --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.GetId
         check test -w "$TMPDIR" -a -z "$(ls -A "$TMPDIR")"
-        check test "$(pwd)" = '%2')sh")
+        check test "$(pwd)" = '%2'
+        refuse ls /run/mpl-sandbox/machine)sh")
                                           .arg(getpid())
                                           .arg(QDir::currentPath()));
     EXPECT_EQ(outcome.status, 0) << outcome.out << outcome.err;
@@ -177,9 +178,11 @@ TEST_F(Sandbox, ServesAnOrdinaryUser)
         return; // all cases of this program are such a user's
     }
     BecomeOrdinaryUser();
-    const Outcome outcome = RunScript("id -u; cat /opt/talvex/etc/mplConfig.json; exit 5", {});
+    const Outcome outcome = RunScript("id -u; grep -c '^Cap.*:.*0000000000000000$' /proc/self/status; cat "
+                                      "/opt/talvex/etc/mplConfig.json; exit 5",
+                                      {});
     EXPECT_EQ(outcome.status, 5);
-    EXPECT_EQ(outcome.out, "65534\n{}");
+    EXPECT_EQ(outcome.out, "65534\n5\n{}"); // none of the five sets of capabilities holds one
     // Nobody has a control group of its own, so there is no manager, and one line says so.
     EXPECT_EQ(outcome.err.find("mpl-sandbox: the lifecycle manager is not available ("), 0U) << outcome.err;
     EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
