@@ -79,6 +79,59 @@ def by_turns(row, contenders, times):
     return [record(row, name, "ms", found) for name, found in values.items()]
 
 
+class Group:
+    """A control group that counts the computing time of all that runs in it, whoever waits for its end."""
+
+    def __init__(self):
+        self.folder = None
+
+    def __enter__(self):
+        with open("/proc/self/mountinfo", encoding="utf-8") as mounts:
+            places = [line.split()[4] for line in mounts if " - cgroup2 " in line]
+        with open("/proc/self/cgroup", encoding="utf-8") as groups:
+            own = next((line[3:].strip().lstrip("/") for line in groups if line.startswith("0::")), "")
+        try:
+            self.folder = os.path.join(places[0], own, f"benchmark-{os.getpid()}")
+            os.mkdir(self.folder)
+        except (IndexError, OSError):
+            sys.exit("run-benchmarks: computing time needs a control group that this user may write: run as root")
+        return self
+
+    def __exit__(self, *_):
+        os.rmdir(self.folder)
+
+    def members(self):
+        with open(os.path.join(self.folder, "cgroup.procs"), encoding="ascii") as members:
+            return members.read()
+
+    def enter(self):
+        with open(os.path.join(self.folder, "cgroup.procs"), "w", encoding="ascii") as members:
+            members.write("0")
+
+    def seconds(self):
+        """Once all of it has ended: some commands return before what they started has."""
+        while self.members():
+            time.sleep(0.001)
+        with open(os.path.join(self.folder, "cpu.stat"), encoding="ascii") as stat:
+            return int(stat.readline().split()[1]) / 1e6
+
+
+def parts_by_turns(row, contenders, moment, times):
+    """Whole commands around a program that says when it runs: until then, from then on, and computing time in all."""
+    say(row)
+    values = {name: {"start": [], "end": [], "computing time": []} for name in contenders}
+    with Group() as group:
+        for name, argv in [*contenders.items()] * times:
+            busy, begin = group.seconds(), time.monotonic()
+            told = float(run([*argv, moment], preexec_fn=group.enter))
+            end = time.monotonic()
+            for part, seconds in (("start", told - begin), ("end", end - told),
+                                  ("computing time", group.seconds() - busy)):
+                values[name][part].append(seconds * 1000)
+    return [record(f"{row}, {part}", name, "ms", found)
+            for name, parts in values.items() for part, found in parts.items()]
+
+
 def busy_seconds():
     """What all cores together have computed since the machine started, but for waiting."""
     with open("/proc/stat", encoding="ascii") as stat:

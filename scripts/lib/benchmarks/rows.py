@@ -37,12 +37,17 @@ def programs(machine):
         yield from measure.google_benchmark(machine.bin(f"benchmark_{name}"), wrapper, machine.quick)
 
 
+def sandboxes(machine):
+    return {"ours, no lifecycle manager": [machine.sandbox, "--no-lifecycle-manager", "--"],
+            "ours, with a lifecycle manager": [machine.sandbox, "--"],
+            "bwrap and dbus-run-session": [*BWRAP, *BUS]}
+
+
 def starts(machine):
-    nested = [*BWRAP, *BUS, "true"]
-    yield from measure.by_turns("Empty sandbox", {
-        "ours, no lifecycle manager": [machine.sandbox, "--no-lifecycle-manager", "--", "true"],
-        "ours, with a lifecycle manager": [machine.sandbox, "--", "true"],
-        "bwrap and dbus-run-session": nested}, machine.times(31))
+    yield from measure.by_turns("Empty sandbox", {name: [*argv, "true"] for name, argv in sandboxes(machine).items()},
+                                machine.times(31))
+    yield from measure.parts_by_turns("Empty sandbox", sandboxes(machine), machine.bin("benchmark_moment"),
+                                      machine.times(31))
     yield from measure.by_turns("Start of a test program", {
         "ours": [machine.bin("benchmark_load")],
         "Qt and googletest": [machine.bin("benchmark_load_without")]}, machine.times(101))
