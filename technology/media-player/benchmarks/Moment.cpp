@@ -1,4 +1,5 @@
-// Says when it runs, in seconds of the monotonic clock: what comes before is a start, what comes after an end.
+// Says when it runs, in seconds of the monotonic clock: what comes before is a start, what comes after an
+// end.
 #include <cstdio>
 #include <ctime>
 

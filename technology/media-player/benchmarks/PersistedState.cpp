@@ -1,6 +1,5 @@
-// Resetting the persisted state, as it is done before every launch: ours, which opens the file for each step
-// so that others may use it in between, and the same in one go through Qt SQL. In memory and on the disk of
-// the temporary files.
+// Resetting the persisted state, as it is done before every launch: ours, which first proves that the file
+// can be written, and the same in one go through Qt SQL. In memory and on the disk of the temporary files.
 #include "DataManagerStore.h"
 #include <DataManager.h>
 #include <MPL_DataManagerWrapper.h>

@@ -21,9 +21,10 @@ struct State {
     bool startFailed = false;
 };
 
+// Not destroyed at the program's end: Qt's list of databases is gone by then.
 State& TheState()
 {
-    static State s_State;
+    static State& s_State = *new State;
     return s_State;
 }
 

@@ -2,13 +2,18 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 #include <QVariant>
 
+#include <sys/stat.h>
+
 #include <atomic>
+#include <utility>
 
 namespace MPL::Detail
 {
@@ -28,8 +33,10 @@ const QString kSave = QStringLiteral("INSERT INTO state VALUES (?, ?) ON CONFLIC
 constexpr int kSqliteBusy = 5;
 constexpr int kSqliteNotADatabase = 26;
 
-// A connection belongs to the thread that made it, so each operation makes its own, under a name of its own.
-class Connection
+} // namespace
+
+// Qt knows it under a name of its own.
+class StateStore::Connection
 {
 public:
     explicit Connection(const QString& aPath) : m_Path(aPath) {}
@@ -49,8 +56,14 @@ public:
 
     bool Open(QString& aError)
     {
-        return DriverPresent(aError) && (OpenFile(aError) || (MakeFolder(aError) && OpenFile(aError)));
+        const bool isOpen =
+            DriverPresent(aError) && (OpenFile(aError) || (MakeFolder(aError) && OpenFile(aError)));
+        m_File = FileAt(m_Path);
+        return isOpen;
     }
+
+    // Not from another thread than the one that made it, and not once its file was removed.
+    bool IsUsable() const { return m_Thread == QThread::currentThreadId() && m_File == FileAt(m_Path); }
 
     // Runs one statement; a value it yields first goes to `aValue`. The table is made when it is missing.
     bool Run(const QString& aStatement, const QVariantList& aArguments, QString& aError,
@@ -70,17 +83,28 @@ public:
     }
 
 private:
+    using File = std::pair<dev_t, ino_t>;
+
+    static File FileAt(const QString& aPath)
+    {
+        struct stat status = {};
+        return stat(QFile::encodeName(aPath).constData(), &status) == 0 ? File(status.st_dev, status.st_ino)
+                                                                        : File();
+    }
+
     static bool DriverPresent(QString& aError)
     {
         if (QCoreApplication::instance() == nullptr) {
             aError = QStringLiteral("the state store needs a QCoreApplication: create one before opening it");
             return false;
         }
-        if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
+        // To ask takes long, and a driver stays.
+        static std::atomic<bool> s_IsThere{false};
+        s_IsThere = s_IsThere || QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"));
+        if (!s_IsThere) {
             aError = QStringLiteral("Qt's SQLite driver is missing: install the package libqt5sql5-sqlite");
-            return false;
         }
-        return true;
+        return s_IsThere;
     }
 
     bool MakeFolder(QString& aError) const
@@ -103,11 +127,14 @@ private:
             m_Database.setDatabaseName(m_Path);
             m_Database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=400"));
         }
-        if (m_Database.open()) {
-            return true;
+        if (!m_Database.open()) {
+            aError = Explain(m_Database.lastError());
+            return false;
         }
-        aError = Explain(m_Database.lastError());
-        return false;
+        // A transaction is all or nothing whenever a program ends, as the journal tells the next. It is not
+        // flushed to the disk, which only guards against the machine's end: every launch resets the state,
+        // and the file is in memory or on its way to be removed.
+        return Run(QStringLiteral("PRAGMA synchronous = OFF"), {}, aError);
     }
 
     static bool Execute(QSqlQuery& aQuery, const QString& aStatement, const QVariantList& aArguments)
@@ -135,44 +162,61 @@ private:
 
     QString m_Path;
     QSqlDatabase m_Database;
+    Qt::HANDLE m_Thread = QThread::currentThreadId();
+    File m_File{};
 };
 
-} // namespace
+StateStore::StateStore() = default;
+StateStore::~StateStore() = default;
 
 bool StateStore::Open(const QString& aPath, QString& aError)
 {
     Close();
-    Connection connection(aPath);
-    // A change that is taken back proves that the file can be written, and flushes nothing.
-    bool ok = connection.Open(aError);
+    m_Path = aPath;
+    // A change that is taken back proves that the file can be written.
+    bool ok = Connect(aError);
     for (const char* step : {"BEGIN IMMEDIATE", "PRAGMA user_version = 1", "ROLLBACK"}) {
-        ok = ok && connection.Run(QLatin1String(step), {}, aError);
+        ok = ok && m_Connection->Run(QLatin1String(step), {}, aError);
     }
-    m_Path = ok ? aPath : QString();
+    if (!ok) {
+        Close();
+    }
     return ok;
 }
 
 bool StateStore::Save(const QString& aKey, const QString& aValue, QString& aError)
 {
-    if (!IsOpen()) {
-        aError = kNotOpen;
-        return false;
-    }
-    Connection connection(m_Path);
     // A null text would be stored as no value.
     const QString text = aValue.isNull() ? QLatin1String("") : aValue;
-    return connection.Open(aError) && connection.Run(kSave, {aKey, text}, aError);
+    return Connect(aError) && m_Connection->Run(kSave, {aKey, text}, aError);
 }
 
-bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError) const
+bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError)
+{
+    return Connect(aError) && m_Connection->Run(QStringLiteral("SELECT value FROM state WHERE key = ?"),
+                                                {aKey}, aError, &aValue);
+}
+
+void StateStore::Close()
+{
+    m_Connection.reset();
+    m_Path.clear();
+}
+
+bool StateStore::Connect(QString& aError)
 {
     if (!IsOpen()) {
         aError = kNotOpen;
         return false;
     }
-    Connection connection(m_Path);
-    return connection.Open(aError) &&
-           connection.Run(QStringLiteral("SELECT value FROM state WHERE key = ?"), {aKey}, aError, &aValue);
+    if (m_Connection != nullptr && m_Connection->IsUsable()) {
+        return true;
+    }
+    m_Connection = std::make_unique<Connection>(m_Path);
+    if (!m_Connection->Open(aError)) {
+        m_Connection.reset();
+    }
+    return m_Connection != nullptr;
 }
 
 } // namespace MPL::Detail

@@ -15,6 +15,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <thread>
 
 namespace
@@ -81,6 +85,36 @@ TEST_F(PersistedState, IsWrittenOnlyWhenItChanges)
     EXPECT_TRUE(file.seek(0));
     EXPECT_EQ(file.readAll(), content);
     EXPECT_EQ(QDir(QFileInfo(m_Path).path()).entryList(QDir::Files).size(), 1) << "a journal is left";
+}
+
+TEST_F(PersistedState, IsWholeWhenAProgramIsKilledWhileItSaves)
+{
+    constexpr int kLength = 50000; // several pages of the file
+    constexpr int kRounds = 30;
+    for (qint64 round = 0; round < kRounds; ++round) {
+        const pid_t writer = fork();
+        if (writer == 0) {
+            StateStore store;
+            QString error;
+            bool saved = store.Open(m_Path, error);
+            for (int count = 0; saved; ++count) {
+                saved = store.Save(kStateKeyActiveSource, QString(kLength, QChar('a' + count % 2)), error);
+            }
+            _exit(1);
+        }
+        ASSERT_GT(writer, 0);
+        while (Stored().isEmpty()) {
+        }
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.nsecsElapsed() < round * 50000) {
+        }
+        kill(writer, SIGKILL);
+        EXPECT_EQ(waitpid(writer, nullptr, 0), writer);
+        const QString value = Stored();
+        ASSERT_EQ(value.size(), kLength);
+        EXPECT_EQ(value.count(value.front()), kLength);
+    }
 }
 
 TEST_F(PersistedState, CantBeSavedBeforeTheStart)
