@@ -76,7 +76,7 @@ void WaitForOrphans()
 
 } // namespace
 
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings)
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup)
 {
     Pipe ready = MakePipe();
     Pipe messages = MakePipe();
@@ -89,11 +89,14 @@ int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings)
 
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     const pid_t self = getpid();
-    const Spawned bubblewrap = Spawn(aArguments, [&] {
-        DieWithParent(self);
-        fcntl(ready.write.Get(), F_SETFD, 0);
-        dup2(messages.write.Get(), STDERR_FILENO);
-    });
+    const Spawned bubblewrap = Spawn(
+        aArguments,
+        [&] {
+            DieWithParent(self);
+            fcntl(ready.write.Get(), F_SETFD, 0);
+            dup2(messages.write.Get(), STDERR_FILENO);
+        },
+        [&] { return aCgroup.Fork(); });
     ready.write.Close();
     messages.write.Close();
     if (bubblewrap.pid < 0) {

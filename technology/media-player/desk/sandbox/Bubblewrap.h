@@ -2,6 +2,7 @@
 #pragma once
 
 #include "InsideSettings.h"
+#include "PrivateCgroup.h"
 
 #include <string>
 #include <vector>
@@ -9,9 +10,10 @@
 namespace sandbox
 {
 
-/// Runs bubblewrap with these arguments and the settings for the half inside, whose stderrFd and readyFd it
-/// adds. Returns the status to exit with once nothing of the sandbox is left. Where bubblewrap can't make a
-/// sandbox, one line says why and what to do.
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings);
+/// Runs bubblewrap in the control group with these arguments and the settings for the half inside, whose
+/// stderrFd and readyFd it adds. Returns the status to exit with once nothing of the sandbox is left. Where
+/// bubblewrap can't make a sandbox, one line says why and what to do.
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
+                  const PrivateCgroup& aCgroup);
 
 } // namespace sandbox

@@ -107,6 +107,12 @@ void PrepareManager(const std::string& aNotifySocket)
     setenv("SYSTEMD_GENERATOR_PATH", "/nonexistent", 1);
     setenv("SYSTEMD_ENVIRONMENT_GENERATOR_PATH", "/nonexistent", 1);
     setenv("NOTIFY_SOCKET", aNotifySocket.c_str(), 1);
+    if (access(kPrivateManagerLibrary.c_str(), R_OK) == 0) {
+        const char* given = std::getenv("LD_PRELOAD");
+        const std::string others =
+            given != nullptr && *given != '\0' ? ":" + std::string(given) : std::string();
+        setenv("LD_PRELOAD", (kPrivateManagerLibrary + others).c_str(), 1);
+    }
 }
 
 Spawned SpawnManager(const std::string& aNotifySocket)

@@ -70,7 +70,7 @@ bool FindClock(const Options& aOptions, Places& aPlaces, InsideSettings& aSettin
         return true;
     }
     aSettings.faketime = FindFaketime();
-    aPlaces.clockLibrary = FindClockLibrary();
+    aPlaces.clockLibrary = FindOwnLibrary("libmpl-clock.so");
     if (aSettings.faketime.empty()) {
         Say("libfaketime is missing, without which the only speed is 1: install the package libfaketime");
     } else if (aPlaces.clockLibrary.empty()) {
@@ -106,12 +106,13 @@ int RunOutside(const Options& aOptions)
     std::signal(SIGQUIT, SIG_IGN);
 
     PrivateCgroup cgroup;
-    settings.wantsManager = aOptions.wantsLifecycleManager && cgroup.Enter(settings.noManagerReason);
+    settings.wantsManager = aOptions.wantsLifecycleManager && cgroup.Make(settings.noManagerReason);
     settings.cgroupFolder = cgroup.Folder();
-    places.hasCgroup = !cgroup.Folder().empty();
-    const int status = RunBubblewrap(BubblewrapArguments(places), settings);
-    cgroup.Leave();
-    return status;
+    if (settings.wantsManager) {
+        places.hasCgroup = true;
+        places.managerLibrary = FindOwnLibrary("libmpl-manager.so");
+    }
+    return RunBubblewrap(BubblewrapArguments(places), settings, cgroup);
 }
 
 } // namespace sandbox

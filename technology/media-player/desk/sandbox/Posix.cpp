@@ -118,11 +118,12 @@ std::string WithErrno(const std::string& aText, int aErrno)
     return aText + ": " + std::strerror(aErrno);
 }
 
-Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild)
+Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild,
+              const std::function<pid_t()>& aFork)
 {
     // The pipe closes when the command runs; before that it carries the reason why it can't.
     Pipe report = MakePipe();
-    const pid_t pid = report.read.IsValid() ? fork() : -1;
+    const pid_t pid = report.read.IsValid() ? aFork() : -1;
     if (pid < 0) {
         return {-1, errno};
     }

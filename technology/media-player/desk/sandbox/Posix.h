@@ -2,6 +2,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <functional>
 #include <string>
@@ -65,10 +66,11 @@ struct Spawned {
     int error;
 };
 
-/// Forks, runs `aInChild` in the child, then the command (looked up in PATH). Blocks until the command runs
-/// or could not be run. Call it from the main thread: children that die with their parent die with the
-/// *thread* that forked them.
-Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild = {});
+/// Forks, by `aFork` when given, runs `aInChild` in the child, then the command (looked up in PATH). Blocks
+/// until the command runs or could not be run. Call it from the main thread: children that die with their
+/// parent die with the *thread* that forked them.
+Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild = {},
+              const std::function<pid_t()>& aFork = fork);
 
 /// A descriptor of the process that becomes readable when it ends; of this one, even when its id is used
 /// again.

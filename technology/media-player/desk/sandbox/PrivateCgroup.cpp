@@ -1,8 +1,10 @@
 #include "PrivateCgroup.h"
 
 #include <fcntl.h>
+#include <linux/sched.h>
 #include <poll.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -140,26 +142,61 @@ void CloseAllBut(int aFd)
 
 } // namespace
 
-bool PrivateCgroup::Enter(std::string& aReason)
+bool PrivateCgroup::Make(std::string& aReason)
 {
-    m_Parent = OwnGroup();
-    if (m_Parent.empty()) {
+    const std::string parent = OwnGroup();
+    if (parent.empty()) {
         aReason = "this machine has no cgroup2 file system";
         return false;
     }
-    m_Folder = MakeGroup(m_Parent);
+    m_Folder = MakeGroup(parent);
     if (m_Folder.empty()) {
-        aReason = WithErrno("no control group can be made in " + m_Parent, errno);
+        aReason = WithErrno("no control group can be made in " + parent, errno);
         return false;
     }
     // A process group of its own keeps the cleaner apart from the sandbox's processes; both sides set it, so
     // that it holds whoever runs first.
-    if (!StartCleaner() || setpgid(m_Cleaner, m_Cleaner) != 0 || !MoveIn(m_Folder)) {
-        aReason = WithErrno("no process can be moved into " + m_Folder, errno);
-        Leave();
+    if (!StartCleaner() || setpgid(m_Cleaner, m_Cleaner) != 0 || !CanFork()) {
+        aReason = WithErrno("no process can be started in " + m_Folder, errno);
+        Remove();
         return false;
     }
     return true;
+}
+
+pid_t PrivateCgroup::Fork() const
+{
+    if (m_Folder.empty()) {
+        return fork();
+    }
+    const UniqueFd group(open(m_Folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    clone_args arguments = {};
+    arguments.flags = CLONE_INTO_CGROUP;
+    arguments.exit_signal = SIGCHLD;
+    arguments.cgroup = static_cast<__u64>(group.Get());
+    auto child = static_cast<pid_t>(syscall(SYS_clone3, &arguments, sizeof arguments));
+    if (child >= 0) {
+        return child;
+    }
+    // Kernels before 5.7 can't, and some containers forbid it.
+    child = fork();
+    if (child == 0 && !MoveIn(m_Folder)) {
+        _exit(errno);
+    }
+    return child;
+}
+
+// Whether the caller may: the group's files don't tell, as it depends on the groups above as well.
+bool PrivateCgroup::CanFork() const
+{
+    const pid_t child = Fork();
+    if (child == 0) {
+        _exit(0);
+    }
+    if (child > 0) {
+        errno = WaitForEnd(child);
+    }
+    return child > 0 && errno == 0;
 }
 
 bool PrivateCgroup::StartCleaner()
@@ -173,12 +210,11 @@ bool PrivateCgroup::StartCleaner()
     return m_Cleaner > 0;
 }
 
-void PrivateCgroup::Leave()
+void PrivateCgroup::Remove()
 {
     if (m_Folder.empty()) {
         return;
     }
-    MoveIn(m_Parent);
     m_Alive.Close();
     if (m_Cleaner > 0) {
         WaitForEnd(m_Cleaner);

@@ -10,30 +10,34 @@
 namespace sandbox
 {
 
-/// Enter creates a group below the caller's own and moves the caller into it, so that everything it starts is
-/// born there. The group goes away with its last process, even when the caller is killed: a cleaner process
-/// that is forked on entry outlives it by as much as that takes.
+/// A group below the caller's own, in which processes are born: moving one in or out holds everything up
+/// until all of the machine's processors have noticed. The group goes away with its last process, even when
+/// the caller is killed: a cleaner process that is forked when it is made outlives it by as much as that
+/// takes.
 class PrivateCgroup
 {
 public:
     PrivateCgroup() = default;
     PrivateCgroup(const PrivateCgroup&) = delete;
     PrivateCgroup& operator=(const PrivateCgroup&) = delete;
-    ~PrivateCgroup() { Leave(); }
+    ~PrivateCgroup() { Remove(); }
 
-    /// False, with the reason, where the machine gives the caller no group to write to.
-    bool Enter(std::string& aReason);
+    /// False, with the reason, where the machine gives the caller no group to start processes in.
+    bool Make(std::string& aReason);
 
-    /// Moves the caller back and waits until the group is gone. Nothing to do when it was never entered.
-    void Leave();
+    /// As fork(2), but with the child in the group. A plain fork when there is none.
+    pid_t Fork() const;
 
-    /// The group's folder in the machine's cgroup tree; empty when not entered.
+    /// Ends what is left in the group and waits until it is gone. Nothing to do when it was never made.
+    void Remove();
+
+    /// The group's folder in the machine's cgroup tree; empty when not made.
     const std::string& Folder() const { return m_Folder; }
 
 private:
     bool StartCleaner();
+    bool CanFork() const;
 
-    std::string m_Parent;
     std::string m_Folder;
     UniqueFd m_Alive; ///< closes when the caller ends: the cleaner's sign to begin
     pid_t m_Cleaner = -1;

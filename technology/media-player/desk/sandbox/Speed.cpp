@@ -52,14 +52,6 @@ std::string FindFaketime()
     return {};
 }
 
-std::string FindClockLibrary()
-{
-    // The same way from the program in the build tree and in an installation.
-    const fs::path library =
-        fs::path(OwnExecutable()).parent_path() / "../lib/mpl-test-support/libmpl-clock.so";
-    return access(library.c_str(), R_OK) == 0 ? library.lexically_normal().string() : std::string();
-}
-
 std::string WhyNotAtSpeed(const std::string& aSpeed)
 {
     return ", so it can't run at speed " + aSpeed + ": use --speed 1";

@@ -13,9 +13,6 @@ double ParseSpeed(const std::string& aText);
 /// The library that gives programs another clock; empty when this machine has none.
 std::string FindFaketime();
 
-/// This project's addition to it; empty when it is not where it is built or installed.
-std::string FindClockLibrary();
-
 /// Why not every program of the stack can live by another clock; empty when it can.
 std::string ObstacleInStack(const std::string& aStackFolder);
 

@@ -67,6 +67,13 @@ std::string OwnExecutable()
     return fs::read_symlink("/proc/self/exe", error).string();
 }
 
+std::string FindOwnLibrary(const std::string& aName)
+{
+    // The same way from the program in the build tree and in an installation.
+    const fs::path library = fs::path(OwnExecutable()).parent_path() / "../lib/mpl-test-support" / aName;
+    return access(library.c_str(), R_OK) == 0 ? library.lexically_normal().string() : std::string();
+}
+
 std::string RuntimeFolder()
 {
     return "/run/user/" + std::to_string(getuid());
@@ -95,8 +102,11 @@ std::vector<std::string> BubblewrapArguments(const Places& aPlaces)
     }
     BindLibraries(arguments);
     MakeRun(arguments);
-    if (!aPlaces.clockLibrary.empty()) {
-        Add(arguments, {"--ro-bind", aPlaces.clockLibrary, kPrivateClock});
+    for (const auto& [library, place] : {std::pair(aPlaces.clockLibrary, kPrivateClock),
+                                         std::pair(aPlaces.managerLibrary, kPrivateManagerLibrary)}) {
+        if (!library.empty()) {
+            Add(arguments, {"--ro-bind", library, place});
+        }
     }
     Add(arguments, {"--dir", kStackVariableFolder});
     BindStack(arguments, aPlaces.stackFolder);

@@ -11,6 +11,8 @@ namespace sandbox
 inline const std::string kPrivateFolder = "/run/mpl-sandbox";
 inline const std::string kPrivateProgram = kPrivateFolder + "/mpl-sandbox";   ///< this program
 inline const std::string kPrivateClock = kPrivateFolder + "/libmpl-clock.so"; ///< where the clock is another
+inline const std::string kPrivateManagerLibrary =
+    kPrivateFolder + "/libmpl-manager.so"; ///< missing: the manager does without
 inline const std::string kPrivateMachine =
     kPrivateFolder + "/machine"; ///< its files, until they are brought in
 inline const std::string kPrivateTempFolder = kPrivateFolder + "/tmp";
@@ -23,6 +25,10 @@ inline const std::string kTestBusSocket = kStackVariableFolder + "/testDbus";
 /// The absolute path of this program's own file.
 std::string OwnExecutable();
 
+/// A library of this project that programs of the sandbox are made to load; empty when it is not where it is
+/// built or installed.
+std::string FindOwnLibrary(const std::string& aName);
+
 /// The user's private runtime folder, where the sandbox's bus listens.
 std::string RuntimeFolder();
 std::string BusSocket();
@@ -32,6 +38,7 @@ std::string BusAddress();
 struct Places {
     std::string stackFolder;
     std::string clockLibrary;
+    std::string managerLibrary;
     bool hasCgroup = false; ///< a control group of its own, which becomes the whole tree
 };
 

@@ -20,7 +20,7 @@ TEST_F(SandboxLifecycleManager, RunsTheUnitsOfTheStackOnly)
 {
     const Outcome outcome = RunScript(R"(
         systemctl --user list-unit-files --no-legend --no-pager | cut -d' ' -f1 | sort | tr '\n' ' '
-        systemctl --user start media-manager && ps -o args= -C sleep
+        systemctl --user start media-manager && until ps -o args= -C sleep; do :; done # its script starts it
         systemctl --user stop media-manager && ps -o args= -C sleep
         systemctl --user start no-such-unit)",
                                       {});
@@ -49,6 +49,18 @@ TEST_F(SandboxLifecycleManager, IsOnTheBusBeforeTheProgramStarts)
     EXPECT_LT(timer.elapsed(), 9000);
     EXPECT_TRUE(MarkedProcesses().empty());
     EXPECT_EQ(SandboxGroups(), QStringList());
+}
+
+// Closing a queue of watches takes the kernel long, and the sandbox waits for its manager's end.
+TEST_F(SandboxLifecycleManager, WatchesItsControlGroupsOnly)
+{
+    const Outcome outcome = RunScript(R"sh(
+        for process in /proc/[0-9]*; do
+            test "$(cat $process/comm)" = systemd && grep -l '^inotify wd' $process/fdinfo/* | wc -l
+        done
+        systemctl --user show-environment | grep -c LD_PRELOAD)sh",
+                                      {});
+    EXPECT_EQ(outcome.out, "1\n0\n") << outcome.err; // and what it starts knows nothing of that
 }
 
 } // namespace sandbox
