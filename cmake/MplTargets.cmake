@@ -48,11 +48,13 @@ endfunction()
 # them. Qt's own CMake functions know neither a second include nor another folder for what they generate.
 function(mpl_generate_dbus interface dir base)
     set(xml ${MPL_DBUS_DIR}/com.talvex.DBus.MediaPlayer.${interface}.xml)
+    set(narrow_includes ${PROJECT_SOURCE_DIR}/cmake/MplNarrowIncludes.cmake)
     file(MAKE_DIRECTORY ${dir})
     add_custom_command(
         OUTPUT ${dir}/${base}.h ${dir}/${base}.cpp
         COMMAND Qt5::qdbusxml2cpp -i MPL_Types.h ${ARGN} ${xml}
+        COMMAND ${CMAKE_COMMAND} -DHEADER=${base}.h -P ${narrow_includes}
         WORKING_DIRECTORY ${dir}
-        DEPENDS ${xml}
+        DEPENDS ${xml} ${narrow_includes}
         COMMENT "Generating ${base}" VERBATIM)
 endfunction()

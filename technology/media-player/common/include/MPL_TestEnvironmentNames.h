@@ -4,64 +4,70 @@
 #pragma once
 
 #include <MPL_ServiceNames.h>
-
-#include <QString>
-
-#include <array>
+#include <MPL_Words.h>
 
 /// @{
 /// Executable names of the processes, and their lifecycle-manager names.
-inline const QString MPL_TEST_MEDIAMANAGER_PROCESS_NAME = QStringLiteral("media_manager");
-inline const QString MPL_TEST_MEDIAMANAGER_SLM_NAME = QStringLiteral("media-manager");
-inline const QString MPL_TEST_MME_PROCESS_NAME = QStringLiteral("media_mme");
-inline const QString MPL_TEST_MME_SLM_NAME = QStringLiteral("media-mme");
-inline const QString MPL_TEST_RECOGNITION_SERVER_NAME = QStringLiteral("recognition-server");
+MPL_WORD(MPL_TEST_MEDIAMANAGER_PROCESS_NAME, "media_manager");
+MPL_WORD(MPL_TEST_MEDIAMANAGER_SLM_NAME, "media-manager");
+MPL_WORD(MPL_TEST_MME_PROCESS_NAME, "media_mme");
+MPL_WORD(MPL_TEST_MME_SLM_NAME, "media-mme");
+MPL_WORD(MPL_TEST_RECOGNITION_SERVER_NAME, "recognition-server");
 /// @}
 
 /// The media player's variable-data directory.
-inline const QString MPL_TEST_MEDIA_PLAYER_DIRECTORY = QStringLiteral("/var/talvex/media-player/");
+MPL_WORD(MPL_TEST_MEDIA_PLAYER_DIRECTORY, "/var/talvex/media-player/");
 
 /// @{
 /// The example media source built for testing: executable name, program, bus name.
-inline const QString MPL_TEST_MEDIA_SOURCE_PROCESS_NAME = QStringLiteral("test_media_source");
-inline const QString MPL_TEST_MEDIA_SOURCE_PROCESS_PATH =
-    QStringLiteral("/opt/talvex/test/test_media_source/") + MPL_TEST_MEDIA_SOURCE_PROCESS_NAME;
-inline const QString MPL_TEST_MEDIA_SOURCE_SERVICE_NAME =
-    QStringLiteral("com.talvex.DBus.Examples.MediaSourceTest");
-inline const QString MPL_TEST_MME_MOUNT_SERVICE_NAME =
-    QStringLiteral("com.talvex.DBus.MediaPlayer.MMEMountService");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_PROCESS_NAME, "test_media_source");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, "/opt/talvex/test/test_media_source/test_media_source");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SERVICE_NAME, "com.talvex.DBus.Examples.MediaSourceTest");
+MPL_WORD(MPL_TEST_MME_MOUNT_SERVICE_NAME, "com.talvex.DBus.MediaPlayer.MMEMountService");
 /// @}
 
 /// @{
 /// The two test accounts of the streaming service; the first is the default.
-inline const QString MPL_TEST_PANDORA_USER_NAME_1 = QStringLiteral("media.tester.one@example.com");
-inline const QString MPL_TEST_PANDORA_PASSWORD_1 = QStringLiteral("fobnix");
-inline const QString MPL_TEST_PANDORA_USER_NAME_2 = QStringLiteral("media.tester.two@example.com");
-inline const QString MPL_TEST_PANDORA_PASSWORD_2 = QStringLiteral("plumtree");
+MPL_WORD(MPL_TEST_PANDORA_USER_NAME_1, "media.tester.one@example.com");
+MPL_WORD(MPL_TEST_PANDORA_PASSWORD_1, "fobnix");
+MPL_WORD(MPL_TEST_PANDORA_USER_NAME_2, "media.tester.two@example.com");
+MPL_WORD(MPL_TEST_PANDORA_PASSWORD_2, "plumtree");
 /// @}
 
 /// @{
 /// Separators of test texts; both are a blank.
-inline const QString MPL_TEST_SEPARATOR_1 = QStringLiteral(" ");
-inline const QString MPL_TEST_SEPARATOR_2 = QStringLiteral(" ");
+MPL_WORD(MPL_TEST_SEPARATOR_1, " ");
+MPL_WORD(MPL_TEST_SEPARATOR_2, " ");
 /// @}
 
+/// @{
 /// Lifecycle-manager names of the tuner processes.
-inline const std::array MPL_TEST_TUNER_PROCESS_NAMES{QStringLiteral("audio-tuner-manager"),
-                                                     QStringLiteral("tuner-device-manager")};
+MPL_WORD(MPL_TEST_TUNER_PROCESS_NAME_AUDIO_TUNER_MANAGER, "audio-tuner-manager");
+MPL_WORD(MPL_TEST_TUNER_PROCESS_NAME_TUNER_DEVICE_MANAGER, "tuner-device-manager");
+MPL_GROUP(MPL_TEST_TUNER_PROCESS_NAMES, MPL_TEST_TUNER_PROCESS_NAME_AUDIO_TUNER_MANAGER,
+          MPL_TEST_TUNER_PROCESS_NAME_TUNER_DEVICE_MANAGER);
+/// @}
 
+/// @{
 /// Lifecycle-manager names of the media sources. This list has Bluetooth where the two below have the disc.
-inline const std::array MPL_TEST_MEDIA_SOURCE_SLM_NAMES{
-    QStringLiteral("media-source-mass-storage"), QStringLiteral("media-source-apple"),
-    QStringLiteral("media-source-pandora"), QStringLiteral("media-source-spotify"),
-    QStringLiteral("media-source-btmedia")};
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_MASS_STORAGE, "media-source-mass-storage");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_APPLE, "media-source-apple");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_PANDORA, "media-source-pandora");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_SPOTIFY, "media-source-spotify");
+MPL_WORD(MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_BTMEDIA, "media-source-btmedia");
+MPL_GROUP(MPL_TEST_MEDIA_SOURCE_SLM_NAMES, MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_MASS_STORAGE,
+          MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_APPLE,
+          MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_PANDORA,
+          MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_SPOTIFY,
+          MPL_TEST_MEDIA_SOURCE_SLM_NAME_MEDIA_SOURCE_BTMEDIA);
+/// @}
 
 /// Bus names of the media sources that tests launch; entry i belongs to entry i of the process names.
-inline const std::array MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES{
-    MPL::MPL_MASS_STORAGE_SERVICE_NAME, MPL::MPL_APPLE_SERVICE_NAME, MPL::MPL_PANDORA_SERVICE_NAME,
-    MPL::MPL_DISC_SERVICE_NAME, MPL::MPL_SPOTIFY_SERVICE_NAME};
+MPL_GROUP(MPL_TEST_MEDIA_SOURCE_SERVICE_NAMES, MPL::MPL_MASS_STORAGE_SERVICE_NAME,
+          MPL::MPL_APPLE_SERVICE_NAME, MPL::MPL_PANDORA_SERVICE_NAME, MPL::MPL_DISC_SERVICE_NAME,
+          MPL::MPL_SPOTIFY_SERVICE_NAME);
 
 /// Executable names of the same sources.
-inline const std::array MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES{
-    MPL::MPL_MASS_STORAGE_PROCESS_NAME, MPL::MPL_APPLE_PROCESS_NAME, MPL::MPL_PANDORA_PROCESS_NAME,
-    MPL::MPL_DISC_PROCESS_NAME, MPL::MPL_SPOTIFY_PROCESS_NAME};
+MPL_GROUP(MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES, MPL::MPL_MASS_STORAGE_PROCESS_NAME,
+          MPL::MPL_APPLE_PROCESS_NAME, MPL::MPL_PANDORA_PROCESS_NAME, MPL::MPL_DISC_PROCESS_NAME,
+          MPL::MPL_SPOTIFY_PROCESS_NAME);

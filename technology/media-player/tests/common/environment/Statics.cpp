@@ -2,7 +2,7 @@
 #include <MPL_TestEnvironment.h>
 
 // They are initialised before a test program's own static objects, which may use them, also where the library
-// is linked statically. The constants of other headers come later, so only literals can stand here.
+// is linked statically. Only the words are there earlier.
 #define MPL_INITIALISED_EARLY __attribute__((init_priority(200)))
 
 MPL_INITIALISED_EARLY const QString kMPLDefaultEnvironment = QStringLiteral("/var/talvex/media-player/test/");
@@ -22,7 +22,6 @@ const int EXPECTED_NUMBER_OF_TEST_MEDIA_SOURCE = 3;
 MPL_INITIALISED_EARLY static const QString MPL_TEST_INVALID_DBUS_NAME = QStringLiteral("InvalidDbus");
 
 MPL_INITIALISED_EARLY QString MPL_TestEnvironment::m_EnvironmentDirectory = kMPLDefaultEnvironment;
-MPL_INITIALISED_EARLY QString MPL_TestEnvironment::m_PandoraUserName =
-    QStringLiteral("media.tester.one@example.com");
-MPL_INITIALISED_EARLY QString MPL_TestEnvironment::m_PandoraPassword = QStringLiteral("fobnix");
+MPL_INITIALISED_EARLY QString MPL_TestEnvironment::m_PandoraUserName = MPL_TEST_PANDORA_USER_NAME_1;
+MPL_INITIALISED_EARLY QString MPL_TestEnvironment::m_PandoraPassword = MPL_TEST_PANDORA_PASSWORD_1;
 MPL_INITIALISED_EARLY QDBusConnection MPL_TestEnvironment::m_TestDbusConnection{MPL_TEST_INVALID_DBUS_NAME};

@@ -22,6 +22,18 @@ QStringList ListOf(const std::array<QString, N>& aWords)
     return list;
 }
 
+// What a test program's own static objects make of the words.
+const QString kPathOfABrowser = QStringLiteral("/disc") + MPL::MPL_OBJECT_PATH_SUFFIX_BROWSER;
+const QStringList kRepeatModes = ListOf(MPL::MPL_REPEAT_MODES);
+const QStringList kTuners = ListOf(MPL_TEST_TUNER_PROCESS_NAMES);
+
+TEST(Words, AreThereBeforeTheStaticObjectsOfATestProgram)
+{
+    EXPECT_EQ(kPathOfABrowser, "/disc/Browser");
+    EXPECT_EQ(kRepeatModes, QStringList({"REPEAT_MODE_ALL", "REPEAT_MODE_ONE", "REPEAT_MODE_OFF"}));
+    EXPECT_EQ(kTuners, QStringList({"audio-tuner-manager", "tuner-device-manager"}));
+}
+
 TEST(Words, KeepTheOddSpellingsOfTheServices)
 {
     using namespace MPL;

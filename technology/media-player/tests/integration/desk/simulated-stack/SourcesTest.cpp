@@ -8,6 +8,8 @@
 #include <MPL_PlaybackControlProxy.h>
 #include <MPL_TestEnvironmentNames.h>
 
+#include <QFile>
+
 using Control = ComTalvexDBusMediaPlayerPlaybackControlInterface;
 using Queue = ComTalvexDBusMediaPlayerPlayQueueInterface;
 using Simulation = ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface;
