@@ -1,5 +1,7 @@
-# Debian packages of the three components: cpack --config <build>/CPackConfig.cmake
+# Debian packages of the three components, and what lies in their /usr/share/doc: cmake --workflow --preset packages, or
+# cpack --config <build>/CPackConfig.cmake, from wherever it is called.
 set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/deb)
 set(CPACK_PACKAGE_VENDOR "MPL test support")
 set(CPACK_PACKAGE_CONTACT "MPL test support <maintainers@example.com>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -34,5 +36,17 @@ set(CPACK_DEBIAN_SIMULATED-STACK_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_SIMULATED-STACK_PACKAGE_DEPENDS "libqt5sql5-sqlite")
 set(CPACK_COMPONENT_SIMULATED-STACK_DESCRIPTION "Stand-ins for the programs of the media-player service stack
  Real processes on a real bus, for machines that have no vehicle stack.")
+
+foreach(component development host simulated-stack)
+    string(TOUPPER ${component} upper)
+    set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
+    install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${doc_dir} RENAME changelog COMPONENT ${component})
+    install(FILES ${PROJECT_SOURCE_DIR}/cmake/copyright DESTINATION ${doc_dir} COMPONENT ${component})
+endforeach()
+set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME})
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    DESTINATION ${doc_dir} COMPONENT development)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${doc_dir} COMPONENT development PATTERN Doxyfile.in EXCLUDE)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/technology/media-player/examples DESTINATION ${doc_dir} COMPONENT development)
 
 include(CPack)
