@@ -1,5 +1,6 @@
 #include "Faults.h"
 
+#include "FaultWords.h"
 #include "Interfaces.h"
 #include "Json.h"
 
@@ -7,28 +8,11 @@
 #include <QMap>
 
 #include <algorithm>
-#include <array>
 
 namespace sim
 {
 namespace
 {
-
-// A misspelt program would silently run without its faults, so the file may only name these.
-const std::array kPrograms{"media_manager",
-                           "media_mme",
-                           "media_source_apple",
-                           "media_source_mass_storage",
-                           "media_source_pandora",
-                           "media_source_disc",
-                           "media_source_spotify",
-                           "media_source_btmedia",
-                           "test_media_source",
-                           "recognition-server",
-                           "hmi_main",
-                           "hmi_cluster",
-                           "audio-tuner-manager",
-                           "tuner-device-manager"};
 
 bool IsProgram(const QString& aName)
 {
@@ -56,11 +40,11 @@ QString Quoted(const QString& aText)
 const QMap<QString, ReplyFault>& ReplyWords()
 {
     static const QMap<QString, ReplyFault> kWords{
-        {QStringLiteral("error"), ReplyFault::Error},
-        {QStringLiteral("never"), ReplyFault::Never},
-        {QStringLiteral("wrong_signature"), ReplyFault::WrongSignature},
-        {QStringLiteral("signal_first"), ReplyFault::SignalFirst},
-        {QStringLiteral("die"), ReplyFault::Die}};
+        {QLatin1String(kErrorReply), ReplyFault::Error},
+        {QLatin1String(kNoReply), ReplyFault::Never},
+        {QLatin1String(kWrongSignatureReply), ReplyFault::WrongSignature},
+        {QLatin1String(kSignalFirstReply), ReplyFault::SignalFirst},
+        {QLatin1String(kDyingReply), ReplyFault::Die}};
     return kWords;
 }
 
@@ -103,22 +87,22 @@ bool ReadReplies(const QJsonValue& aValue, QHash<QString, ReplyFault>& aReplies,
 // False, with or without an error that says more than that.
 bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan, QString& aError)
 {
-    if (aName == QLatin1String("start_delay_ms")) {
+    if (aName == QLatin1String(kStartDelayKey)) {
         return ReadNumber(aValue, aPlan.startDelayMs);
     }
-    if (aName == QLatin1String("never_own_name")) {
+    if (aName == QLatin1String(kNeverOwnNameKey)) {
         return ReadFlag(aValue, aPlan.neverOwnName);
     }
-    if (aName == QLatin1String("manager_objects")) {
+    if (aName == QLatin1String(kManagerObjectsKey)) {
         return ReadNumber(aValue, aPlan.managerObjects);
     }
-    if (aName == QLatin1String("ignore_sigterm")) {
+    if (aName == QLatin1String(kIgnoreSigtermKey)) {
         return ReadFlag(aValue, aPlan.ignoreSigterm);
     }
-    if (aName == QLatin1String("crash_after_ms")) {
+    if (aName == QLatin1String(kCrashAfterKey)) {
         return ReadNumber(aValue, aPlan.crashAfterMs.emplace());
     }
-    return aName == QLatin1String("replies") && ReadReplies(aValue, aPlan.replies, aError);
+    return aName == QLatin1String(kRepliesKey) && ReadReplies(aValue, aPlan.replies, aError);
 }
 
 bool ReadProgram(const QString& aProgram, const QJsonValue& aValue, FaultPlan& aPlan, QString& aError)
@@ -155,7 +139,7 @@ bool FaultPlan::Load(const QString& aPath, const QString& aProgram, FaultPlan& a
     if (!ReadJsonFile(aPath, root, aError)) {
         return false;
     }
-    const QJsonValue programs = root.value(QLatin1String("programs"));
+    const QJsonValue programs = root.value(QLatin1String(kProgramsKey));
     if (!programs.isObject()) {
         aError = QStringLiteral("there is no object \"programs\"");
         return false;

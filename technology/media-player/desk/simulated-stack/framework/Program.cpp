@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "FaultWords.h"
 #include "Log.h"
 #include "Object.h"
 #include <MPL_Types.h>
@@ -25,7 +26,7 @@ constexpr int kNameTaken = 3;
 
 QString FaultsFile()
 {
-    return QStringLiteral("/opt/talvex/etc/simulated-stack.json");
+    return QLatin1String(kFaultsFile);
 }
 
 QString TestBusAddress()

@@ -1,6 +1,6 @@
 // Callers of services that answer late, wrongly or never, and of services that have left.
-#include "StackFaults.h"
 #include <MPL_Proxies.h>
+#include <MPL_SimulatedFaults.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_TestUtils.h>
 #include <MPL_Types.h>
@@ -12,11 +12,13 @@
 namespace
 {
 
-using ManagerProxy = std::unique_ptr<ComTalvexDBusMediaPlayerMediaManagerInterface>;
+using Manager = ComTalvexDBusMediaPlayerMediaManagerInterface;
+using ManagerProxy = std::unique_ptr<Manager>;
 using SimulatorProxy = std::unique_ptr<ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface>;
 
 struct Fault {
-    const char* reply;
+    MPL::ReplyFault reply;
+    const char* name;
     QDBusError::ErrorType error;
 };
 
@@ -29,11 +31,8 @@ protected:
 TEST_P(AQueryOfTheManager, EndsInAnErrorReplyAndLeavesTheProxyUsable)
 {
     MPL::RegisterAllMetaTypes();
-    const QByteArray reply = GetParam().reply;
-    const StackFaults faults(
-        R"({"media_manager": {"replies":
-            {"com.talvex.DBus.MediaPlayer.MediaManager.GetAvailableMediaSources": ")" +
-        reply + "\"}}}");
+    MPL::SimulatedFaults faults;
+    ASSERT_TRUE(faults.Reply<Manager>("media_manager", "GetAvailableMediaSources", GetParam().reply));
     ASSERT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
     const ManagerProxy manager(MPL_TestEnvironment::CreateMediaManagerProxy());
     ASSERT_TRUE(manager);
@@ -44,7 +43,7 @@ TEST_P(AQueryOfTheManager, EndsInAnErrorReplyAndLeavesTheProxyUsable)
     EXPECT_EQ(sources.error().type(), GetParam().error) << qPrintable(sources.error().name());
     EXPECT_TRUE(sources.value().isEmpty());
 
-    if (reply != "die") {
+    if (GetParam().reply != MPL::ReplyFault::Die) {
         auto active = manager->GetActiveMediaSource();
         active.waitForFinished();
         EXPECT_FALSE(active.isError()) << qPrintable(active.error().message());
@@ -52,11 +51,12 @@ TEST_P(AQueryOfTheManager, EndsInAnErrorReplyAndLeavesTheProxyUsable)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, AQueryOfTheManager,
-                         testing::Values(Fault{"error", QDBusError::Failed},
-                                         Fault{"never", QDBusError::NoReply},
-                                         Fault{"wrong_signature", QDBusError::InvalidSignature},
-                                         Fault{"die", QDBusError::NoReply}),
-                         [](const auto& test) { return std::string(test.param.reply); });
+                         testing::Values(Fault{MPL::ReplyFault::Error, "error", QDBusError::Failed},
+                                         Fault{MPL::ReplyFault::Never, "never", QDBusError::NoReply},
+                                         Fault{MPL::ReplyFault::WrongSignature, "wrong_signature",
+                                               QDBusError::InvalidSignature},
+                                         Fault{MPL::ReplyFault::Die, "die", QDBusError::NoReply}),
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST(AProxyWhoseServiceLeft, GetsErrorRepliesUntilTheServiceIsBack)
 {

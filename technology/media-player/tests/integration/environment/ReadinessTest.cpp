@@ -1,6 +1,6 @@
 // Services that are slow or ambiguous when a test waits for them.
-#include "StackFaults.h"
 #include <MPL_Proxies.h>
+#include <MPL_SimulatedFaults.h>
 #include <MPL_TestEnvironment.h>
 #include <MPL_Types.h>
 
@@ -22,14 +22,16 @@ protected:
 
 TEST_F(WaitingForTheManager, SucceedsWhenItOnlyStartsLate)
 {
-    const StackFaults faults(R"({"media_manager": {"start_delay_ms": 3000}})");
+    MPL::SimulatedFaults faults;
+    ASSERT_TRUE(faults.StartDelay("media_manager", 3000));
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
     EXPECT_TRUE(ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy()));
 }
 
 TEST_F(WaitingForTheManager, GivesNoProxyWhenItExportsTwoObjects)
 {
-    const StackFaults faults(R"({"media_manager": {"manager_objects": 2}})");
+    MPL::SimulatedFaults faults;
+    ASSERT_TRUE(faults.ManagerObjects(2));
     EXPECT_TRUE(MPL_TestEnvironment::LaunchMediaManagerProcess(true));
     EXPECT_FALSE(ManagerProxy(MPL_TestEnvironment::CreateMediaManagerProxy()));
 }
