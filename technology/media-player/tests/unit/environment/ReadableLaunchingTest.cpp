@@ -15,7 +15,7 @@ namespace
 using Capability = MPL::TestSourceCapability;
 using Sources = QList<MPL::ServiceObject>;
 
-const QString kManagerName = QStringLiteral("com.talvex.DBus.MediaPlayer.MediaManagerService");
+const QString kManagerName = "com.talvex.DBus.MediaPlayer.MediaManagerService";
 
 class ReadableLaunching : public ClientTest
 {
@@ -29,14 +29,13 @@ protected:
 
     void List(const Sources& aSources)
     {
-        m_ManagerService.Reply(kPath, QStringLiteral("GetAvailableMediaSources"),
-                               QVariant::fromValue(aSources));
+        m_ManagerService.Reply(kPath, "GetAvailableMediaSources", QVariant::fromValue(aSources));
     }
 
     static bool IsReset() { return !Notes("save").isEmpty(); }
 
     FakeService m_ManagerService;
-    const MPL::ServiceObject m_Disc{MPL::MPL_DISC_SERVICE_NAME, QDBusObjectPath(QStringLiteral("/disc/1"))};
+    const MPL::ServiceObject m_Disc{MPL::MPL_DISC_SERVICE_NAME, QDBusObjectPath("/disc/1")};
 };
 
 TEST_F(ReadableLaunching, StartsASourceWithDefaultsThatReset)

@@ -241,8 +241,8 @@ TEST_F(Fixtures, ABoundedWaitEndsWithAWakeUpOrTheThreadOrSaysWhatItWaitedFor)
     EXPECT_FALSE(test.Wait(10));
     test.m_Thread.start();
     EXPECT_FALSE(test.Wait(250));
-    const QString line = QStringLiteral(
-        "critical: TestFixture::Wait -- waited %1 ms for WakeUp() or the end of m_Thread, which %2");
+    const QString line =
+        "critical: TestFixture::Wait -- waited %1 ms for WakeUp() or the end of m_Thread, which %2";
     EXPECT_EQ(Text(Notes()), Text({line.arg(10).arg("was never started"),
                                    line.arg(250).arg("still runs: was QuitTest() reached?")}));
     ClearNotes();

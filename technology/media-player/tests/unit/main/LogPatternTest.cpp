@@ -9,7 +9,7 @@
 namespace
 {
 
-using MPL::Doubles::PrivateBus;
+using MPL::Doubles::SharedBus;
 
 class LogOfTheReadyMain : public testing::Test
 {
@@ -17,8 +17,8 @@ protected:
     QString Log(const QString& aProgram, const QStringList& aArguments)
     {
         QProcess program;
-        m_Environment.insert(QStringLiteral("READY_MAIN_BUS"), m_Bus.Address());
-        m_Environment.insert(QStringLiteral("QT_LOGGING_TO_CONSOLE"), QStringLiteral("1"));
+        m_Environment.insert("READY_MAIN_BUS", SharedBus().Address());
+        m_Environment.insert("QT_LOGGING_TO_CONSOLE", "1");
         program.setProcessEnvironment(m_Environment);
         program.setProcessChannelMode(QProcess::MergedChannels);
         program.start(aProgram, aArguments);
@@ -26,20 +26,16 @@ protected:
         return QString::fromLocal8Bit(program.readAll());
     }
 
-    QString Log()
-    {
-        return Log(QStringLiteral(READY_MAIN_SUBJECT), {QStringLiteral("--gtest_filter=*.Passes")});
-    }
+    QString Log() { return Log(QStringLiteral(READY_MAIN_SUBJECT), {"--gtest_filter=*.Passes"}); }
 
-    PrivateBus m_Bus;
     QProcessEnvironment m_Environment = QProcessEnvironment::systemEnvironment();
 };
 
 TEST_F(LogOfTheReadyMain, HasSecondsAndLevelInEachLine)
 {
-    m_Environment.remove(QStringLiteral("QT_MESSAGE_PATTERN"));
+    m_Environment.remove("QT_MESSAGE_PATTERN");
     const QString log = Log();
-    const QRegularExpression line(QStringLiteral("^ *\\d+\\.\\d{3} debug    Attempting to connect"),
+    const QRegularExpression line("^ *\\d+\\.\\d{3} debug    Attempting to connect",
                                   QRegularExpression::MultilineOption);
     EXPECT_TRUE(line.match(log).hasMatch()) << qPrintable(log);
     EXPECT_FALSE(log.contains(QChar(0x1B))) << qPrintable(log);
@@ -47,20 +43,19 @@ TEST_F(LogOfTheReadyMain, HasSecondsAndLevelInEachLine)
 
 TEST_F(LogOfTheReadyMain, IsColouredOnATerminal)
 {
-    m_Environment.remove(QStringLiteral("QT_MESSAGE_PATTERN"));
-    m_Environment.remove(QStringLiteral("NO_COLOR"));
-    m_Environment.insert(QStringLiteral("TERM"), QStringLiteral("xterm"));
+    m_Environment.remove("QT_MESSAGE_PATTERN");
+    m_Environment.remove("NO_COLOR");
+    m_Environment.insert("TERM", "xterm");
     const QString command = QStringLiteral(READY_MAIN_SUBJECT " --gtest_filter=*.Passes");
-    const QString log =
-        Log(QStringLiteral("script"), {QStringLiteral("-qec"), command, QStringLiteral("/dev/null")});
-    EXPECT_TRUE(log.contains(QStringLiteral("\033[2mdebug    Attempting to connect"))) << qPrintable(log);
+    const QString log = Log("script", {"-qec", command, "/dev/null"});
+    EXPECT_TRUE(log.contains("\033[2mdebug    Attempting to connect")) << qPrintable(log);
 }
 
 TEST_F(LogOfTheReadyMain, LooksAsTheUserAsked)
 {
-    m_Environment.insert(QStringLiteral("QT_MESSAGE_PATTERN"), QStringLiteral("mine: %{message}"));
+    m_Environment.insert("QT_MESSAGE_PATTERN", "mine: %{message}");
     const QString log = Log();
-    EXPECT_TRUE(log.contains(QStringLiteral("mine: Attempting to connect"))) << qPrintable(log);
+    EXPECT_TRUE(log.contains("mine: Attempting to connect")) << qPrintable(log);
 }
 
 } // namespace

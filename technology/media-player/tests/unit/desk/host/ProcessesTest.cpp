@@ -75,8 +75,9 @@ protected:
         m_Children << pid;
         // The program runs, but the kernel may be a moment from giving it its name and, after that, its
         // arguments.
+        siginfo_t info{};
         EXPECT_TRUE(WaitUntil("the program has its arguments",
-                              [pid] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid); }));
+                              [&] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid, info); }));
         return pid;
     }
 
@@ -111,22 +112,17 @@ protected:
         return file.readAll();
     }
 
-    static bool HasEnded(pid_t aPid)
+    static bool HasEnded(pid_t aPid, siginfo_t& aInfo)
     {
-        siginfo_t info{};
-        return waitid(P_PID, static_cast<id_t>(aPid), &info, WEXITED | WNOWAIT | WNOHANG) == 0 &&
-               info.si_pid == aPid;
+        return waitid(P_PID, static_cast<id_t>(aPid), &aInfo, WEXITED | WNOWAIT | WNOHANG) == 0 &&
+               aInfo.si_pid == aPid;
     }
 
     // Waits for the child's end and returns the signal that ended it, 0 when none did.
     static int EndOf(pid_t aPid)
     {
         siginfo_t info{};
-        int result = -1;
-        do {
-            result = waitid(P_PID, static_cast<id_t>(aPid), &info, WEXITED | WNOWAIT);
-        } while (result != 0 && errno == EINTR);
-        EXPECT_EQ(result, 0);
+        EXPECT_TRUE(WaitUntil("the program has ended", [&] { return HasEnded(aPid, info); }));
         return info.si_code == CLD_KILLED ? info.si_status : 0;
     }
 
