@@ -1,25 +1,17 @@
 // The test configuration with its login.
 #include "Constants.h"
+#include "Json.h"
 #include <MPL_TestEnvironment.h>
 #include <MPL_Utils.h>
 
 #include <QDebug>
 
-#include <cjson/cJSON.h>
-
-#include <cstdlib>
-#include <memory>
-
 namespace
 {
 
-struct TreeDeleter {
-    void operator()(cJSON* aTree) const { cJSON_Delete(aTree); }
-};
 struct TextDeleter {
     void operator()(char* aText) const { cJSON_free(aText); }
 };
-using Tree = std::unique_ptr<cJSON, TreeDeleter>;
 
 // Lends a node another string value for as long as it lives. The node's own value is back in place before the
 // tree is released, so the tree frees what it owns and nothing else, whatever type the node is of.
@@ -79,7 +71,7 @@ bool MPL_TestEnvironment::AddPandoraLogin()
                     << MPL_TEST_MPL_CONFIG_FILE;
         return false;
     }
-    const Tree root(cJSON_Parse(configuration.toUtf8().constData()));
+    const MPL::Detail::JsonTree root = MPL::Detail::ParseJson(configuration);
     if (!root) {
         qCritical() << "MPL_TestEnvironment::AddPandoraLogin - error parsing root for"
                     << MPL_TEST_MPL_CONFIG_FILE;

@@ -1,19 +1,12 @@
 #include "FunctionalitiesText.h"
 
+#include "environment/Json.h"
 #include <MPL_MediaPlayerLib.h>
-
-#include <cjson/cJSON.h>
-
-#include <memory>
 
 namespace MPL
 {
 namespace
 {
-
-struct TreeDeleter {
-    void operator()(cJSON* aTree) const { cJSON_Delete(aTree); }
-};
 
 QString ToText(const char* aUtf8)
 {
@@ -54,7 +47,7 @@ FunctionalityEntry ReadEntry(const cJSON* aFunctionality)
 QVector<FunctionalityEntry> ReadFunctionalitiesText(const QString& aText)
 {
     QVector<FunctionalityEntry> entries;
-    const std::unique_ptr<cJSON, TreeDeleter> root(cJSON_Parse(aText.toUtf8().constData()));
+    const Detail::JsonTree root = Detail::ParseJson(aText);
     const cJSON* functionalities = Member(root.get(), MPL_FUNCTIONALITY_JSON_KEY_AVAILABLE_FUNCTIONALITIES);
     const cJSON* functionality = nullptr;
     cJSON_ArrayForEach(functionality, functionalities)
