@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 
@@ -26,6 +27,8 @@ namespace sandbox
 
 namespace
 {
+
+constexpr time_t kKeptSeconds = 3600;
 
 // The descriptors are for this process alone.
 void TakeOver(const InsideSettings& aSettings)
@@ -59,6 +62,18 @@ bool CopyStackEtc()
         fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add, error);
     }
     return true;
+}
+
+// For who enters later, as nobody sees what a running program has set.
+void KeepEnvironment()
+{
+    std::string lines;
+    for (const char* name :
+         {"MPL_SANDBOX", "MPL_SANDBOX_LIFECYCLE_MANAGER", kSpeedVariable, "XDG_RUNTIME_DIR",
+          "DBUS_SYSTEM_BUS_ADDRESS", "DBUS_SESSION_BUS_ADDRESS", "TMPDIR"}) {
+        lines += std::string(name) + "=" + std::getenv(name) + "\n";
+    }
+    WriteTextFile(kPrivateEnvironment, lines);
 }
 
 void SetEnvironment(const InsideSettings& aSettings)
@@ -156,6 +171,23 @@ int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
                             : ExplainFailure(aSettings.command.front(), program.error);
 }
 
+// Lets a sandbox whose program failed stand, to be looked at.
+void Keep(const InsideSettings& aSettings, int aStatus)
+{
+    const std::string pid = std::to_string(aSettings.outsidePid);
+    Say("the program ended with exit status " + std::to_string(aStatus) +
+        "; its sandbox stands for an hour: look around with 'mpl-sandbox --enter " + pid +
+        "', end it with Ctrl-C or 'kill " + pid + "'");
+    sigset_t interrupt;
+    sigemptyset(&interrupt);
+    sigaddset(&interrupt, SIGINT);
+    sigprocmask(SIG_BLOCK, &interrupt, nullptr);
+    std::signal(SIGINT, SIG_DFL); // what is ignored never arrives
+    const timespec limit = {kKeptSeconds, 0};
+    while (sigtimedwait(&interrupt, nullptr, &limit) < 0 && errno == EINTR) {
+    }
+}
+
 } // namespace
 
 int RunInside(const InsideSettings& aSettings)
@@ -176,13 +208,18 @@ int RunInside(const InsideSettings& aSettings)
     if (!CopyStackEtc() || !StartBus(aSettings, clock)) {
         return kExitNoSandbox;
     }
+    KeepEnvironment();
     std::optional<BusRecorder> system;
     std::optional<BusRecorder> test;
     if (aSettings.recordFd >= 0) {
         system.emplace(BusSocket(), PcapFile(aSettings.recordSystemFd, clock.clock));
         test.emplace(kTestBusSocket, PcapFile(aSettings.recordFd, clock.clock));
     }
-    return RunProgram(aSettings, clock);
+    const int status = RunProgram(aSettings, clock);
+    if (status != 0 && aSettings.isKept) {
+        Keep(aSettings, status);
+    }
+    return status;
 }
 
 } // namespace sandbox

@@ -20,6 +20,8 @@ const std::pair<const char*, Field> kFields[] = {
     {"recordFd", &InsideSettings::recordFd},
     {"recordSystemFd", &InsideSettings::recordSystemFd},
     {"wantsManager", &InsideSettings::wantsManager},
+    {"isKept", &InsideSettings::isKept},
+    {"outsidePid", &InsideSettings::outsidePid},
     {"ignoresInterrupt", &InsideSettings::ignoresInterrupt},
     {"noManagerReason", &InsideSettings::noManagerReason},
     {"speed", &InsideSettings::speed},

@@ -14,6 +14,8 @@ struct InsideSettings {
     int recordFd = -1;       ///< traffic of the private test bus
     int recordSystemFd = -1; ///< traffic of the sandbox's own bus
     bool wantsManager = false;     ///< start the lifecycle manager
+    bool isKept = false;           ///< stay after a failure
+    int outsidePid = 0;            ///< of the half that stays outside
     bool ignoresInterrupt = false; ///< SIGINT was ignored when mpl-sandbox was started
     std::string noManagerReason;   ///< why there can't be a manager; printed when not empty
     std::string speed;             ///< of the clock

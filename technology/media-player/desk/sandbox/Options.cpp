@@ -17,12 +17,25 @@ namespace sandbox
 namespace
 {
 
-enum OptionId : int { kStack = 1, kRecordBus, kSpeed, kNoLifecycleManager, kHelp, kVersion };
+enum OptionId : int {
+    kStack = 1,
+    kRecordBus,
+    kSpeed,
+    kNoLifecycleManager,
+    kKeep,
+    kList,
+    kEnter,
+    kHelp,
+    kVersion
+};
 
 constexpr option kOptions[] = {{"stack", required_argument, nullptr, kStack},
                                {"record-bus", required_argument, nullptr, kRecordBus},
                                {"speed", required_argument, nullptr, kSpeed},
                                {"no-lifecycle-manager", no_argument, nullptr, kNoLifecycleManager},
+                               {"keep", no_argument, nullptr, kKeep},
+                               {"list", no_argument, nullptr, kList},
+                               {"enter", required_argument, nullptr, kEnter},
                                {"help", no_argument, nullptr, kHelp},
                                {"version", no_argument, nullptr, kVersion},
                                {}};
@@ -83,6 +96,16 @@ void Take(Options& aOptions, int aId, const std::string& aValue, const std::stri
     case kNoLifecycleManager:
         aOptions.wantsLifecycleManager = false;
         return;
+    case kKeep:
+        aOptions.isKept = true;
+        return;
+    case kList:
+        aOptions.action = Options::Action::List;
+        return;
+    case kEnter:
+        aOptions.action = Options::Action::Enter;
+        aOptions.entered = aValue;
+        return;
     case kHelp:
     case kVersion:
         aOptions.action = aId == kHelp ? Options::Action::Help : Options::Action::Version;
@@ -98,7 +121,7 @@ Options ParseOptions(int aCount, char** aArguments)
 {
     Options options;
     opterr = 0;
-    while (options.action == Options::Action::Run) {
+    while (options.action == Options::Action::Run || options.action == Options::Action::Enter) {
         const char* text = aArguments[optind];
         // "+": the options end where the program begins; ":": a missing value is told as such.
         const int id = getopt_long(aCount, aArguments, "+:", kOptions, nullptr);
@@ -118,6 +141,8 @@ Options ParseOptions(int aCount, char** aArguments)
 }
 
 const char* const kHelpText = R"(Usage: mpl-sandbox [options] -- program [arguments…]
+       mpl-sandbox --list
+       mpl-sandbox --enter PID-or-name [-- command [arguments…]]
 
 Runs a program in a world of its own: a media-player stack in /opt/talvex, an empty /var/talvex, its own
 process ids, IPC, /run and D-Bus bus, and a systemd user manager on that bus as service lifecycle manager.
@@ -132,7 +157,12 @@ Options:
   --speed N               let time pass N times as fast, from 1 (the default) to 100, for the program and all
                           that it or the lifecycle manager starts; the default is the environment variable
                           MPL_SANDBOX_SPEED. Not for the sandbox itself: its limits and systemd's are real
+  --keep                  when the program fails, let the sandbox stand for an hour, or until Ctrl-C, to look
+                          around in it
   --no-lifecycle-manager  start a plain bus only; this is faster
+  --list                  the running sandboxes of this user
+  --enter PID-or-name     run a command, or a shell, in a running sandbox, named by the process id that --list
+                          shows or by the program that it runs
   --help, --version
 
 Inside, the environment says MPL_SANDBOX=1, MPL_SANDBOX_LIFECYCLE_MANAGER=systemd or none, and MPL_SANDBOX_SPEED;

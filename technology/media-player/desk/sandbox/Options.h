@@ -8,14 +8,16 @@ namespace sandbox
 {
 
 struct Options {
-    enum class Action { Run, Help, Version, Refuse };
+    enum class Action { Run, List, Enter, Help, Version, Refuse };
 
     Action action = Action::Run;
     std::string problem;     ///< what is wrong and what to do, when the action is Refuse
     std::string stackFolder; ///< absolute, as given or as found; empty when none was found
     std::string recordFile;  ///< where the traffic of the private test bus goes; empty: nowhere
     std::string speed;       ///< of the clock inside, as a number from 1 to 100
+    std::string entered;     ///< the sandbox to enter: a process id or a program's name
     bool wantsLifecycleManager = true;
+    bool isKept = false; ///< stay after a failure
     std::vector<std::string> command;
 };
 

@@ -98,6 +98,8 @@ int RunOutside(const Options& aOptions)
     }
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
+    settings.isKept = aOptions.isKept;
+    settings.outsidePid = getpid();
     settings.command = aOptions.command;
     std::error_code error;
     settings.workingFolder = fs::current_path(error).string();

@@ -16,6 +16,8 @@ inline const std::string kPrivateManagerLibrary =
 inline const std::string kPrivateMachine =
     kPrivateFolder + "/machine"; ///< its files, until they are brought in
 inline const std::string kPrivateTempFolder = kPrivateFolder + "/tmp";
+inline const std::string kPrivateEnvironment =
+    kPrivateFolder + "/environment"; ///< what the sandbox sets, a NAME=value each line
 inline const std::string kPrivateUnitFolder = kPrivateFolder + "/units";
 inline const std::string kPrivateStackEtc = kPrivateFolder + "/stack-etc"; ///< the stack's etc, read-only
 inline const std::string kStackFolder = "/opt/talvex";

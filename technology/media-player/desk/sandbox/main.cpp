@@ -1,7 +1,9 @@
+#include "Enter.h"
 #include "Inside.h"
 #include "Options.h"
 #include "Outside.h"
 #include "Posix.h"
+#include "Running.h"
 #include "RunningClock.h"
 
 #include <cstdio>
@@ -28,6 +30,10 @@ int main(int argc, char** argv)
     case Options::Action::Refuse:
         Say(options.problem);
         return kExitBadUsage;
+    case Options::Action::List:
+        return ListRunning();
+    case Options::Action::Enter:
+        return EnterSandbox(options.entered, options.command);
     case Options::Action::Run:
         break;
     }
