@@ -67,7 +67,7 @@ testing::AssertionResult Write(const QJsonObject& aPrograms)
         return Refused(
             QStringLiteral("faults can be set only in the sandbox: run the test through mpl-sandbox"));
     }
-    QSaveFile file(QLatin1String(sim::kFaultsFile));
+    QSaveFile file{QLatin1String(sim::kFaultsFile)};
     file.open(QIODevice::WriteOnly);
     file.write(QJsonDocument(QJsonObject{{QLatin1String(sim::kProgramsKey), aPrograms}}).toJson());
     if (!file.commit()) {
