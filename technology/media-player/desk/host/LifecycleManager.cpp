@@ -41,7 +41,7 @@ public:
 
     bool Run(ServiceJob aJob, const QByteArray& aService)
     {
-        return Open() && Subscribe() && Enqueue(aJob, aService + ".service") && Wait();
+        return Open() && Listen() && Enqueue(aJob, aService + ".service") && Wait();
     }
 
     // What went wrong.
@@ -54,12 +54,12 @@ private:
                Process([this] { return sd_bus_is_ready(m_Bus) > 0; }, "the system bus has not answered");
     }
 
-    // The manager sends its signals only while somebody has asked for them.
-    bool Subscribe()
+    // Whoever asks for a job is told of its end. To subscribe would also bring each change of each unit, and
+    // having to tell that costs the manager and the bus more than the job.
+    bool Listen()
     {
         return Worked(sd_bus_match_signal_async(m_Bus, nullptr, kManager, kManagerPath, kManagerInterface,
-                                                "JobRemoved", &Job::HandleJobRemoved, nullptr, this)) &&
-               Call("Subscribe", nullptr) && Accepted();
+                                                "JobRemoved", &Job::HandleJobRemoved, nullptr, this));
     }
 
     bool Enqueue(ServiceJob aJob, const QByteArray& aUnit)
