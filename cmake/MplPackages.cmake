@@ -19,6 +19,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libmpl-test-support-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev, libgtest-dev, libcjson-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "libgmock-dev") # for MPL_TestMatchers.h alone
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Test support for the media-player service stack
  Library and headers that the stack's unit and integration tests link.")
 

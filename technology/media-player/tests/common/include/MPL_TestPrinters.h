@@ -4,11 +4,9 @@
 ///
 ///     #include <MPL_TestPrinters.h>
 ///
-///     EXPECT_EQ(manager->GetActiveMediaSource().value(), disc);     // … Which is: ServiceObject("com.…",
-///     "/com/…")
+///     EXPECT_EQ(active.value(), disc); // … Which is: ServiceObject("com.…", "/com/…")
 ///
-///     INSTANTIATE_TEST_SUITE_P(EachMode, Repeat, testing::ValuesIn(MPL::MPL_REPEAT_MODES),
-///     MPL::ParameterNames());
+///     INSTANTIATE_TEST_SUITE_P(Each, Mode, testing::ValuesIn(MPL::MPL_REPEAT_MODES), MPL::ParameterNames());
 ///
 /// Including it is all; no other header of the library does. Include it in every source of a test program or
 /// in none, as the linker keeps one way of printing a type. Lists, pairs and tuples of these types print,
