@@ -65,7 +65,7 @@ TEST_F(ClientLifetime, AClientDeletedOnItsOwnRunningThreadLeavesTheProxyToTheThr
     QSemaphore gone;
     QObject::connect(client, &QObject::destroyed, [&gone] { gone.release(); });
     test.m_Thread.start();
-    QMetaObject::invokeMethod(client, [client] { delete client; });
+    client->deleteLater(); // by that thread
     ASSERT_TRUE(gone.tryAcquire(1, kLimitMs));
     EXPECT_FALSE(watchedProxy.isNull());
     test.QuitTest();
