@@ -73,11 +73,12 @@ protected:
         pid_t pid = -1;
         EXPECT_EQ(posix_spawn(&pid, aPath.constData(), nullptr, nullptr, arguments, environ), 0);
         m_Children << pid;
-        // The program runs, but the kernel may be a moment from giving it its name and, after that, its
-        // arguments.
+        // The program runs (where emulated: will), but the kernel may be a moment from giving it its name
+        // and, after that, its arguments.
         siginfo_t info{};
-        EXPECT_TRUE(WaitUntil("the program has its arguments",
-                              [&] { return !Content(pid, "cmdline").isEmpty() || HasEnded(pid, info); }));
+        EXPECT_TRUE(WaitUntil("the program has its arguments", [&] {
+            return Content(pid, "cmdline").contains(aPath) || HasEnded(pid, info);
+        }));
         return pid;
     }
 
