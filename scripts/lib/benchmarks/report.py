@@ -102,6 +102,7 @@ def machine():
     with open("/proc/meminfo", encoding="ascii") as file:
         memory = int(re.search(r"MemTotal:\s*(\d+)", file.read())[1]) // 2**20
     system = os.uname()
+    kernel = system.release.split("-")[0]
     with open("/etc/os-release", encoding="utf-8") as file:
         release = re.search(r'PRETTY_NAME="(.*)"', file.read())[1]
-    return f"{os.cpu_count()} × {cpu[1] if cpu else system.machine}, {memory} GB, {release}, Linux {system.release}"
+    return f"{os.cpu_count()} × {cpu[1] if cpu else system.machine}, {memory} GB, {release}, Linux {kernel}"
