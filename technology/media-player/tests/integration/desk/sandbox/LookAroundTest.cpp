@@ -21,24 +21,27 @@ protected:
 
 TEST_P(LookingAround, FindsASandboxAndActsInIt)
 {
-    const auto sandbox = StartScript("echo up; echo seen > $TMPDIR/file; exec sleep 1001",
-                                     {"--no-lifecycle-manager", "--speed", "1"});
+    const auto sandbox =
+        StartScript("echo seen > $TMPDIR/file; echo $$ > $TMPDIR/pid; echo up; exec sleep 1001",
+                    {"--no-lifecycle-manager", "--speed", "1"});
     const QString id = Id(*sandbox);
     const Outcome list = Run({"--list"});
     EXPECT_NE(list.out.find(" " + id.toStdString() + " "), std::string::npos) << list.out;
     EXPECT_NE(list.out.find("sleep 1001"), std::string::npos) << list.out;
 
-    const Outcome look = Run({"--enter", id, "--", "sh", "-c",
-                              "cat $TMPDIR/file; pgrep -x -c sleep; ls /opt/talvex/bin; "
-                              "busctl call org.freedesktop.DBus / org.freedesktop.DBus GetId >/dev/null || "
-                              "echo no bus; exit 7"});
-    EXPECT_EQ(look.out, "seen\n1\nmedia_manager\n") << look.err;
+    const Outcome look =
+        Run({"--enter", id, "--", "sh", "-c",
+             "cat $TMPDIR/file; test /proc/$(cat $TMPDIR/pid)/ns/mnt -ef /proc/self/ns/mnt && echo there; "
+             "ls /opt/talvex/bin; "
+             "busctl call org.freedesktop.DBus / org.freedesktop.DBus GetId >/dev/null || "
+             "echo no bus; exit 7"});
+    EXPECT_EQ(look.out, "seen\nthere\nmedia_manager\n") << look.err;
     EXPECT_EQ(look.status, 7);
 
     // What was started from outside ends with the sandbox too.
     QProcess visitor;
-    Start(visitor, {"--enter", "sh", "--", "sleep", "1002"});
-    EXPECT_TRUE(visitor.waitForStarted());
+    Start(visitor, {"--enter", id, "--", "sh", "-c", "echo in; exec sleep 1002"});
+    WaitForOutput(visitor, "in");
     EXPECT_EQ(kill(pid_t(sandbox->processId()), SIGTERM), 0);
     WaitForEnd(*sandbox);
     EXPECT_NE(WaitForEnd(visitor).status, 0);
