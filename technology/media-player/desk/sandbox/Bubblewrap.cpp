@@ -38,8 +38,7 @@ std::string Advice(const std::string& aBubblewrapMessage)
 {
     if (aBubblewrapMessage.find("make / slave") != std::string::npos) {
         return "The root folder is no mount point, as in a plain chroot: run 'mount --bind DIR DIR' on its "
-               "folder "
-               "before you enter it";
+               "folder before you enter it";
     }
     for (const auto& [setting, value, advice] : kObstacles) {
         const std::string text = ReadTextFile(setting);
@@ -48,8 +47,7 @@ std::string Advice(const std::string& aBubblewrapMessage)
         }
     }
     return "It needs user namespaces, or root with CAP_SYS_ADMIN: in a container, start it with "
-           "--privileged, "
-           "or with --security-opt seccomp=unconfined --security-opt systempaths=unconfined";
+           "--privileged, or with --security-opt seccomp=unconfined --security-opt systempaths=unconfined";
 }
 
 void ExplainRefusal(std::string aBubblewrapMessage)

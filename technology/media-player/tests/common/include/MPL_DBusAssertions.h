@@ -2,8 +2,8 @@
 /// Assertions on D-Bus calls and signals whose failures say what went wrong:
 ///
 ///     MPL::SignalWaiter active(*manager, &Manager::ActiveMediaSourceChanged);
-///     EXPECT_TRUE(MPL::Replied(manager->SetActiveMediaSource(disc)));   // … NoReply (org.freedesktop.…):
-///     "…" EXPECT_TRUE(active.Arrives(disc.serviceName));                    // … arrived instead: …
+///     EXPECT_TRUE(MPL::Replied(manager->SetActiveMediaSource(disc))); // … NoReply (org.…): "…"
+///     EXPECT_TRUE(active.Arrives(disc.serviceName));                  // … arrived instead: …
 ///     EXPECT_EQ(MPL::ValueOf(manager->GetActiveMediaSource()).serviceName, disc.serviceName);
 ///
 /// Call them on the thread that made the proxy. A pending reply is waited for, which blocks the calling

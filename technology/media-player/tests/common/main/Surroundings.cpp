@@ -47,8 +47,7 @@ int RunInSandbox(const std::vector<char*>& aArguments)
     execvp(name, command.data());
     std::fprintf(stderr,
                  "%s: mpl-sandbox can't be run (%s): install the package mpl-test-support-host, or put the "
-                 "folder that "
-                 "holds it into PATH\n",
+                 "folder that holds it into PATH\n",
                  aArguments.front(), std::strerror(errno));
     return 127;
 }
