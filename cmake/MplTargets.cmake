@@ -52,7 +52,7 @@ function(mpl_generate_dbus interface dir base)
     file(MAKE_DIRECTORY ${dir})
     add_custom_command(
         OUTPUT ${dir}/${base}.h ${dir}/${base}.cpp
-        COMMAND Qt5::qdbusxml2cpp -i MPL_Types.h ${ARGN} ${xml}
+        COMMAND ${MPL_QT}::qdbusxml2cpp -i MPL_Types.h ${ARGN} ${xml}
         COMMAND ${CMAKE_COMMAND} -DHEADER=${base}.h -P ${narrow_includes}
         WORKING_DIRECTORY ${dir}
         DEPENDS ${xml} ${narrow_includes}

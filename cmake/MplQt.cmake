@@ -1,0 +1,22 @@
+# The Qt that everything here is built with. Nothing else in the project's CMake knows which one it is.
+#   MPL_QT         its package, and the prefix of its targets
+#   MPL_QT_OLDEST  the oldest version that will do
+#   MPL_QT_SUFFIX  what follows the names of whatever is installed, so that builds with either Qt lie side by side
+set(MPL_QT_VERSION 5 CACHE STRING "Major version of Qt to build with: 5 or 6")
+set_property(CACHE MPL_QT_VERSION PROPERTY STRINGS 5 6)
+set(MPL_QT Qt${MPL_QT_VERSION})
+
+if(MPL_QT_VERSION EQUAL 5)
+    set(MPL_QT_OLDEST 5.12)
+    set(MPL_QT_SUFFIX "")
+elseif(MPL_QT_VERSION EQUAL 6)
+    set(MPL_QT_OLDEST 6.4)
+    set(MPL_QT_SUFFIX -qt6)
+else()
+    message(FATAL_ERROR "MPL_QT_VERSION is ${MPL_QT_VERSION}: this project can be built with Qt 5 or 6.")
+endif()
+
+# A macro, as what is found belongs to the folder that asks for it.
+macro(mpl_find_qt)
+    find_package(${MPL_QT} ${MPL_QT_OLDEST} REQUIRED COMPONENTS ${ARGN})
+endmacro()
