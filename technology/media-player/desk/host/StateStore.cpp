@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -43,6 +44,7 @@ public:
 
     ~Connection()
     {
+        m_Prepared.clear();
         if (!m_Database.isValid()) {
             return;
         }
@@ -63,23 +65,24 @@ public:
     }
 
     // Not from another thread than the one that made it, and not once its file was removed.
-    bool IsUsable() const { return m_Thread == QThread::currentThreadId() && m_File == FileAt(m_Path); }
+    bool IsUsableFor(const QString& aPath) const
+    {
+        return m_Path == aPath && m_Thread == QThread::currentThreadId() && m_File == FileAt(m_Path);
+    }
 
     // Runs one statement; a value it yields first goes to `aValue`. The table is made when it is missing.
     bool Run(const QString& aStatement, const QVariantList& aArguments, QString& aError,
              QString* aValue = nullptr)
     {
-        QSqlQuery query(m_Database);
-        bool ok = Execute(query, aStatement, aArguments);
-        if (!ok && query.lastError().databaseText().contains(QLatin1String("no such table"))) {
-            ok = Execute(query, kTable, {}) && Execute(query, aStatement, aArguments);
+        QSqlError error = Execute(aStatement, aArguments, aValue);
+        if (error.databaseText().contains(QLatin1String("no such table"))) {
+            error = Execute(kTable, {}, nullptr);
+            error = error.isValid() ? error : Execute(aStatement, aArguments, aValue);
         }
-        if (!ok) {
-            aError = Explain(query.lastError());
-        } else if (aValue != nullptr) {
-            *aValue = query.next() ? query.value(0).toString() : QString();
+        if (error.isValid()) {
+            aError = Explain(error);
         }
-        return ok;
+        return !error.isValid();
     }
 
 private:
@@ -137,13 +140,29 @@ private:
         return Run(QStringLiteral("PRAGMA synchronous = OFF"), {}, aError);
     }
 
-    static bool Execute(QSqlQuery& aQuery, const QString& aStatement, const QVariantList& aArguments)
+    QSqlError Execute(const QString& aStatement, const QVariantList& aArguments, QString* aValue)
     {
-        const bool prepared = aQuery.prepare(aStatement);
-        for (const QVariant& argument : aArguments) {
-            aQuery.addBindValue(argument);
+        auto prepared = m_Prepared.find(aStatement);
+        if (prepared == m_Prepared.end()) {
+            QSqlQuery query(m_Database);
+            if (!query.prepare(aStatement)) {
+                return query.lastError();
+            }
+            prepared = m_Prepared.insert(aStatement, query);
         }
-        return prepared && aQuery.exec();
+        for (int index = 0; index < aArguments.size(); ++index) {
+            prepared->bindValue(index, aArguments[index]);
+        }
+        if (!prepared->exec()) {
+            const QSqlError error = prepared->lastError();
+            m_Prepared.erase(prepared);
+            return error;
+        }
+        if (aValue != nullptr) {
+            *aValue = prepared->next() ? prepared->value(0).toString() : QString();
+        }
+        prepared->finish(); // gives its lock back
+        return {};
     }
 
     QString Explain(const QSqlError& aSqlError) const
@@ -162,6 +181,7 @@ private:
 
     QString m_Path;
     QSqlDatabase m_Database;
+    QHash<QString, QSqlQuery> m_Prepared; ///< by their text
     Qt::HANDLE m_Thread = QThread::currentThreadId();
     File m_File{};
 };
@@ -199,7 +219,6 @@ bool StateStore::Load(const QString& aKey, QString& aValue, QString& aError)
 
 void StateStore::Close()
 {
-    m_Connection.reset();
     m_Path.clear();
 }
 
@@ -209,7 +228,7 @@ bool StateStore::Connect(QString& aError)
         aError = kNotOpen;
         return false;
     }
-    if (m_Connection != nullptr && m_Connection->IsUsable()) {
+    if (m_Connection != nullptr && m_Connection->IsUsableFor(m_Path)) {
         return true;
     }
     m_Connection = std::make_unique<Connection>(m_Path);

@@ -34,6 +34,8 @@ public:
     bool Load(const QString& aKey, QString& aValue, QString& aError);
 
     bool IsOpen() const { return !m_Path.isEmpty(); }
+
+    /// Keeps the connection, without a lock, for the next Open of the same file.
     void Close();
 
 private:

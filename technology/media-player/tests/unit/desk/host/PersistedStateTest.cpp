@@ -99,6 +99,7 @@ TEST_F(PersistedState, IsWholeWhenAProgramIsKilledWhileItSaves)
             bool saved = store.Open(m_Path, error);
             for (int count = 0; saved; ++count) {
                 saved = store.Save(kStateKeyActiveSource, QString(kLength, QChar('a' + count % 2)), error);
+                usleep(50); // or nobody else gets a turn
             }
             _exit(1);
         }
