@@ -1,6 +1,7 @@
 /// A control group of the sandbox's own, which a systemd user manager needs.
 #pragma once
 
+#include "OwnedGroup.h"
 #include "Posix.h"
 
 #include <sys/types.h>
@@ -13,7 +14,7 @@ namespace sandbox
 /// A group below the caller's own, in which processes are born: moving one in or out holds everything up
 /// until all of the machine's processors have noticed. The group goes away with its last process, even when
 /// the caller is killed: a cleaner process that is forked when it is made outlives it by as much as that
-/// takes.
+/// takes. When the cleaner is killed as well, the next caller removes the group.
 class PrivateCgroup
 {
 public:
@@ -32,13 +33,13 @@ public:
     void Remove();
 
     /// The group's folder in the machine's cgroup tree; empty when not made.
-    const std::string& Folder() const { return m_Folder; }
+    const std::string& Folder() const { return m_Group.folder; }
 
 private:
     bool StartCleaner();
     bool CanFork() const;
 
-    std::string m_Folder;
+    OwnedGroup m_Group;
     UniqueFd m_Alive; ///< closes when the caller ends: the cleaner's sign to begin
     pid_t m_Cleaner = -1;
 };

@@ -1,6 +1,11 @@
 // Whatever is killed, nothing is left.
 #include "SandboxRun.h"
 
+#include <QDir>
+#include <QFileInfo>
+
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
 
@@ -46,5 +51,95 @@ INSTANTIATE_TEST_SUITE_P(
                     Victim{"FirstProcessInside", "/run/mpl-sandbox/mpl-sandbox", SIGKILL, 128 + SIGKILL},
                     Victim{"TestProgram", "sh -c", SIGKILL, 128 + SIGKILL}),
     [](const testing::TestParamInfo<Victim>& aInfo) { return std::string(aInfo.param.name); });
+
+// All at once, so that nobody is left to clean up: as CI servers end what takes too long. In a control group
+// of the case's own, where nobody else's sandboxes sweep.
+class SandboxKilledWithItsCleaner : public Sandbox
+{
+protected:
+    void SetUp() override
+    {
+        Sandbox::SetUp();
+        RequireLifecycleManager(); // without one there is no control group to leave
+        const auto sandbox = StartScript("echo up; read end");
+        const QDir machine = QFileInfo(SandboxGroups().value(0)).dir();
+        sandbox->write("end\n");
+        WaitForEnd(*sandbox);
+        m_Group = machine.filePath("mpl-test-" + QString::number(getpid()));
+        ASSERT_TRUE(machine.mkdir(m_Group)) << qPrintable(m_Group);
+        m_Command = QStringList{"sh", "-c", "echo 0 >$0/cgroup.procs && exec \"$@\"", m_Group} + m_Command;
+    }
+
+    ~SandboxKilledWithItsCleaner() override { rmdir(qPrintable(m_Group)); }
+
+    QString LeaveGroup()
+    {
+        const auto sandbox = StartScript("echo up; sleep 1005");
+        for (const ProcessEntry& process : MarkedProcesses()) {
+            kill(process.pid, SIGSTOP);
+        }
+        for (const ProcessEntry& process : MarkedProcesses()) {
+            if (process.pid != sandbox->processId()) { // its end would make the stopped cleaner go on
+                kill(process.pid, SIGKILL);
+            }
+        }
+        sandbox->kill();
+        WaitForEnd(*sandbox);
+        EXPECT_TRUE(WaitForNoProcess());
+        return SandboxGroups().value(0);
+    }
+
+    QString m_Group;
+};
+
+TEST_F(SandboxKilledWithItsCleaner, IsSweptByTheNextStartWhichLeavesLiveOnesAlone)
+{
+    const auto alive = StartScript("echo up; read end; echo $MPL_SANDBOX_LIFECYCLE_MANAGER");
+    const QStringList living = SandboxGroups();
+    ASSERT_EQ(living.size(), 1);
+    m_Environment.insert("MPL_TEST_MARK", "the one to kill");
+    LeaveGroup();
+    EXPECT_EQ(SandboxGroups().size(), 2);
+
+    EXPECT_EQ(RunScript("true", {}).err, "");
+    EXPECT_EQ(SandboxGroups(), living);
+    alive->write("end\n");
+    const Outcome outcome = WaitForEnd(*alive);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
+
+TEST_F(SandboxKilledWithItsCleaner, IsNamedByEachStartWhichCannotSweepIt)
+{
+    const QString group = LeaveGroup();
+    ASSERT_NE(group, "");
+    // What something is mounted on can't be removed.
+    const QStringList command = m_Command;
+    m_Command = QStringList{"unshare", "-m", "sh", "-c", "mount --bind $0 $0 && \"$@\"", group} + command;
+    const Outcome outcome = RunScript("true", {});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NE(outcome.err.find(group.toStdString() + ", left of a sandbox that was killed, can't be removed"),
+              std::string::npos)
+        << outcome.err;
+    m_Command = command;
+    EXPECT_EQ(RunScript("true", {}).err, "");
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
+
+// Each sweeps while the others make their groups.
+TEST_F(SandboxKilledWithItsCleaner, IsSweptByManyThatStartAtOnceAndKeepTheirOwn)
+{
+    constexpr int kCount = 12;
+    LeaveGroup();
+    std::vector<QProcess> started(kCount);
+    for (QProcess& sandbox : started) {
+        Start(sandbox, ShellCommand("echo $MPL_SANDBOX_LIFECYCLE_MANAGER"));
+    }
+    for (QProcess& sandbox : started) {
+        const Outcome outcome = WaitForEnd(sandbox);
+        EXPECT_EQ(outcome.out, "systemd\n") << outcome.err;
+    }
+    EXPECT_EQ(SandboxGroups(), QStringList());
+}
 
 } // namespace sandbox

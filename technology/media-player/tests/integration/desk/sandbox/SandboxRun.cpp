@@ -170,10 +170,10 @@ testing::AssertionResult Sandbox::WaitForNoProcess() const
 QStringList Sandbox::SandboxGroups() const
 {
     QStringList groups;
-    QDirIterator folders("/sys/fs/cgroup", {"mpl-sandbox-*"}, QDir::Dirs, QDirIterator::Subdirectories);
+    QDirIterator folders("/sys/fs/cgroup", {"mpl-sandbox.*"}, QDir::Dirs, QDirIterator::Subdirectories);
     while (folders.hasNext()) {
         folders.next();
-        if (m_SandboxIds.contains(folders.fileName().section('-', 2, 2).toLongLong())) {
+        if (m_SandboxIds.contains(folders.fileName().section('.', 1).section('-', 0, 0).toLongLong())) {
             groups += folders.filePath();
         }
     }

@@ -1,0 +1,92 @@
+#include "OwnedGroup.h"
+
+#include "ControlGroups.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace sandbox
+{
+
+namespace
+{
+
+constexpr int kSweepLimitMs = 200;
+const std::string kPrefix = "mpl-sandbox.";
+
+// Invalid when somebody has it, or the group is another user's or gone.
+UniqueFd Lock(const std::string& aFolder)
+{
+    UniqueFd lock(open(aFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct stat group = {};
+    if (fstat(lock.Get(), &group) != 0 || group.st_uid != geteuid() ||
+        flock(lock.Get(), LOCK_EX | LOCK_NB) != 0) {
+        lock.Close();
+    }
+    return lock;
+}
+
+// A sweep may have come between a group's making and its locking.
+bool IsStill(const std::string& aFolder, const UniqueFd& aLock)
+{
+    struct stat locked = {};
+    struct stat present = {};
+    return fstat(aLock.Get(), &locked) == 0 && stat(aFolder.c_str(), &present) == 0 &&
+           locked.st_ino == present.st_ino;
+}
+
+void Sweep(const std::string& aFolder)
+{
+    const UniqueFd lock = Lock(aFolder);
+    if (lock.IsValid() && !EndGroup(aFolder, kSweepLimitMs)) {
+        const int obstacle = errno;
+        Say(WithErrno("the control group " + aFolder +
+                          ", left of a sandbox that was killed, can't be removed",
+                      obstacle) +
+            "; end the processes that its cgroup.procs names and run 'rmdir " + aFolder + "'");
+    }
+}
+
+} // namespace
+
+OwnedGroup MakeOwnedGroup(const std::string& aParent)
+{
+    const std::string folder = aParent + "/" + kPrefix + std::to_string(getpid());
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        // A group of that name may be another process id space's.
+        const std::string name = attempt > 0 ? folder + "-" + std::to_string(attempt) : folder;
+        if (mkdir(name.c_str(), 0755) != 0) {
+            if (errno != EEXIST) {
+                break;
+            }
+            continue;
+        }
+        UniqueFd lock = Lock(name);
+        if (lock.IsValid() && IsStill(name, lock)) {
+            return {name, std::move(lock)};
+        }
+        rmdir(name.c_str());
+    }
+    return {};
+}
+
+void SweepLeftGroups(const std::string& aParent)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> groups(opendir(aParent.c_str()), closedir);
+    while (const dirent* entry = groups ? readdir(groups.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        if (name.substr(0, kPrefix.size()) == kPrefix) {
+            Sweep(std::string(aParent).append("/").append(name));
+        }
+    }
+}
+
+} // namespace sandbox
