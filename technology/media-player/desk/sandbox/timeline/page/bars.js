@@ -1,0 +1,104 @@
+// Draws the events of one row. What would fall onto the pixels of an event that matters as much is left out, so that a row
+// costs as much as it has pixels, however many events there are.
+
+const TEXT_FONT = "11px system-ui, sans-serif";
+
+// Measured once, as measuring each text costs more than drawing it.
+const characterWidth = (() => {
+    const context = document.createElement("canvas").getContext("2d");
+    context.font = TEXT_FONT;
+    const sample = "com.talvex.DBus.MediaPlayer: MediaManager (pid 23) started";
+    return context.measureText(sample).width / sample.length;
+})();
+
+function fitText(text, room) {
+    const count = Math.floor(room / characterWidth);
+    return text.length <= count ? text : count > 3 ? `${text.slice(0, count - 1)}…` : "";
+}
+
+function drawRow(context, row, top, frame) {
+    const events = row.events;
+    const marks = [];
+    let covered = -Infinity;
+    let coveredRank = -2;
+    for (let i = firstEndingFrom(row, frame.from); i < events.length && events[i].start <= frame.to; i++) {
+        const event = events[i];
+        const dim = frame.matches !== null && !frame.matches[event.index];
+        const rank = dim ? -1 : event.rank;
+        const left = frame.x(event.start);
+        const right = event.point ? left : Math.max(frame.x(event.end), left + 1.5);
+        if (right < covered + 1 && rank <= coveredRank) continue;
+        context.globalAlpha = dim ? 0.2 : 1;
+        if (!event.point) drawBar(context, event, left, right, top, frame);
+        if (!dim) marks.push(event);
+        if (!dim) drawLabel(context, event, left, right, nextLeft(events, i, frame), top, frame);
+        if (right >= covered) [covered, coveredRank] = [right, rank];
+        else coveredRank = Math.max(coveredRank, rank);
+    }
+    context.globalAlpha = 1;
+    drawMarks(context, marks, top, frame);
+}
+
+function nextLeft(events, index, frame) {
+    return index + 1 < events.length ? frame.x(events[index + 1].start) : frame.right;
+}
+
+function drawBar(context, event, left, right, top, frame) {
+    const from = Math.max(left, frame.left - 4);
+    const width = Math.min(right, frame.right + 4) - from;
+    context.fillStyle = fillOf(event, frame.palette);
+    context.fillRect(from, top + 2, width, ROW_HEIGHT - 4);
+    context.fillStyle = context.strokeStyle = edgeOf(event, frame.palette);
+    context.fillRect(from, top + 2, Math.min(2, width), ROW_HEIGHT - 4);
+    if (width < 4) return;
+    context.lineWidth = 1;
+    context.setLineDash(event.state === "noreply" ? [4, 3] : []);
+    context.strokeRect(from + 0.5, top + 2.5, width - 1, ROW_HEIGHT - 5);
+    context.setLineDash([]);
+    if (event.state === "failed" || event.state === "skipped") hatch(context, from, width, top);
+}
+
+function hatch(context, left, width, top) {
+    context.save();
+    context.beginPath();
+    context.rect(left, top + 2, width, ROW_HEIGHT - 4);
+    context.clip();
+    context.globalAlpha *= 0.3;
+    const lines = [];
+    for (let x = left - ROW_HEIGHT; x < left + width; x += 7) lines.push([x, top + ROW_HEIGHT, x + ROW_HEIGHT, top]);
+    strokeLines(context, lines, 1);
+    context.restore();
+}
+
+// Inside its bar where the text fits better, otherwise to the right of it up to the next event.
+function drawLabel(context, event, left, right, next, top, frame) {
+    const atStart = markOf(event) && markTime(event) === event.start ? 10 : 4;
+    const atEnd = markOf(event) && markTime(event) === event.end ? 9 : 3;
+    const inside = Math.max(left, frame.left) + atStart;
+    const insideRoom = Math.min(right, frame.right) - inside - atEnd;
+    const outside = Math.max(right, left) + Math.max(atStart, event.point ? 9 : atEnd + 1);
+    const outsideRoom = Math.min(next, frame.right) - outside - 8;
+    const text = labelOf(event);
+    const within = insideRoom >= Math.min(outsideRoom, text.length * characterWidth);
+    const room = within ? insideRoom : outsideRoom;
+    const shown = room > 24 ? fitText(text, room) : "";
+    if (!shown) return;
+    context.font = TEXT_FONT;
+    context.fillStyle = frame.palette.ink;
+    context.fillText(shown, within ? inside : outside, top + ROW_HEIGHT / 2 + 0.5, room);
+}
+
+// The important ones last, and none onto another as important.
+function drawMarks(context, events, top, frame) {
+    const marked = events.filter(markOf).sort((one, other) => one.rank - other.rank || one.start - other.start);
+    let last = -Infinity;
+    let lastMark = null;
+    for (const event of marked) {
+        const mark = markOf(event);
+        const x = frame.x(markTime(event));
+        const apart = mark === "line" ? 1 : 4;
+        if (x < frame.left - 6 || x > frame.right + 6 || (mark === lastMark && Math.abs(x - last) < apart)) continue;
+        drawMark(context, mark, x, top + ROW_HEIGHT / 2, edgeOf(event, frame.palette), frame.palette.paper);
+        [last, lastMark] = [x, mark];
+    }
+}

@@ -1,0 +1,82 @@
+// What the page calls things, and how it writes times.
+
+const LANES = [
+    ["case", "Test cases"],
+    ["pause", "Pauses"],
+    ["process", "Processes"],
+    ["name", "Bus names"],
+    ["call", "Calls"],
+    ["signal", "Signals"],
+    ["log", "Log"],
+];
+
+const RESULT_WORDS = {
+    "passed": "Passed", "failed": "Failed", "crashed": "Crashed", "killed": "Killed", "timed out": "Timed out", "cut off": "Cut off",
+};
+
+const STATE_WORDS = {
+    ok: "", failed: "failed", skipped: "skipped", killed: "killed", noreply: "no answer", running: "still ran at the end",
+};
+
+const ARGUMENT_WORDS = {
+    asked: "Asked for", pid: "Process id", command: "Command", end: "End", killedBy: "Killed by", startedBy: "Started by", bus: "Bus",
+    owner: "Owner", process: "Process", from: "From", to: "To", path: "Object", request: "Request", reply: "Reply", error: "Error",
+    content: "Content", level: "Level", failure: "Failure",
+};
+
+function stateWord(event) {
+    if (event.kind === "case" && event.state === "ok") return "passed";
+    if (event.kind === "log") return event.args.level || "";
+    return STATE_WORDS[event.state] ?? event.state;
+}
+
+function timeText(seconds, decimals = 3) {
+    return `${seconds.toFixed(decimals)} s`;
+}
+
+function durationText(seconds) {
+    if (seconds >= 1) return `${seconds.toFixed(seconds < 100 ? 2 : 1)} s`;
+    if (seconds >= 0.001) return `${Number((seconds * 1000).toPrecision(3))} ms`;
+    return `${Math.round(seconds * 1e6)} µs`;
+}
+
+function countText(count, one, many = `${one}s`) {
+    return `${count.toLocaleString("en")} ${count === 1 ? one : many}`;
+}
+
+// "Interface.Member" without the interface, which fills most of a bar.
+function memberOf(name) {
+    return name.slice(name.lastIndexOf(".") + 1);
+}
+
+// The few words that fit beside an event in its lane.
+const LABELS = {
+    case: (event) => event.name,
+    pause: (event) => event.name,
+    process: ({ name, args }) => [name, args.pid && `(pid ${args.pid})`, args.end].filter(Boolean).join(" "),
+    name: ({ name, args }) => (args.process ? `${name}: ${args.process}` : name),
+    call: ({ name, args }) => (args.error ? `${memberOf(name)}: ${args.error}` : memberOf(name)),
+    signal: (event) => memberOf(event.name),
+    log: (event) => event.name,
+};
+
+function labelOf(event) {
+    const label = LABELS[event.kind](event);
+    const state = event.kind === "log" || event.state === "ok" || event.args.end ? "" : stateWord(event);
+    return state ? `${state}: ${label}` : label;
+}
+
+// What else there is to say of an event, in one line of the table.
+const REMARKS = {
+    case: ({ args }) => [args.failure],
+    pause: ({ args }) => [args.asked !== undefined && `asked for ${args.asked} ms`],
+    process: ({ args }) => [args.end, args.killedBy && `killed by ${args.killedBy}`, args.command],
+    name: ({ args }) => [args.process, args.owner],
+    call: ({ args }) => [args.error, args.from && `${args.from} → ${args.to}`, args.path, args.request, args.reply && `→ ${args.reply}`],
+    signal: ({ args }) => [args.from, args.path, args.content],
+    log: () => [],
+};
+
+function remarkOf(event) {
+    return REMARKS[event.kind](event).filter(Boolean).join(" · ");
+}
