@@ -1,5 +1,5 @@
-// Draws the events of one row. What would fall onto the pixels of an event that matters as much is left out, so that a row
-// costs as much as it has pixels, however many events there are.
+// Draws the events of one row. What would fall onto the pixels of an event that matters as much is left out,
+// so that a row costs as much as it has pixels, however many events there are.
 
 const TEXT_FONT = "11px system-ui, sans-serif";
 
@@ -18,7 +18,8 @@ function fitText(text, room) {
 
 function drawRow(context, row, top, frame) {
     const events = row.events;
-    const marks = [];
+    const shown = [];
+    const last = leftward(events[events.length - 1], frame);
     let covered = -Infinity;
     let coveredRank = -2;
     for (let i = firstEndingFrom(row, frame.from); i < events.length && events[i].start <= frame.to; i++) {
@@ -30,13 +31,17 @@ function drawRow(context, row, top, frame) {
         if (right < covered + 1 && rank <= coveredRank) continue;
         context.globalAlpha = dim ? 0.2 : 1;
         if (!event.point) drawBar(context, event, left, right, top, frame);
-        if (!dim) marks.push(event);
-        if (!dim) drawLabel(context, event, left, right, nextLeft(events, i, frame), top, frame);
-        if (right >= covered) [covered, coveredRank] = [right, rank];
-        else coveredRank = Math.max(coveredRank, rank);
+        if (!dim) shown.push(event);
+        if (!dim && event !== last)
+            drawLabel(context, event, left, right, nextLeft(events, i, frame), top, frame);
+        if (right >= covered)
+            [covered, coveredRank] = [right, rank];
+        else
+            coveredRank = Math.max(coveredRank, rank);
     }
     context.globalAlpha = 1;
-    drawMarks(context, marks, top, frame);
+    drawMarks(context, shown, top, frame);
+    if (shown.includes(last)) drawLabelLeftward(context, last, top, frame);
 }
 
 function nextLeft(events, index, frame) {
@@ -65,7 +70,8 @@ function hatch(context, left, width, top) {
     context.clip();
     context.globalAlpha *= 0.3;
     const lines = [];
-    for (let x = left - ROW_HEIGHT; x < left + width; x += 7) lines.push([x, top + ROW_HEIGHT, x + ROW_HEIGHT, top]);
+    for (let x = left - ROW_HEIGHT; x < left + width; x += 7)
+        lines.push([x, top + ROW_HEIGHT, x + ROW_HEIGHT, top]);
     strokeLines(context, lines, 1);
     context.restore();
 }
@@ -88,16 +94,37 @@ function drawLabel(context, event, left, right, next, top, frame) {
     context.fillText(shown, within ? inside : outside, top + ROW_HEIGHT / 2 + 0.5, room);
 }
 
+// The last line of a log often says what went wrong, with no room left to the right: then its text stands to
+// the left of its mark, in front of what is there. Gives back the row's last event if that is one of these.
+function leftward(event, frame) {
+    if (!event || !event.point || event.rank === 0) return null;
+    const x = frame.x(event.start);
+    const width = event.name.length * characterWidth + 24;
+    return x <= frame.right && frame.right - x < width && x - width >= frame.left ? event : null;
+}
+
+function drawLabelLeftward(context, event, top, frame) {
+    const x = frame.x(event.start);
+    const width = event.name.length * characterWidth;
+    context.font = TEXT_FONT;
+    context.fillStyle = frame.palette.paper;
+    context.fillRect(x - width - 16, top + 2, width + 8, ROW_HEIGHT - 4);
+    context.fillStyle = frame.palette.ink;
+    context.fillText(event.name, x - width - 12, top + ROW_HEIGHT / 2 + 0.5, width);
+}
+
 // The important ones last, and none onto another as important.
 function drawMarks(context, events, top, frame) {
-    const marked = events.filter(markOf).sort((one, other) => one.rank - other.rank || one.start - other.start);
+    const marked =
+        events.filter(markOf).sort((one, other) => one.rank - other.rank || one.start - other.start);
     let last = -Infinity;
     let lastMark = null;
     for (const event of marked) {
         const mark = markOf(event);
         const x = frame.x(markTime(event));
         const apart = mark === "line" ? 1 : 4;
-        if (x < frame.left - 6 || x > frame.right + 6 || (mark === lastMark && Math.abs(x - last) < apart)) continue;
+        if (x < frame.left - 6 || x > frame.right + 6 || (mark === lastMark && Math.abs(x - last) < apart))
+            continue;
         drawMark(context, mark, x, top + ROW_HEIGHT / 2, edgeOf(event, frame.palette), frame.palette.paper);
         [last, lastMark] = [x, mark];
     }

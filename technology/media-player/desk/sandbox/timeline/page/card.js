@@ -4,34 +4,52 @@ const LONG_ARGUMENTS = new Set(["failure", "request", "reply", "content", "error
 
 function describeTime(event) {
     const start = timeText(event.start, 4);
-    return event.point ? `at ${start}` : `${start} to ${timeText(event.end, 4)}, ${durationText(event.end - event.start)}`;
+    return event.point ? `at ${start}` :
+                         `${start} to ${timeText(event.end, 4)}, ${durationText(event.end - event.start)}`;
 }
 
-function placeWords({ row }) {
+function placeWords({row}) {
     return row.title ? `${row.lane.title}, ${row.title}` : row.lane.title;
 }
 
 function argumentRows(event) {
-    return Object.entries(event.args).filter(([name, value]) => name !== "state" && value !== "").flatMap(([name, value]) => [
-        element("dt", {}, ARGUMENT_WORDS[name] || name),
-        element("dd", { className: LONG_ARGUMENTS.has(name) ? "long" : "" }, name === "asked" ? `${value} ms` : String(value)),
+    return Object.entries(event.args)
+        .filter(([name, value]) => name !== "state" && value !== "")
+        .flatMap(
+            ([name, value]) =>
+                [element("dt", {}, ARGUMENT_WORDS[name] || name),
+                 element(
+                     "dd", {className: LONG_ARGUMENTS.has(name) ? "long" : ""},
+                     name === "asked" ? `${value} ms` : String(value)),
     ]);
 }
 
-function fillCard(card, event, others) {
+// Shows an event's details beside a spot of the window: { left, top, bottom }.
+function showCard(event, others, spot) {
+    const card = byId("card");
     const state = stateWord(event);
-    card.className = `card state-${event.state}`;
+    card.className = `state-${event.state}`;
     card.replaceChildren(
         element("h3", {}, event.name),
-        element("p", {}, ...(state ? [element("strong", {}, state), " · "] : []), `${placeWords(event)} · ${describeTime(event)}`),
+        element(
+            "p", {}, ...(state ? [element("strong", {}, state), " · "] : []),
+            `${placeWords(event)} · ${describeTime(event)}`),
         element("dl", {}, ...argumentRows(event)),
-        ...(others > 0 ? [element("p", { className: "faint" }, `and ${countText(others, "more event")} here: zoom in to part them`)] : []));
+        ...(others > 0 ? [element(
+                             "p", {className: "faint"},
+                             `and ${countText(others, "more event")} here: zoom in to part them`)] :
+                         []));
+    card.hidden = false;
+    placeCard(card, spot);
+}
+
+function hideCard() {
+    byId("card").hidden = true;
 }
 
 // Below the spot, or above it where there is no room below.
-function placeCard(card, { left, top, bottom }) {
-    card.hidden = false;
-    const { width, height } = card.getBoundingClientRect();
+function placeCard(card, {left, top, bottom}) {
+    const {width, height} = card.getBoundingClientRect();
     const below = bottom + 8;
     const above = top - height - 8;
     const y = below + height <= innerHeight || above < 0 ? Math.min(below, innerHeight - height - 4) : above;
@@ -41,5 +59,7 @@ function placeCard(card, { left, top, bottom }) {
 
 // One sentence for those who listen.
 function spokenText(event) {
-    return [event.name, stateWord(event), placeWords(event), describeTime(event), remarkOf(event)].filter(Boolean).join(". ");
+    return [event.name, stateWord(event), placeWords(event), describeTime(event), remarkOf(event)]
+        .filter(Boolean)
+        .join(". ");
 }

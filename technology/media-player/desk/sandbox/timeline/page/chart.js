@@ -1,4 +1,5 @@
-// The lanes on their canvas: what they show, and when they are drawn anew. Everything that changes goes through change().
+// The lanes on their canvas: what they show, and when they are drawn anew. Everything that changes goes
+// through change().
 
 class Chart {
     constructor(run) {
@@ -6,11 +7,11 @@ class Chart {
         this.view = new View(run.end);
         this.element = byId("chart");
         this.canvas = byId("lanes");
-        this.card = byId("card");
         this.matches = null;
         this.chosen = null;
         this.hovered = null;
         this.others = 0;
+        this.pointerX = null;
         this.drawing = 0;
         new ResizeObserver(() => this.resize()).observe(this.element);
         this.element.addEventListener("scroll", () => this.change({}));
@@ -37,42 +38,57 @@ class Chart {
     draw() {
         cancelAnimationFrame(this.drawing);
         this.drawing = 0;
-        this.frame = makeFrame({ ...this, scrollTop: this.element.scrollTop });
+        this.frame = makeFrame({...this, scrollTop: this.element.scrollTop});
         drawPicture(sizedContext(this.canvas, this.width, this.height), this.run, this.frame);
-        this.showCard();
+        const event = this.hovered || this.chosen;
+        const spot = event && this.spotOf(event);
+        if (spot)
+            showCard(event, event === this.hovered ? this.others : 0, spot);
+        else
+            hideCard();
     }
 
-    showCard() {
-        const event = this.hovered || this.chosen;
-        const placed = event && this.layout.rows[placeOf(this.layout, event.row)];
-        const y = placed && placed.top - this.element.scrollTop + RULER_HEIGHT;
-        const x = event && this.frame.x(event.start);
-        const inSight = event && y > 0 && y < this.height && this.frame.x(event.end) >= this.frame.left && x <= this.width;
-        this.card.hidden = !inSight;
-        if (!inSight) return;
+    // Where an event is in the window; null when it is out of sight.
+    spotOf(event) {
+        const x = this.frame.x(event.start);
+        const y =
+            this.layout.rows[placeOf(this.layout, event.row)].top - this.element.scrollTop + RULER_HEIGHT;
+        if (y <= 0 || y >= this.height || this.frame.x(event.end) < this.frame.left || x > this.width)
+            return null;
         const box = this.canvas.getBoundingClientRect();
-        fillCard(this.card, event, event === this.hovered ? this.others : 0);
-        const left = box.left + Math.max(this.hovered ? this.pointerX : x, this.frame.left);
-        placeCard(this.card, { left, top: box.top + y, bottom: box.top + y + ROW_HEIGHT });
+        const left = box.left + Math.max(event === this.hovered ? this.pointerX : x, this.frame.left);
+        return {left, top: box.top + y, bottom: box.top + y + ROW_HEIGHT};
     }
 
     // Makes an event the current one: in sight, with its details, and read out.
     choose(event) {
         this.view.reveal(event);
-        const { top } = this.layout.rows[placeOf(this.layout, event.row)];
+        const {top} = this.layout.rows[placeOf(this.layout, event.row)];
         const scroll = this.element.scrollTop;
         const visible = this.height - RULER_HEIGHT;
-        if (top < scroll) this.element.scrollTop = top - LANE_GAP;
-        else if (top + ROW_HEIGHT > scroll + visible) this.element.scrollTop = top + ROW_HEIGHT - visible + LANE_GAP;
+        if (top < scroll)
+            this.element.scrollTop = top - LANE_GAP;
+        else if (top + ROW_HEIGHT > scroll + visible)
+            this.element.scrollTop = top + ROW_HEIGHT - visible + LANE_GAP;
         byId("spoken").textContent = spokenText(event);
-        this.change({ chosen: event, hovered: null });
+        this.change({chosen: event, hovered: null});
+    }
+
+    // The same for someone who is elsewhere on the page.
+    bringTo(event) {
+        this.choose(event);
+        this.element.focus({preventScroll: true});
+        this.element.scrollIntoView({block: "nearest"});
     }
 
     chooseNextProblem(step = 1) {
         const from = this.chosen ? this.chosen.index : step > 0 ? -1 : 0;
-        const event = nextWhere(this.run.events, from, step, (candidate) => isProblem(candidate) && this.isMatched(candidate));
-        if (event) this.choose(event);
-        else byId("spoken").textContent = "No problems to go to";
+        const event = nextWhere(
+            this.run.events, from, step, (candidate) => isProblem(candidate) && this.isMatched(candidate));
+        if (event)
+            this.choose(event);
+        else
+            byId("spoken").textContent = "No problems to go to";
     }
 
     isMatched(event) {
@@ -98,7 +114,7 @@ function sizedContext(canvas, width, height) {
         [canvas.width, canvas.height] = [columns, rows];
         [canvas.style.width, canvas.style.height] = [`${width}px`, `${height}px`];
     }
-    const context = canvas.getContext("2d", { alpha: false });
+    const context = canvas.getContext("2d", {alpha: false});
     context.setTransform(ratio, 0, 0, ratio, 0, 0);
     return context;
 }

@@ -7,10 +7,14 @@ class Filter {
         this.problemsOnly = false;
     }
 
-    // All that is known of an event, in small letters. Made when it is first asked for: it doubles the page's data.
+    // All that is known of an event, in small letters. Made when it is first asked for: it doubles the page's
+    // data.
     get texts() {
-        this.allTexts ??= this.events.map((event) =>
-            [event.name, event.row.title, event.row.lane.title, stateWord(event), ...Object.values(event.args)].join("\n").toLowerCase());
+        this.allTexts ??= this.events.map(
+            (event) => [event.name, event.row.title, event.row.lane.title, stateWord(event),
+                        ...Object.values(event.args)]
+                           .join("\n")
+                           .toLowerCase());
         return this.allTexts;
     }
 
@@ -23,7 +27,11 @@ class Filter {
     matches() {
         if (this.words.length === 0 && !this.problemsOnly) return null;
         const texts = this.words.length > 0 ? this.texts : null;
-        return Uint8Array.from(this.events, (event, index) =>
-            (!this.problemsOnly || isProblem(event)) && this.words.every((word) => texts[index].includes(word)) ? 1 : 0);
+        return Uint8Array.from(
+            this.events,
+            (event, index) => (!this.problemsOnly || isProblem(event)) &&
+                    this.words.every((word) => texts[index].includes(word)) ?
+                1 :
+                0);
     }
 }

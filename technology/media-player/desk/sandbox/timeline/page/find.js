@@ -6,8 +6,10 @@ function firstEndingFrom(row, time) {
     let high = row.events.length;
     while (low < high) {
         const middle = (low + high) >> 1;
-        if (row.events[middle].end < time) low = middle + 1;
-        else high = middle;
+        if (row.events[middle].end < time)
+            low = middle + 1;
+        else
+            high = middle;
     }
     return low;
 }
@@ -15,17 +17,19 @@ function firstEndingFrom(row, time) {
 // The events of a row that touch a stretch of time.
 function eventsWithin(row, from, to) {
     const found = [];
-    for (let i = firstEndingFrom(row, from); i < row.events.length && row.events[i].start <= to; i++) found.push(row.events[i]);
+    for (let i = firstEndingFrom(row, from); i < row.events.length && row.events[i].start <= to; i++)
+        found.push(row.events[i]);
     return found;
 }
 
 // What a pointer at `time` means: of what lies within `reach` seconds the most important, then the nearest.
 function pick(row, time, reach, matches) {
-    const near = eventsWithin(row, time - reach, time + reach).filter((event) => !matches || matches[event.index]);
+    const near =
+        eventsWithin(row, time - reach, time + reach).filter((event) => !matches || matches[event.index]);
     const distance = (event) => Math.max(event.start - time, time - event.end, 0);
     const better = (one, other) => (one.rank - other.rank || distance(other) - distance(one)) > 0;
     const event = near.reduce((best, next) => (best && !better(next, best) ? best : next), null);
-    return { event, others: Math.max(near.length - 1, 0) };
+    return {event, others: Math.max(near.length - 1, 0)};
 }
 
 // The event of a row that is nearest to a moment; null in an empty row.

@@ -1,11 +1,29 @@
 // Draws the whole picture: ruler, titles, lanes and what is pointed at.
 
 // What the drawing of one frame needs to know.
-function makeFrame({ view, layout, width, height, scrollTop, palette, matches, chosen, hovered }) {
+function makeFrame({view, layout, width, height, scrollTop, palette, matches, chosen, hovered, pointerX}) {
     const left = layout.titles;
     const scale = (width - left) / view.length;
     const x = (time) => left + (time - view.from) * scale;
-    return { left, right: width, width, height, scrollTop, from: view.from, to: view.to, view, x, layout, palette, matches, chosen, hovered };
+    const time = (at) => view.from + (at - left) / scale;
+    return {
+        left,
+        right: width,
+        width,
+        height,
+        scrollTop,
+        from: view.from,
+        to: view.to,
+        view,
+        x,
+        time,
+        layout,
+        palette,
+        matches,
+        chosen,
+        hovered,
+        pointerX,
+    };
 }
 
 function drawPicture(context, run, frame) {
@@ -18,10 +36,12 @@ function drawPicture(context, run, frame) {
         for (const placed of frame.layout.lanes) drawLaneGround(context, placed, topOf, frame);
         drawGrid(context, ticks, frame);
         drawFailedCases(context, run, frame);
-        for (const { row, top } of visibleRows(frame)) drawRow(context, row, topOf(top), frame);
-        for (const event of [frame.hovered, frame.chosen]) if (event) drawOutline(context, event, topOf, frame);
+        for (const {row, top} of visibleRows(frame)) drawRow(context, row, topOf(top), frame);
+        for (const event of [frame.hovered, frame.chosen])
+            if (event) drawOutline(context, event, topOf, frame);
     });
     drawTitles(context, topOf, frame);
+    if (run.about.cutOff) drawCut(context, run.end, frame);
     drawRuler(context, ticks, run, frame);
 }
 
@@ -34,25 +54,21 @@ function within(context, left, top, width, height, draw) {
     context.restore();
 }
 
-function visibleRows({ layout, scrollTop, height }) {
-    return layout.rows.filter(({ top }) => top + ROW_HEIGHT > scrollTop && top < scrollTop + height - RULER_HEIGHT);
+function visibleRows({layout, scrollTop, height}) {
+    return layout.rows.filter(
+        ({top}) => top + ROW_HEIGHT > scrollTop && top < scrollTop + height - RULER_HEIGHT);
 }
 
-function drawLaneGround(context, { lane, top, bottom }, topOf, frame) {
+function drawLaneGround(context, {lane, top, bottom}, topOf, frame) {
     context.fillStyle = frame.palette.stripe;
     if (frame.layout.lanes.findIndex((placed) => placed.lane === lane) % 2 === 0) {
         context.fillRect(frame.left, topOf(top - LANE_GAP / 2), frame.right, bottom - top + LANE_GAP / 2);
     }
 }
 
-function drawGrid(context, ticks, frame) {
-    context.strokeStyle = frame.palette.line;
-    strokeLines(context, ticks.map(({ time }) => [frame.x(time), RULER_HEIGHT, frame.x(time), frame.height]), 1);
-}
-
 // A failed case's time runs through all lanes: what else happened then is what to look at.
 function drawFailedCases(context, run, frame) {
-    context.globalAlpha = 0.13;
+    context.globalAlpha = 0.1;
     context.fillStyle = frame.palette.edge.failed;
     for (const event of run.failedCases) {
         const left = Math.max(frame.x(event.start), frame.left);
@@ -72,53 +88,27 @@ function drawOutline(context, event, topOf, frame) {
 }
 
 function drawTitles(context, topOf, frame) {
-    const { layout, palette } = frame;
+    const {layout, palette} = frame;
     context.fillStyle = palette.paper;
     context.fillRect(0, RULER_HEIGHT, frame.left - 1, frame.height);
     within(context, 0, RULER_HEIGHT, frame.left - 4, frame.height, () => {
-        for (const { row, top } of visibleRows(frame)) {
+        for (const {row, top} of visibleRows(frame)) {
             context.font = TEXT_FONT;
             context.fillStyle = palette.faint;
             const room = layout.titles - layout.laneTitles - 14;
-            context.fillText(fitText(row.title, room), layout.laneTitles + 8, topOf(top) + ROW_HEIGHT / 2, room);
+            context.fillText(
+                fitText(row.title, room), layout.laneTitles + 8, topOf(top) + ROW_HEIGHT / 2, room);
         }
     });
-    for (const { lane, top } of layout.lanes) drawLaneTitle(context, lane.title, topOf(top), frame);
+    for (const {lane, top} of layout.lanes) drawLaneTitle(context, lane.title, topOf(top), frame);
     context.strokeStyle = palette.line;
     strokeLines(context, [[frame.left - 0.5, 0, frame.left - 0.5, frame.height]], 1);
 }
 
-function drawLaneTitle(context, title, y, { palette, width }) {
+function drawLaneTitle(context, title, y, {palette, width}) {
     context.strokeStyle = palette.line;
     strokeLines(context, [[0, y - LANE_GAP / 2, width, y - LANE_GAP / 2]], 1);
     context.font = "bold 12px system-ui, sans-serif";
     context.fillStyle = palette.ink;
     context.fillText(title, 8, y + ROW_HEIGHT / 2);
-}
-
-function drawRuler(context, ticks, run, frame) {
-    const { palette } = frame;
-    context.fillStyle = palette.paper;
-    context.fillRect(0, 0, frame.width, RULER_HEIGHT);
-    context.strokeStyle = palette.faint;
-    strokeLines(context, [[0, RULER_HEIGHT - 0.5, frame.width, RULER_HEIGHT - 0.5]], 1);
-    context.font = TEXT_FONT;
-    context.fillStyle = palette.faint;
-    for (const { time, text } of ticks) {
-        if (frame.x(time) < frame.left) continue;
-        context.fillText(text, frame.x(time) + 4, RULER_HEIGHT / 2);
-        context.fillRect(frame.x(time), RULER_HEIGHT - 8, 1, 8);
-    }
-    drawProblemTicks(context, run.problems, frame);
-}
-
-function drawProblemTicks(context, problems, frame) {
-    let last = -Infinity;
-    for (const event of problems) {
-        const x = frame.x(markTime(event));
-        if (x < frame.left || Math.abs(x - last) < 3) continue;
-        last = x;
-        context.fillStyle = edgeOf(event, frame.palette);
-        fillShape(context, [[x - 4, RULER_HEIGHT - 7], [x + 4, RULER_HEIGHT - 7], [x, RULER_HEIGHT]]);
-    }
 }

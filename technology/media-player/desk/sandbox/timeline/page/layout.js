@@ -13,15 +13,22 @@ function layOut(run, width) {
     for (const lane of run.lanes) {
         const top = y;
         if (narrow) y += HEAD_HEIGHT;
-        const rows = lane.rows.map((row, n) => ({ row, top: y + n * ROW_HEIGHT }));
+        const rows = lane.rows.map((row, n) => ({row, top: y + n * ROW_HEIGHT}));
         y += lane.rows.length * ROW_HEIGHT + LANE_GAP;
-        lanes.push({ lane, top, rows, bottom: y - LANE_GAP / 2 });
+        lanes.push({lane, top, rows, bottom: y - LANE_GAP / 2});
     }
-    return { narrow, lanes, rows: lanes.flatMap((lane) => lane.rows), height: y, titles: narrow ? 96 : 228, laneTitles: narrow ? 0 : 86 };
+    return {
+        narrow,
+        lanes,
+        rows: lanes.flatMap((lane) => lane.rows),
+        height: y,
+        titles: narrow ? 96 : 228,
+        laneTitles: narrow ? 0 : 86
+    };
 }
 
 function rowAt(layout, y) {
-    return layout.rows.find(({ top }) => y >= top && y < top + ROW_HEIGHT);
+    return layout.rows.find(({top}) => y >= top && y < top + ROW_HEIGHT);
 }
 
 function placeOf(layout, row) {

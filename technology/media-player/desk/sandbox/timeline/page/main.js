@@ -10,10 +10,11 @@ function connectTools(chart, table, filter) {
     const apply = () => {
         filter.set(byId("filter").value, byId("problems").checked);
         const matches = filter.matches();
-        chart.change({ matches });
+        chart.change({matches});
         table.show(matches);
         const all = countText(filter.events.length, "event");
-        byId("matching").textContent = matches ? `${table.events.length.toLocaleString("en")} of ${all}` : all;
+        byId("matching").textContent =
+            matches ? `${table.events.length.toLocaleString("en")} of ${all}` : all;
     };
     byId("filter").addEventListener("input", apply);
     byId("problems").addEventListener("change", apply);
@@ -26,9 +27,10 @@ function connectTools(chart, table, filter) {
 }
 
 function start(run) {
-    fillSummary(byId("summary"), run, (event) => chart.choose(event));
     const chart = new Chart(run);
-    const table = new EventTable(run, (event) => chart.choose(event));
+    const table = new EventTable(run, (event) => chart.bringTo(event));
+    fillSummary(byId("summary"), run, (event) => chart.bringTo(event));
+    chart.resize();
     listenToPointer(chart);
     listenToKeys(chart, (event) => table.showEvent(event));
     connectTools(chart, table, new Filter(run.events));
@@ -42,6 +44,7 @@ function start(run) {
 try {
     start(readTrace());
 } catch (error) {
-    const text = `This page can't show its run: ${error.message}. Was the file copied whole? FILE.json beside it holds the same events.`;
-    document.body.prepend(element("p", { className: "notice", role: "alert" }, text));
+    const text = `This page can't show its run: ${
+        error.message}. Was the file copied whole? FILE.json beside it holds the same events.`;
+    document.body.prepend(element("p", {className: "notice", role: "alert"}, text));
 }

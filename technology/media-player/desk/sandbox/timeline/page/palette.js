@@ -7,7 +7,7 @@ const LEVELS = ["debug", "info", "warning", "critical", "fatal", "output"];
 function readPalette() {
     const style = getComputedStyle(document.documentElement);
     const colour = (name) => style.getPropertyValue(`--${name}`).trim();
-    const palette = { fill: {}, edge: {}, level: {} };
+    const palette = {fill: {}, edge: {}, level: {}};
     for (const name of PLAIN_COLOURS) palette[name] = colour(name);
     for (const name of FILLED) {
         palette.fill[name] = colour(`${name}-fill`);

@@ -9,13 +9,15 @@ function preparePrint(chart, table) {
     document.documentElement.classList.add("printing");
     const layout = layOut(chart.run, PAPER_WIDTH);
     const height = Math.min(layout.height + RULER_HEIGHT, TALLEST_PICTURE);
-    const frame = makeFrame({ ...chart, layout, height, width: PAPER_WIDTH, scrollTop: 0, palette: readPalette(), chosen: null, hovered: null });
+    const paper = {layout, height, width: PAPER_WIDTH, scrollTop: 0, palette: readPalette()};
+    const frame = makeFrame({...chart, ...paper, chosen: null, hovered: null, pointerX: null});
     drawPicture(sizedContext(chart.canvas, PAPER_WIDTH, height), chart.run, frame);
     drawLegend(byId("legend"));
-    chart.card.hidden = true;
+    hideCard();
     table.render(PRINTED_ROWS);
     const left = table.events.length - PRINTED_ROWS;
-    byId("print-note").textContent = left > 0 ? `${countText(left, "more event")} not printed: filter the table to print others.` : "";
+    byId("print-note").textContent =
+        left > 0 ? `${countText(left, "more event")} not printed: filter the table to print others.` : "";
 }
 
 function endPrint(chart, table) {

@@ -1,16 +1,26 @@
-// All events as a table. Only the rows in sight exist in the page, so that it is as quick with fifty thousand.
+// All events as a table. Only the rows in sight exist in the page, so that it is as quick with fifty
+// thousand.
 
 const TABLE_ROW = 26;
 const SPARE_ROWS = 10;
 
 const COLUMNS = [
-    { title: "Start", key: (event) => event.start, text: (event) => timeText(event.start, 4), numeric: true },
-    { title: "Lasted", key: (event) => event.end - event.start, text: (event) => (event.point ? "" : durationText(event.end - event.start)), numeric: true },
-    { title: "Lane", key: (event) => LANES.findIndex(([kind]) => kind === event.kind), text: (event) => event.row.lane.title },
-    { title: "Row", key: (event) => event.row.title, text: (event) => event.row.title },
-    { title: "What", key: (event) => event.name, text: (event) => event.name },
-    { title: "State", key: (event) => stateWord(event), text: stateWord },
-    { title: "Details", key: (event) => remarkOf(event), text: remarkOf },
+    {title: "Start", key: (event) => event.start, text: (event) => timeText(event.start, 4), numeric: true},
+    {
+        title: "Lasted",
+        key: (event) => event.end - event.start,
+        text: (event) => (event.point ? "" : durationText(event.end - event.start)),
+        numeric: true
+    },
+    {
+        title: "Lane",
+        key: (event) => LANES.findIndex(([kind]) => kind === event.kind),
+        text: (event) => event.row.lane.title
+    },
+    {title: "Row", key: (event) => event.row.title, text: (event) => event.row.title},
+    {title: "What", key: (event) => event.name, text: (event) => event.name},
+    {title: "State", key: (event) => stateWord(event), text: stateWord},
+    {title: "Details", key: (event) => remarkOf(event), text: remarkOf},
 ];
 
 function compare(one, other) {
@@ -21,41 +31,54 @@ class EventTable {
     constructor(run, choose) {
         this.run = run;
         this.choose = choose;
-        this.events = run.events;
-        this.sorted = { column: COLUMNS[0], descending: false };
+        this.ordered = run.events;
+        this.sorted = {column: COLUMNS[0], descending: false};
         this.current = 0;
         this.heads = COLUMNS.map((column) => this.makeHead(column));
         this.body = element("tbody");
-        this.table = element("table", { ariaLabel: "All events of the run", ariaColCount: COLUMNS.length },
-            element("thead", {}, element("tr", { ariaRowIndex: 1 }, ...this.heads)), this.body);
+        this.table = element(
+            "table", {ariaLabel: "All events of the run", ariaColCount: COLUMNS.length},
+            element("thead", {}, element("tr", {ariaRowIndex: 1}, ...this.heads)), this.body);
         this.element = byId("events");
         this.element.replaceChildren(this.table);
         this.element.addEventListener("scroll", () => requestAnimationFrame(() => this.render()));
-        this.body.addEventListener("click", (event) => this.pickRow(event));
+        this.body.addEventListener("click", ({target}) => this.focusRow(target.closest("tr[data-place]")));
+        this.body.addEventListener("dblclick", () => this.choose(this.events[this.current]));
         this.body.addEventListener("keydown", (event) => this.press(event));
+        this.body.addEventListener(
+            "focusin", ({target}) => showCard(this.events[this.current], 0, target.getBoundingClientRect()));
+        this.body.addEventListener("focusout", hideCard);
         this.show(null);
     }
 
     makeHead(column) {
-        const button = element("button", { type: "button", onclick: () => this.sortBy(column) }, column.title);
-        return element("th", { scope: "col", className: column.numeric ? "number" : "" }, button);
+        const button = element("button", {type: "button", onclick: () => this.sortBy(column)}, column.title);
+        return element("th", {scope: "col", className: column.numeric ? "number" : ""}, button);
     }
 
     sortBy(column) {
-        this.sorted = { column, descending: this.sorted.column === column && !this.sorted.descending };
+        this.sorted = {column, descending: this.sorted.column === column && !this.sorted.descending};
+        this.ordered = this.sortEvents();
         this.show(this.matches);
+    }
+
+    sortEvents() {
+        const {column, descending} = this.sorted;
+        const keyed = this.run.events.map((event) => [column.key(event), event]);
+        keyed.sort(([one], [other]) => (descending ? compare(other, one) : compare(one, other)));
+        return keyed.map(([, event]) => event);
     }
 
     // Shows the events that a filter lets through; all of them without one.
     show(matches) {
         this.matches = matches;
-        const { column, descending } = this.sorted;
-        const keyed = this.run.events.filter((event) => matches === null || matches[event.index]).map((event) => [column.key(event), event]);
-        keyed.sort(([one, first], [other, second]) => (descending ? compare(other, one) : compare(one, other)) || first.index - second.index);
-        this.events = keyed.map(([, event]) => event);
+        const {column, descending} = this.sorted;
+        this.events = this.ordered.filter((event) => matches === null || matches[event.index]);
         this.current = 0;
         this.table.ariaRowCount = this.events.length + 1;
-        this.heads.forEach((head, n) => (head.ariaSort = COLUMNS[n] === column ? (descending ? "descending" : "ascending") : "none"));
+        this.heads.forEach(
+            (head, n) =>
+                (head.ariaSort = COLUMNS[n] === column ? (descending ? "descending" : "ascending") : "none"));
         this.element.scrollTop = 0;
         this.render();
     }
@@ -67,29 +90,38 @@ class EventTable {
         const hadFocus = this.body.contains(document.activeElement);
         const rows = this.events.slice(first, last).map((event, n) => this.makeRow(event, first + n));
         this.body.replaceChildren(spacer(first), ...rows, spacer(limit ? 0 : this.events.length - last));
-        if (hadFocus) (rows[this.current - first] || this.element).focus({ preventScroll: true });
+        if (hadFocus) (rows[this.current - first] || this.element).focus({preventScroll: true});
     }
 
     makeRow(event, place) {
-        const cells = COLUMNS.map((column) => element("td", { className: column.numeric ? "number" : "" }, column.text(event)));
-        const row = element("tr", { className: `state-${event.state} ${event.args.level ? `level-${event.args.level}` : ""}`,
-            tabIndex: place === this.current ? 0 : -1, ariaRowIndex: place + 2 }, ...cells);
+        const cells = COLUMNS.map(
+            (column) => element("td", {className: column.numeric ? "number" : ""}, column.text(event)));
+        const row = element(
+            "tr", {
+                className: `state-${event.state} ${event.args.level ? `level-${event.args.level}` : ""}`,
+
+                tabIndex: place === this.current ? 0 : -1,
+                ariaRowIndex: place + 2
+            },
+            ...cells);
         row.dataset.place = place;
         return row;
     }
 
-    pickRow({ target }) {
-        const row = target.closest("tr[data-place]");
+    focusRow(row) {
         if (row) this.goTo(Number(row.dataset.place));
-        if (row) this.choose(this.events[this.current]);
     }
 
     press(event) {
         const page = Math.floor(this.element.clientHeight / TABLE_ROW) - 2;
-        const steps = { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity };
-        if (event.key in steps) this.goTo(this.current + steps[event.key]);
-        else if (event.key === "Enter") this.choose(this.events[this.current]);
-        else return;
+        const steps =
+            {ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity};
+        if (event.key in steps)
+            this.goTo(this.current + steps[event.key]);
+        else if (event.key === "Enter")
+            this.choose(this.events[this.current]);
+        else
+            return;
         event.preventDefault();
     }
 
@@ -102,8 +134,10 @@ class EventTable {
         this.current = Math.min(Math.max(place, 0), this.events.length - 1);
         const top = this.current * TABLE_ROW;
         const room = this.element.clientHeight - 2 * TABLE_ROW;
-        if (top < this.element.scrollTop) this.element.scrollTop = top;
-        else if (top > this.element.scrollTop + room) this.element.scrollTop = top - room;
+        if (top < this.element.scrollTop)
+            this.element.scrollTop = top;
+        else if (top > this.element.scrollTop + room)
+            this.element.scrollTop = top - room;
         this.render();
         this.body.querySelector("tr[tabindex='0']").focus();
     }
@@ -111,5 +145,5 @@ class EventTable {
 
 // Stands for the rows that are not there, for the scroll bar.
 function spacer(rows) {
-    return element("tr", { ariaHidden: "true", hidden: rows === 0, style: `height: ${rows * TABLE_ROW}px` });
+    return element("tr", {ariaHidden: "true", hidden: rows === 0, style: `height: ${rows * TABLE_ROW}px`});
 }

@@ -29,7 +29,8 @@ class View {
     }
 
     fill(event) {
-        const length = Math.max(event.point ? this.length / 10 : (event.end - event.start) * 1.3, NARROWEST_VIEW);
+        const length =
+            Math.max(event.point ? this.length / 10 : (event.end - event.start) * 1.3, NARROWEST_VIEW);
         const middle = (event.start + event.end) / 2;
         this.set(middle - length / 2, middle + length / 2);
     }
@@ -37,8 +38,10 @@ class View {
     // Moves as little as brings the event, or its beginning, into sight.
     reveal(event) {
         const margin = this.length / 10;
-        if (event.end < this.from + margin / 2) this.move(event.start - margin - this.from);
-        else if (event.start > this.to - margin / 2) this.move(event.start + margin * 3 - this.to);
+        if (event.end < this.from + margin / 2)
+            this.move(event.start - margin - this.from);
+        else if (event.start > this.to - margin / 2)
+            this.move(event.start + margin * 3 - this.to);
     }
 
     set(from, to) {
@@ -55,12 +58,17 @@ function tickStep(view, width, pixels = 90) {
     return [1, 2, 5, 10].map((factor) => factor * power).find((step) => step >= least);
 }
 
+// How many decimals tell moments apart that lie this far from each other.
+function decimalsOf(step) {
+    return Math.max(0, -Math.floor(Math.log10(step) + 1e-9));
+}
+
 function ticksOf(view, width) {
     const step = tickStep(view, width);
-    const decimals = Math.max(0, -Math.floor(Math.log10(step) + 1e-9));
+    const decimals = decimalsOf(step);
     const ticks = [];
     for (let n = Math.max(0, Math.ceil(view.from / step)); n * step <= view.to; n++) {
-        ticks.push({ time: n * step, text: timeText(n * step, decimals) });
+        ticks.push({time: n * step, text: timeText(n * step, decimals)});
     }
     return ticks;
 }

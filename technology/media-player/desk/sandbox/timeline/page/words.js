@@ -11,17 +11,42 @@ const LANES = [
 ];
 
 const RESULT_WORDS = {
-    "passed": "Passed", "failed": "Failed", "crashed": "Crashed", "killed": "Killed", "timed out": "Timed out", "cut off": "Cut off",
+    "passed": "Passed",
+    "failed": "Failed",
+    "crashed": "Crashed",
+    "killed": "Killed",
+    "timed out": "Timed out",
+    "cut off": "Cut off",
 };
 
 const STATE_WORDS = {
-    ok: "", failed: "failed", skipped: "skipped", killed: "killed", noreply: "no answer", running: "still ran at the end",
+    ok: "",
+    failed: "failed",
+    skipped: "skipped",
+    killed: "killed",
+    noreply: "no answer",
+    running: "still ran at the end",
 };
 
 const ARGUMENT_WORDS = {
-    asked: "Asked for", pid: "Process id", command: "Command", end: "End", killedBy: "Killed by", startedBy: "Started by", bus: "Bus",
-    owner: "Owner", process: "Process", from: "From", to: "To", path: "Object", request: "Request", reply: "Reply", error: "Error",
-    content: "Content", level: "Level", failure: "Failure",
+    asked: "Asked for",
+    pid: "Process id",
+    command: "Command",
+    end: "End",
+    killedBy: "Killed by",
+    startedBy: "Started by",
+    bus: "Bus",
+    owner: "Owner",
+    process: "Process",
+    from: "From",
+    to: "To",
+    path: "Object",
+    request: "Request",
+    reply: "Reply",
+    error: "Error",
+    content: "Content",
+    level: "Level",
+    failure: "Failure",
 };
 
 function stateWord(event) {
@@ -44,18 +69,24 @@ function countText(count, one, many = `${one}s`) {
     return `${count.toLocaleString("en")} ${count === 1 ? one : many}`;
 }
 
-// "Interface.Member" without the interface, which fills most of a bar.
+// The last part of "Interface.Member" or of a bus name, as the parts before it fill most of a bar.
 function memberOf(name) {
-    return name.slice(name.lastIndexOf(".") + 1);
+    return name.startsWith(":") ? name : name.slice(name.lastIndexOf(".") + 1);
+}
+
+function processLabel({name, args}) {
+    const who = args.pid ? `${name} (pid ${args.pid})` : name;
+    const end = [args.end, args.killedBy && `by ${args.killedBy}`].filter(Boolean).join(", ");
+    return end ? `${who}: ${end}` : who;
 }
 
 // The few words that fit beside an event in its lane.
 const LABELS = {
     case: (event) => event.name,
     pause: (event) => event.name,
-    process: ({ name, args }) => [name, args.pid && `(pid ${args.pid})`, args.end].filter(Boolean).join(" "),
-    name: ({ name, args }) => (args.process ? `${name}: ${args.process}` : name),
-    call: ({ name, args }) => (args.error ? `${memberOf(name)}: ${args.error}` : memberOf(name)),
+    process: processLabel,
+    name: ({name, args}) => (args.process ? `${memberOf(name)}: ${args.process}` : name),
+    call: ({name, args}) => (args.error ? `${memberOf(name)}: ${args.error}` : memberOf(name)),
     signal: (event) => memberOf(event.name),
     log: (event) => event.name,
 };
@@ -68,12 +99,14 @@ function labelOf(event) {
 
 // What else there is to say of an event, in one line of the table.
 const REMARKS = {
-    case: ({ args }) => [args.failure],
-    pause: ({ args }) => [args.asked !== undefined && `asked for ${args.asked} ms`],
-    process: ({ args }) => [args.end, args.killedBy && `killed by ${args.killedBy}`, args.command],
-    name: ({ args }) => [args.process, args.owner],
-    call: ({ args }) => [args.error, args.from && `${args.from} → ${args.to}`, args.path, args.request, args.reply && `→ ${args.reply}`],
-    signal: ({ args }) => [args.from, args.path, args.content],
+    case: ({args}) => [args.failure],
+    pause: ({args}) => [args.asked !== undefined && `asked for ${args.asked} ms`],
+    process: ({args}) => [args.end, args.killedBy && `killed by ${args.killedBy}`, args.command],
+    name: ({args}) => [args.process, args.owner],
+    call: ({args}) =>
+        [args.error, args.from && `${args.from} → ${args.to}`, args.path, args.request,
+         args.reply && `→ ${args.reply}`],
+    signal: ({args}) => [args.from, args.path, args.content],
     log: () => [],
 };
 
