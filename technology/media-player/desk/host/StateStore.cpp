@@ -154,7 +154,7 @@ private:
             prepared->bindValue(index, aArguments[index]);
         }
         if (!prepared->exec()) {
-            const QSqlError error = prepared->lastError();
+            QSqlError error = prepared->lastError();
             m_Prepared.erase(prepared);
             return error;
         }
