@@ -69,7 +69,7 @@ int ReadAll(const QDBusArgument& aArgument)
         values << value;
     }
     aArgument.endArray();
-    return values.size();
+    return static_cast<int>(values.size());
 }
 
 // `Read` is what the list is read as, `Sent` what it was sent as.

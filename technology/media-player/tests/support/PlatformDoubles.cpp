@@ -132,7 +132,7 @@ bool GetParameters(const QString& aText, QMap<QString, QString>& aParameters)
     bool any = false;
     const QStringList pairs = aText.split(';');
     for (const QString& pair : pairs) {
-        const int equals = pair.indexOf('=');
+        const auto equals = pair.indexOf('=');
         if (equals > 0) {
             aParameters[pair.left(equals)] = pair.mid(equals + 1);
             any = true;

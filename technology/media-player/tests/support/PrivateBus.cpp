@@ -6,9 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
-#include <sys/prctl.h>
 
-#include <csignal>
 #include <memory>
 
 namespace MPL::Doubles
@@ -61,29 +59,25 @@ PrivateBus::PrivateBus()
     configuration.write(Configuration(m_Folder.path()));
     configuration.close();
 
-    start("dbus-daemon", {"--nofork", "--print-address=1", "--config-file=" + configuration.fileName()});
-    if (waitForReadyRead(kStartLimitMs)) {
-        m_Address = QString::fromUtf8(readLine().trimmed());
+    m_Daemon.start("setpriv", {"--pdeathsig=KILL", "dbus-daemon", "--nofork", "--print-address=1",
+                               "--config-file=" + configuration.fileName()});
+    if (m_Daemon.waitForReadyRead(kStartLimitMs)) {
+        m_Address = QString::fromUtf8(m_Daemon.readLine().trimmed());
     } else {
-        qCritical("dbus-daemon is not ready: %s %s", qPrintable(errorString()),
-                  readAllStandardError().constData());
+        qCritical("dbus-daemon is not ready: %s %s", qPrintable(m_Daemon.errorString()),
+                  m_Daemon.readAllStandardError().constData());
     }
 }
 
 PrivateBus::~PrivateBus()
 {
-    kill();
-    waitForFinished(kStartLimitMs);
+    m_Daemon.kill();
+    m_Daemon.waitForFinished(kStartLimitMs);
 }
 
 void PrivateBus::Redirect(const QString& aAddress, const QString& aInstead)
 {
     Redirected() = {aAddress, aInstead};
-}
-
-void PrivateBus::setupChildProcess()
-{
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
 const PrivateBus& SharedBus()

@@ -12,24 +12,22 @@
 namespace MPL::Doubles
 {
 
-class PrivateBus : private QProcess
+class PrivateBus
 {
 public:
     /// Starts the daemon and waits until it says that it listens. Address() is empty if it never does, and
     /// then the reason is on standard error.
     PrivateBus();
-    ~PrivateBus() override;
+    ~PrivateBus();
 
     QString Address() const { return m_Address; }
 
     /// From now on a connection asked for at `aAddress` is opened at `aInstead` (empty: as asked).
     static void Redirect(const QString& aAddress, const QString& aInstead);
 
-protected:
-    void setupChildProcess() override;
-
 private:
     QTemporaryDir m_Folder;
+    QProcess m_Daemon;
     QString m_Address;
 };
 

@@ -16,9 +16,9 @@ Starting& Starts()
 namespace
 {
 
-bool Start(const QString& aHow, const QString& aProgram, const QStringList& aArguments)
+bool Start(const QString& aProgram, const QStringList& aArguments)
 {
-    Note((QStringList{aHow, aProgram} + aArguments).join(' '));
+    Note((QStringList{"start", aProgram} + aArguments).join(' '));
     if (Starts().failing.contains(aProgram)) {
         return false;
     }
@@ -32,19 +32,23 @@ bool Start(const QString& aHow, const QString& aProgram, const QStringList& aArg
 
 } // namespace MPL::Doubles
 
-// These take the place of Qt's own functions.
+// These take the place of Qt's own functions. Those that Qt 6 has no more are named as the linker knows them.
+bool StartProgram(const QString& aProgram,
+                  const QStringList& aArguments) asm("_ZN8QProcess13startDetachedERK7QStringRK11QStringList");
+bool StartCommand(const QString& aCommand) asm("_ZN8QProcess13startDetachedERK7QString");
+
 bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments,
                              const QString& /*workingDirectory*/, qint64* /*pid*/)
 {
-    return MPL::Doubles::Start("start", aProgram, aArguments);
+    return MPL::Doubles::Start(aProgram, aArguments);
 }
 
-bool QProcess::startDetached(const QString& aProgram, const QStringList& aArguments)
+bool StartProgram(const QString& aProgram, const QStringList& aArguments)
 {
-    return MPL::Doubles::Start("start", aProgram, aArguments);
+    return MPL::Doubles::Start(aProgram, aArguments);
 }
 
-bool QProcess::startDetached(const QString& aCommand)
+bool StartCommand(const QString& aCommand)
 {
-    return MPL::Doubles::Start("start command", aCommand, {});
+    return MPL::Doubles::Start(aCommand, {});
 }

@@ -1,5 +1,5 @@
 /// Stands in for QProcess::startDetached(): no program is started. A start is noted as "start <program>
-/// <arguments…>", the one-string form as "start command <text>". QProcess objects work as ever.
+/// <arguments…>", whether it is asked for in one text or in several. QProcess objects work as ever.
 ///
 ///     Starts().failing << "/opt/talvex/bin/media_manager";
 ///     EXPECT_FALSE(MPL_TestEnvironment::LaunchMediaManagerProcess(false));
@@ -14,7 +14,7 @@ namespace MPL::Doubles
 {
 
 struct Starting {
-    /// Programs (or commands) that can't be started.
+    /// Programs that can't be started.
     QStringList failing;
     /// Called at each start that succeeds, to let the world change.
     std::function<void(const QString& aProgram, const QStringList& aArguments)> onStart;

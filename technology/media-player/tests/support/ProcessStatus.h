@@ -14,7 +14,7 @@ inline bool HasSignalBit(int aPid, const QByteArray& aMask, int aSignal)
     QFile status(QStringLiteral("/proc/%1/status").arg(aPid));
     status.open(QIODevice::ReadOnly);
     for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith(aMask + ':')) {
+        if (line.startsWith(QByteArray(aMask + ':'))) {
             return (line.mid(aMask.size() + 1).trimmed().toULongLong(nullptr, 16) >> (aSignal - 1) & 1U) != 0;
         }
     }

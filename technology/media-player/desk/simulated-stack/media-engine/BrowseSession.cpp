@@ -76,7 +76,7 @@ QString BrowseSession::SelectById(quint64 aId, Selection& aSelection)
         return MPL::MPL_BROWSE_ERROR_MESSAGE_INVALID_FUNCTION;
     }
     const BrowseRecords& records = m_Levels.last().records;
-    const auto* found = std::find_if(records.begin(), records.end(),
+    const auto found = std::find_if(records.begin(), records.end(),
                                      [aId](const BrowseRecord& aRecord) { return aRecord.id == aId; });
     if (found != records.end()) {
         return Select(static_cast<uint>(found - records.begin()), aSelection);

@@ -21,12 +21,12 @@ void PlayOrder::Reset(uint aCount, bool aShuffle, uint aFirst)
 
 int PlayOrder::Step(uint aIndex, int aStep, bool aWrap) const
 {
-    const int place = m_Order.indexOf(aIndex);
+    const auto place = m_Order.indexOf(aIndex);
     if (place < 0) {
         return -1;
     }
-    const int size = m_Order.size();
-    const int next = place + aStep;
+    const auto size = m_Order.size();
+    const auto next = place + aStep;
     if (next >= 0 && next < size) {
         return static_cast<int>(m_Order.at(next));
     }

@@ -41,7 +41,7 @@ bool SignalListener::Take(const std::function<bool(const QDBusMessage&)>& aMatch
 {
     const QDeadlineTimer limit(aLimitMs);
     const QMutexLocker locker(&m_Mutex);
-    int seen = 0;
+    QVector<QDBusMessage>::size_type seen = 0;
     do {
         const auto found = std::find_if(m_Messages.begin() + seen, m_Messages.end(), aMatches);
         if (found != m_Messages.end()) {

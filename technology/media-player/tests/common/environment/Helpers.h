@@ -2,9 +2,9 @@
 #pragma once
 
 #include "Constants.h"
+#include "QtVersions.h"
 #include <MPL_ProcessInfo.h>
 
-#include <QProcess>
 #include <QString>
 
 namespace MPL::Detail
@@ -18,15 +18,6 @@ inline bool IsProcessRunning(const QString& aName)
 inline QString MakeBinaryPath(const QString& aProcess)
 {
     return MPL_TEST_BINARY_DIRECTORY + QLatin1Char('/') + aProcess;
-}
-
-// Starts a command without arguments, split at its blanks: see "Kept on purpose" in docs/architecture.md.
-inline bool StartCommandDetached(const QString& aCommand)
-{
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    return QProcess::startDetached(aCommand);
-    QT_WARNING_POP
 }
 
 } // namespace MPL::Detail

@@ -178,7 +178,7 @@ bool MPL_TestEnvironment::LaunchTestMediaSourceProcess(bool aActivateDataManager
     }
     qDebug() << "MPL_TestEnvironment::LaunchTestMediaSourceProcess -- Test source service not running, "
                 "attempt to launch:"
-             << MPL_TEST_MEDIA_SOURCE_PROCESS_PATH << arguments;
+             << MPL_TEST_MEDIA_SOURCE_PROCESS_PATH << MPL::Detail::LogText(arguments).constData();
     if (!QProcess::startDetached(MPL_TEST_MEDIA_SOURCE_PROCESS_PATH, arguments)) {
         qCritical() << "LaunchTestMediaSourceProcess() failed.";
         return false;

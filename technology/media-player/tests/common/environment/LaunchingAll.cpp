@@ -20,7 +20,7 @@ void MPL_TestEnvironment::LaunchMediaSourceProcesses(bool aActivateDataManager, 
     QStringList mediaServicesToWaitFor;
     // Without a remote computer mass storage still takes the remote way: see "Kept on purpose" in
     // docs/architecture.md.
-    int indexOfLastRemoteSource = aRemoteIP.length();
+    int indexOfLastRemoteSource = static_cast<int>(aRemoteIP.length());
     if (aRemoteIP.isEmpty()) {
         qDebug() << "MPL_TestEnvironment::LaunchMediaSourceProcesses -- Not using the remote computer for "
                     "apple and disc functionality, don't launch the processes";

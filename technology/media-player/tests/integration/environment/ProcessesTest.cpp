@@ -1,10 +1,12 @@
-// Ending a real process that comes back under a new process id.
+// Starting a real command, and ending a real process that comes back under a new process id.
 #include "ProcessStatus.h"
 #include "WaitUntil.h"
+#include "environment/QtVersions.h"
 #include <MPL_ProcessInfo.h>
 #include <MPL_TestEnvironment.h>
 
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <csignal>
 #include <thread>
@@ -22,6 +24,17 @@ int Start()
     const int id = static_cast<int>(pid);
     EXPECT_TRUE(WaitUntil("it minds SIGTERM", [id] { return HasSignalBit(id, "SigBlk", SIGTERM); }));
     return id;
+}
+
+TEST(StartingACommand, SplitsItAtItsBlanks)
+{
+    const QTemporaryDir folder;
+    const QString plain = folder.filePath("plain");
+    const QString blank = folder.filePath("with blank");
+    EXPECT_TRUE(MPL::Detail::StartCommandDetached("touch  " + plain + " \"" + blank + '"'));
+    EXPECT_TRUE(WaitUntil("both are there", [&] { return QFile::exists(plain) && QFile::exists(blank); }));
+    EXPECT_FALSE(MPL::Detail::StartCommandDetached(folder.filePath("missing")));
+    EXPECT_FALSE(MPL::Detail::StartCommandDetached(" "));
 }
 
 TEST(KillingAProcess, SignalsAgainWhenItComesBackUnderANewId)

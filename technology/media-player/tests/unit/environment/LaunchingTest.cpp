@@ -18,7 +18,7 @@ const QStringList kReset{"save active source \"\"", "save playback state \"\"",
                          "debug: MPL_TestEnvironment::ClearMPLState result= true"};
 const QString kPrefix = "debug: MPL_TestEnvironment::LaunchMediaManagerProcess";
 const QString kFailure = "critical: MPL_TestEnvironment::LaunchMediaManagerProcess -- ";
-const QString kStartMme = "start command /opt/talvex/bin/media_mme";
+const QString kStartMme = "start /opt/talvex/bin/media_mme";
 const QStringList kFinish{"sleep 2000 ms", kPrefix + " -- finished."};
 const QString kDatabase = "DB=/var/talvex/media-player/test/DataManagerDb.sqlite";
 const QString kStartManager = "start /opt/talvex/bin/media_manager ";

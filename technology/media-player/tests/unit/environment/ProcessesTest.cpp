@@ -64,7 +64,7 @@ TEST_F(KillMediaProcess, SignalsARestartedProcessAgain)
     World().processes["media_mme"] = 7;
     World().onKill = [](const QString& aName, bool) {
         if (Notes("kill").size() < 3) {
-            World().processes[aName] = 100 + Notes("kill").size();
+            World().processes[aName] = 100 + static_cast<int>(Notes("kill").size());
         }
     };
     EXPECT_TRUE(MPL_TestEnvironment::KillMediaProcess("media_mme"));
@@ -130,9 +130,9 @@ TEST_F(KillingTheStack, AsksTheOthersOnceAndTheRecognitionServerNever)
                     "debug: MPL_TestEnvironment::KillTestMediaSourceProcess result= true",
                     "debug: MPL_TestEnvironment::StopRecognitionServerService",
                     "kill recognition-server KILL", "debug: MPL_TestEnvironment::LaunchRecognitionServer",
-                    "start command /opt/talvex/bin/recognition-server",
+                    "start /opt/talvex/bin/recognition-server",
                     "debug: MPL_TestEnvironment::LaunchRecognitionServer",
-                    "start command /opt/talvex/bin/recognition-server"}));
+                    "start /opt/talvex/bin/recognition-server"}));
 }
 
 TEST_F(KillingTheStack, EndsTheDisplayProcessesUpToTheFirstThatStays)

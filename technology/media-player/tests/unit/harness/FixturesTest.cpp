@@ -61,7 +61,7 @@ const QStringList kSlmStart =
           "slm start media-source-apple\nslm start media-source-pandora\nslm start media-source-spotify\n"
           "slm start media-source-btmedia");
 const QStringList kLaunch =
-    Lines("start command /opt/talvex/bin/media_mme\n"
+    Lines("start /opt/talvex/bin/media_mme\n"
           "start /opt/talvex/bin/media_manager DB=/var/talvex/media-player/test/DataManagerDb.sqlite");
 
 class OneTest : public MPL::TestFixture

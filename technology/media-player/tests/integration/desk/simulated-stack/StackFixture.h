@@ -26,7 +26,7 @@ testing::AssertionResult Succeeds(Reply aReply)
     return testing::AssertionResult(!aReply.isError()) << aReply.error().message().toStdString();
 }
 
-inline testing::AssertionResult IsSignalled(const QSignalSpy& aSpy, int aTimes = 1)
+inline testing::AssertionResult IsSignalled(const QSignalSpy& aSpy, qint64 aTimes = 1)
 {
     return WaitUntil(aSpy.signal(), [&] { return aSpy.count() >= aTimes; })
            << " came " << aSpy.count() << " of " << aTimes << " times";

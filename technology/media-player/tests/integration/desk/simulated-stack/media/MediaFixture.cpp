@@ -90,6 +90,6 @@ QList<MPL::ResultDictionary> MediaFixture::Records()
 
 bool MediaFixture::SelectByText(const QString& aKey, const QString& aText)
 {
-    const int index = Column(Records(), aKey).indexOf(aText);
+    const auto index = Column(Records(), aKey).indexOf(aText);
     return index >= 0 && Value(m_Browser->SelectRecord(static_cast<uint>(index)));
 }
