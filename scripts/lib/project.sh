@@ -32,6 +32,14 @@ install_missing_packages() {
         die "apt-get could not install the packages above; check this machine's package sources"
 }
 
+# Installs what a preset needs: what all need, and what is only its own.
+install_packages_of_preset() {
+    local list
+    install_missing_packages "$project_root/scripts/debian-packages.txt"
+    list=$project_root/scripts/debian-packages-$1.txt
+    [ ! -f "$list" ] || install_missing_packages "$list"
+}
+
 # Configures (only when needed) and builds a preset; arguments after it are targets.
 build_preset() {
     local preset=$1 target targets=()

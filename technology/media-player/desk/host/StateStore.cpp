@@ -105,7 +105,8 @@ private:
         static std::atomic<bool> s_IsThere{false};
         s_IsThere = s_IsThere || QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"));
         if (!s_IsThere) {
-            aError = QStringLiteral("Qt's SQLite driver is missing: install the package libqt5sql5-sqlite");
+            aError = QStringLiteral("Qt's SQLite driver is missing: install the package libqt%1sql%1-sqlite")
+                         .arg(QT_VERSION_MAJOR);
         }
         return s_IsThere;
     }

@@ -77,7 +77,7 @@ QString BrowseSession::SelectById(quint64 aId, Selection& aSelection)
     }
     const BrowseRecords& records = m_Levels.last().records;
     const auto found = std::find_if(records.begin(), records.end(),
-                                     [aId](const BrowseRecord& aRecord) { return aRecord.id == aId; });
+                                    [aId](const BrowseRecord& aRecord) { return aRecord.id == aId; });
     if (found != records.end()) {
         return Select(static_cast<uint>(found - records.begin()), aSelection);
     }
