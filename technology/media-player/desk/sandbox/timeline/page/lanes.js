@@ -92,12 +92,11 @@ function drawTitles(context, topOf, frame) {
     context.fillStyle = palette.paper;
     context.fillRect(0, RULER_HEIGHT, frame.left - 1, frame.height);
     within(context, 0, RULER_HEIGHT, frame.left - 4, frame.height, () => {
-        for (const {row, top} of visibleRows(frame)) {
+        for (const {top, title} of visibleRows(frame)) {
             context.font = TEXT_FONT;
             context.fillStyle = palette.faint;
             const room = layout.titles - layout.laneTitles - 14;
-            context.fillText(
-                fitText(row.title, room), layout.laneTitles + 8, topOf(top) + ROW_HEIGHT / 2, room);
+            context.fillText(fitText(title, room), layout.laneTitles + 8, topOf(top) + ROW_HEIGHT / 2, room);
         }
     });
     for (const {lane, top} of layout.lanes) drawLaneTitle(context, lane.title, topOf(top), frame);

@@ -13,7 +13,7 @@ function layOut(run, width) {
     for (const lane of run.lanes) {
         const top = y;
         if (narrow) y += HEAD_HEIGHT;
-        const rows = lane.rows.map((row, n) => ({row, top: y + n * ROW_HEIGHT}));
+        const rows = lane.rows.map((row, n) => ({row, top: y + n * ROW_HEIGHT, title: shownTitle(lane, n)}));
         y += lane.rows.length * ROW_HEIGHT + LANE_GAP;
         lanes.push({lane, top, rows, bottom: y - LANE_GAP / 2});
     }
@@ -25,6 +25,13 @@ function layOut(run, width) {
         titles: narrow ? 96 : 228,
         laneTitles: narrow ? 0 : 86
     };
+}
+
+// Bus names without what most of them begin with, and nothing twice below each other.
+function shownTitle({kind, rows}, place) {
+    const {title} = rows[place];
+    if (place > 0 && rows[place - 1].title === title) return "";
+    return kind === "name" ? memberOf(title) : title;
 }
 
 function rowAt(layout, y) {

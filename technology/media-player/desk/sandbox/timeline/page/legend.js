@@ -2,6 +2,7 @@
 
 const LEGEND = [
     ["failed", "failed", "failed-edge"],
+    ["error", "error reply", "failed-edge"],
     ["noreply", "no answer", "noreply-edge"],
     ["killed", "killed", "killed-edge"],
     ["skipped", "skipped", "skipped-edge"],

@@ -23,10 +23,24 @@ function badge(context, x, y, paper) {
     context.fillStyle = context.strokeStyle = paper;
 }
 
+function cross(x, y, arm) {
+    return [[x - arm, y - arm, x + arm, y + arm], [x + arm, y - arm, x - arm, y + arm]];
+}
+
 const MARKS = {
     failed(context, x, y, paper) {
         badge(context, x, y, paper);
-        strokeLines(context, [[x - 2.6, y - 2.6, x + 2.6, y + 2.6], [x + 2.6, y - 2.6, x - 2.6, y + 2.6]]);
+        strokeLines(context, cross(x, y, 2.6));
+    },
+    error(context, x, y, paper) {
+        const colour = context.strokeStyle;
+        badge(context, x, y, colour);
+        context.fillStyle = paper;
+        context.beginPath();
+        context.arc(x, y, 5.2, 0, 2 * Math.PI);
+        context.fill();
+        context.strokeStyle = colour;
+        strokeLines(context, cross(x, y, 2.3), 1.4);
     },
     noreply(context, x, y, paper) {
         badge(context, x, y, paper);
@@ -72,6 +86,7 @@ function drawMark(context, mark, x, y, colour, paper) {
 
 function markOf(event) {
     if (event.kind === "log") return MARKS[event.args.level] ? event.args.level : "line";
+    if (event.kind === "call" && event.state === "failed") return "error";
     return event.state === "ok" ? (event.point ? "signal" : null) : event.state;
 }
 

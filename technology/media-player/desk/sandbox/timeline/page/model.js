@@ -23,6 +23,7 @@ function readRun(trace) {
         end: endOf(events),
         about: trace.otherData || {},
         problems: events.filter(isProblem),
+        alarms: events.filter(isAlarm),
         failedCases: events.filter((event) => event.kind === "case" && event.state === "failed"),
     };
 }
@@ -53,21 +54,44 @@ function readEvent(entry, row) {
     return event;
 }
 
-// How much an event matters: what matters most is drawn last and picked first.
+// How much an event matters, from 0 to 5: what matters most is drawn last and picked first.
+const PROBLEM = 3;
+const ALARM = 4;
+const LEVEL_RANKS = {
+    fatal: ALARM,
+    critical: 2,
+    warning: 1
+};
+
 function rankOf(event) {
-    if (event.state === "failed") return 4;
-    if (event.state === "noreply") return 3;
-    if (event.kind === "log") return {fatal: 3, critical: 2, warning: 1}[event.args.level] || 0;
+    if (event.kind === "call") return rankOfCall(event);
+    if (event.kind === "log") return LEVEL_RANKS[event.args.level] || 0;
+    if (event.kind === "process" && event.state === "killed") return ALARM;
+    if (event.state === "failed") return 5;
     return event.state === "ok" || event.state === "running" ? 0 : 1;
 }
 
+// The bus's own errors are mostly answers ("nobody has that name"), and those of others may be what a test
+// asks for. Who waits long for one, or for nothing, is in trouble.
+function rankOfCall({state, args, start, end}) {
+    if (state !== "failed" && state !== "noreply") return 0;
+    if (end - start >= 1) return ALARM;
+    return args.to === "org.freedesktop.DBus" ? 2 : PROBLEM;
+}
+
 function isProblem(event) {
-    return event.rank >= 3;
+    return event.rank >= PROBLEM;
+}
+
+function isAlarm(event) {
+    return event.rank >= ALARM;
 }
 
 function withRows(lane) {
     if (lane.rows.length === 0) lane.rows.push({lane, number: 1, title: "none", events: []});
-    lane.rows.sort((one, other) => one.number - other.number);
+    // Calls at the same time have rows of their own; those of one bus belong together.
+    const group = (row) => (lane.kind === "call" ? lane.rows.findIndex(({title}) => title === row.title) : 0);
+    lane.rows.sort((one, other) => group(one) - group(other) || one.number - other.number);
     return lane;
 }
 
@@ -78,4 +102,16 @@ function endOf(events) {
 // The cases proper, without the spans in which suites and environments are set up and torn down.
 function casesOf(run) {
     return run.events.filter((event) => event.kind === "case" && !/: (set-up|tear-down)$/.test(event.name));
+}
+
+// What a failed run is likely to have failed of, besides its cases: alarms of the services, and what was
+// logged as critical while a case failed. That the program itself failed is known.
+function suspectsOf(run) {
+    const during = (event) =>
+        run.failedCases.some(({start, end}) => event.start >= start && event.start <= end);
+    const suspect = (event) => {
+        if (event.kind === "log") return event.rank >= 2 && during(event);
+        return isAlarm(event) && event.kind !== "case" && event.args.command !== run.about.command;
+    };
+    return run.events.filter(suspect).sort((one, other) => markTime(one) - markTime(other));
 }

@@ -33,7 +33,7 @@ function drawRuler(context, ticks, run, frame) {
         context.fillText(text, frame.x(time) + 4, RULER_HEIGHT / 2);
         context.fillRect(frame.x(time), RULER_HEIGHT - 8, 1, 8);
     }
-    drawProblemTicks(context, run.problems, frame);
+    drawAlarms(context, run.alarms, frame);
     if (frame.pointerX > frame.left) drawPointedTime(context, frame);
 }
 
@@ -48,9 +48,9 @@ function drawPointedTime(context, {pointerX, time, view, height, palette}) {
     context.fillText(text, pointerX + 4, RULER_HEIGHT / 2);
 }
 
-function drawProblemTicks(context, problems, frame) {
+function drawAlarms(context, alarms, frame) {
     let last = -Infinity;
-    for (const event of problems) {
+    for (const event of alarms) {
         const x = frame.x(markTime(event));
         if (x < frame.left || Math.abs(x - last) < 3) continue;
         last = x;

@@ -1,6 +1,7 @@
 // The head of the page: how the run ended and why, to be read before anything is touched.
 
-const SHOWN_FAILURES = 3;
+const SHOWN_FAILURES = 4;
+const SHOWN_SUSPECTS = 5;
 
 function fillSummary(header, run, choose) {
     const {about} = run;
@@ -11,7 +12,7 @@ function fillSummary(header, run, choose) {
         element(
             "h1", {}, element("span", {className: "result"}, RESULT_WORDS[result] || result),
             element("code", {}, about.command || "")),
-        element("p", {className: "reason"}, about.resultText || ""), ...reasons(run, choose),
+        element("p", {className: "reason"}, about.resultText || ""), reasons(run, choose),
         element("p", {className: "faint"}, factsOf(run)));
 }
 
@@ -24,9 +25,8 @@ function factsOf(run) {
     const facts = [
         caseCounts(run),
         `lasted ${durationText(run.end)}`,
-        about.start && `started ${about.start.replace("T", " ")}`,
-        about.speed && about.speed !== "1" && `${about.speed} times the clock's speed`,
-        about.clock,
+        about.start && `started ${about.start.replace(/T([\d:]+).*?(Z?)$/, " $1$2").replace("Z", " UTC")}`,
+        about.clock && about.clock.replace(/\.$/, ""),
         about.version && `version ${about.version}`,
     ];
     return facts.filter(Boolean).join(" · ");
@@ -41,35 +41,55 @@ function caseCounts(run) {
 }
 
 function reasons(run, choose) {
-    const lines = run.about.postMortem || [];
-    const postMortem = element(
-        "section", {className: "post-mortem", ariaLabel: "Post-mortem"},
-        element("h2", {}, "What became of the services"),
-        element("ul", {}, ...lines.map((line) => element("li", {}, line))));
     const failures = run.failedCases.map((event) => failureOf(event, choose));
-    return [
-        ...(lines.length ? [postMortem] : []), ...failures.slice(0, SHOWN_FAILURES),
-        ...others(failures.slice(SHOWN_FAILURES))
-    ];
+    return element(
+        "div", {className: "reasons"}, ...postMortem(run.about.postMortem || []),
+        ...failures.slice(0, SHOWN_FAILURES), ...others(failures.slice(SHOWN_FAILURES)),
+        ...suspects(suspectsOf(run), choose));
+}
+
+function reason(title, className, ...content) {
+    return element("section", {className, ariaLabel: title}, element("h2", {}, title), ...content);
+}
+
+function postMortem(lines) {
+    if (lines.length === 0) return [];
+    const items = lines.map((line) => element("li", {}, line));
+    return [reason("What became of the services", "wide", element("ul", {}, ...items))];
+}
+
+function failureOf(event, choose) {
+    const time = ` failed at ${timeText(event.end)} after ${durationText(event.end - event.start)} `;
+    const section = reason(
+        `✖ ${event.name}`, "failure",
+        element("pre", {tabIndex: 0}, (event.args.failure || "(it says nothing of why)").trim()));
+    section.querySelector("h2").append(
+        element("span", {className: "faint"}, time), showButton(event, choose));
+    return section;
+}
+
+function showButton(event, choose) {
+    const ariaLabel = `Show ${event.name} in the time line`;
+    return element("button", {type: "button", ariaLabel, onclick: () => choose(event)}, "Show");
 }
 
 function others(failures) {
     if (failures.length === 0) return [];
-    return [element(
-        "details", {}, element("summary", {}, `${countText(failures.length, "more failed case")}`),
-        ...failures)];
+    const summary = element("summary", {}, `${countText(failures.length, "more failed case")}`);
+    return [element("details", {className: "wide"}, summary, ...failures)];
 }
 
-function failureOf(event, choose) {
-    const button = element("button", {type: "button", onclick: () => choose(event)}, "Show");
-    button.ariaLabel = `Show ${event.name} in the time line`;
-    return element(
-        "section", {className: "failure", ariaLabel: `Failure of ${event.name}`},
-        element(
-            "h2", {}, `✖ ${event.name}`,
-            element(
-                "span", {className: "faint"},
-                ` failed at ${timeText(event.end)} after ${durationText(event.end - event.start)} `),
-            button),
-        element("pre", {tabIndex: 0}, event.args.failure || "(it says nothing of why)"));
+function suspects(events, choose) {
+    if (events.length === 0) return [];
+    const more = events.length - SHOWN_SUSPECTS;
+    const items =
+        events.slice(0, SHOWN_SUSPECTS).map((event) => element("li", {}, suspectButton(event, choose)));
+    if (more > 0) items.push(element("li", {}, `${more} more: see Problems only`));
+    return [reason("Also seen", "suspects", element("ul", {}, ...items))];
+}
+
+function suspectButton(event, choose) {
+    const button = element("button", {type: "button", className: "link", onclick: () => choose(event)});
+    button.append(element("span", {className: "faint"}, timeText(markTime(event))), ` ${labelOf(event)}`);
+    return button;
 }

@@ -33,7 +33,7 @@ const ARGUMENT_WORDS = {
     pid: "Process id",
     command: "Command",
     end: "End",
-    killedBy: "Killed by",
+    killedBy: "Ended by",
     startedBy: "Started by",
     bus: "Bus",
     owner: "Owner",
@@ -74,10 +74,19 @@ function memberOf(name) {
     return name.startsWith(":") ? name : name.slice(name.lastIndexOf(".") + 1);
 }
 
-function processLabel({name, args}) {
+function processLabel({name, args, state}) {
     const who = args.pid ? `${name} (pid ${args.pid})` : name;
-    const end = [args.end, args.killedBy && `by ${args.killedBy}`].filter(Boolean).join(", ");
-    return end ? `${who}: ${end}` : who;
+    const end = state === "killed" && args.killedBy ? `killed by ${args.killedBy}` : args.end;
+    return end && state !== "running" ? `${who}: ${end}` : who;
+}
+
+function shortError(error) {
+    return error.replace("org.freedesktop.DBus.Error.", "");
+}
+
+// A line without the time and level that programs write before it: its place and mark tell them.
+function lineText({name}) {
+    return name.replace(/^ *\d+\.\d+ (debug|info|warning|critical|fatal) +/, "");
 }
 
 // The few words that fit beside an event in its lane.
@@ -85,24 +94,25 @@ const LABELS = {
     case: (event) => event.name,
     pause: (event) => event.name,
     process: processLabel,
-    name: ({name, args}) => (args.process ? `${memberOf(name)}: ${args.process}` : name),
-    call: ({name, args}) => (args.error ? `${memberOf(name)}: ${args.error}` : memberOf(name)),
+    name: ({name, args}) => [args.process || name, args.bus].filter(Boolean).join(" on the "),
+    call: ({name, args}) => memberOf(name) + (args.error ? `: error ${shortError(args.error)}` : ""),
     signal: (event) => memberOf(event.name),
-    log: (event) => event.name,
+    log: lineText,
 };
 
 function labelOf(event) {
     const label = LABELS[event.kind](event);
-    const state = event.kind === "log" || event.state === "ok" || event.args.end ? "" : stateWord(event);
-    return state ? `${state}: ${label}` : label;
+    const told =
+        event.kind === "log" || event.args.end || event.args.error || ["ok", "running"].includes(event.state);
+    return told ? label : `${stateWord(event)}: ${label}`;
 }
 
 // What else there is to say of an event, in one line of the table.
 const REMARKS = {
     case: ({args}) => [args.failure],
     pause: ({args}) => [args.asked !== undefined && `asked for ${args.asked} ms`],
-    process: ({args}) => [args.end, args.killedBy && `killed by ${args.killedBy}`, args.command],
-    name: ({args}) => [args.process, args.owner],
+    process: ({args}) => [args.end, args.killedBy && `ended by ${args.killedBy}`, args.command],
+    name: ({args}) => [args.process, args.owner, args.bus],
     call: ({args}) =>
         [args.error, args.from && `${args.from} → ${args.to}`, args.path, args.request,
          args.reply && `→ ${args.reply}`],

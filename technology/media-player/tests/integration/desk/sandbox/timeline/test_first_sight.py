@@ -8,7 +8,7 @@ CASES_LANE = (30, 56)  # its pixels from top to bottom
 class FirstSight(PageTest):
     def test_result_and_reasons_are_on_the_first_screen(self):
         self.show(traces.failed_bring_up())
-        self.assertEqual(self.run_script("return document.title"), "Failed: example_bring_up_stack")
+        self.assertEqual(self.run_script("return document.title"), "Failed: my_test")
         header = self.text("#summary")
         for words in ("Failed", "exit status 1", traces.POST_MORTEM, "FirstTest.NoSourceIsActiveAfterAReset",
                       traces.FAILURE, "2 test cases: 1 failed, 1 skipped"):

@@ -16,6 +16,15 @@ class LookingCloser(PageTest):
         self.assertIn("MediaManager.Reset", self.run_script("return document.activeElement.cells[4].textContent"))
         self.press("ESCAPE")
 
+    def test_suspects_are_named_and_lead_to_the_time_line(self):
+        self.show(traces.failed_bring_up())
+        suspects = self.run_script("return [...document.querySelectorAll('.suspects li')].map((item) => item.innerText)")
+        self.assertEqual(suspects, [
+            "22.590 s -- MediaManager process did not start.", "22.620 s no answer: Reset",
+            "24.200 s media_manager (pid 23): killed by my_test (pid 3)"])
+        self.run_script("document.querySelector('.suspects li:nth-child(2) button').click()")
+        self.assertIn("MediaManager.Reset", self.text("#card"))
+
     def test_pointer_shows_details(self):
         self.show(traces.failed_bring_up())
         self.run_script("""
@@ -37,7 +46,7 @@ class LookingCloser(PageTest):
     def test_problems_only(self):
         self.show(traces.failed_bring_up())
         self.run_script("document.getElementById('problems').click()")
-        self.assertEqual([row[5] for row in self.shown_rows()], ["failed", "failed", "no answer"])
+        self.assertEqual([row[5] for row in self.shown_rows()], ["failed", "failed", "killed", "no answer"])
 
     def test_table_sorts(self):
         self.show(traces.failed_bring_up())

@@ -43,7 +43,7 @@ Expected: true"""
 
 def failed_bring_up():
     """A media manager that never asks for its name."""
-    trace = Trace("failed", "exit status 1", [POST_MORTEM], command="build/dev/bin/example_bring_up_stack")
+    trace = Trace("failed", "exit status 1", [POST_MORTEM], command="./my_test")
     _add_cases(trace)
     _add_processes(trace)
     _add_traffic(trace)
@@ -90,7 +90,7 @@ def _add_waiting(trace):
         trace.span("pause", 1, time, time + 1.99, "2000 ms", asked=2000)
         trace.point("log", 1, time, f'-- Service "{MANAGER}" not running, pausing for 2 seconds..', level="debug")
     trace.point("log", 3, 0.53, "never_own_name: as asked", level="warning", process="media_manager")
-    trace.point("log", 1, 22.61, "-- MediaManager process did not start.", level="critical", process="my_test")
+    trace.point("log", 1, 22.59, "-- MediaManager process did not start.", level="critical", process="my_test")
 
 
 def passed(name="Suite.Case"):
