@@ -30,6 +30,7 @@ inline constexpr const char* kNeverOwnNameKey = "never_own_name";
 inline constexpr const char* kManagerObjectsKey = "manager_objects";
 inline constexpr const char* kIgnoreSigtermKey = "ignore_sigterm";
 inline constexpr const char* kCrashAfterKey = "crash_after_ms";
+inline constexpr const char* kHangAfterKey = "hang_after_ms";
 inline constexpr const char* kRepliesKey = "replies";
 
 inline constexpr const char* kErrorReply = "error";

@@ -111,6 +111,11 @@ testing::AssertionResult SimulatedFaults::CrashAfter(const QString& aProgram, in
     return AddNumber(aProgram, QLatin1String(sim::kCrashAfterKey), aMilliseconds);
 }
 
+testing::AssertionResult SimulatedFaults::HangAfter(const QString& aProgram, int aMilliseconds)
+{
+    return AddNumber(aProgram, QLatin1String(sim::kHangAfterKey), aMilliseconds);
+}
+
 testing::AssertionResult SimulatedFaults::Reply(const QString& aProgram, const QString& aInterface,
                                                 const QMetaObject& aProxy, const QString& aMethod,
                                                 ReplyFault aFault)

@@ -102,6 +102,9 @@ bool ReadFault(const QString& aName, const QJsonValue& aValue, FaultPlan& aPlan,
     if (aName == QLatin1String(kCrashAfterKey)) {
         return ReadNumber(aValue, aPlan.crashAfterMs.emplace());
     }
+    if (aName == QLatin1String(kHangAfterKey)) {
+        return ReadNumber(aValue, aPlan.hangAfterMs.emplace());
+    }
     return aName == QLatin1String(kRepliesKey) && ReadReplies(aValue, aPlan.replies, aError);
 }
 

@@ -39,6 +39,8 @@ struct FaultPlan {
     bool ignoreSigterm = false;
     /// The process kills itself that long after its start.
     std::optional<int> crashAfterMs;
+    /// The process stops answering, and minding SIGTERM, that long after its start.
+    std::optional<int> hangAfterMs;
     /// By interface name, a dot and the method.
     QHash<QString, ReplyFault> replies;
 };

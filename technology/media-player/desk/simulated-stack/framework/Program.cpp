@@ -74,7 +74,7 @@ int Program::Run(BusChoice aChoice, const QString& aServiceName, const ExportObj
         return Options::kUsageError;
     }
     WatchSignals();
-    ArmCrash();
+    ArmEnds();
     QTimer::singleShot(m_Faults.startDelayMs, this, [=] {
         if (!Start(aChoice, aServiceName, aExportObjects)) {
             QCoreApplication::exit(m_Status);
@@ -98,10 +98,18 @@ void Program::WatchSignals()
     connect(notifier, &QSocketNotifier::activated, this, [] { QCoreApplication::exit(0); });
 }
 
-void Program::ArmCrash() const
+void Program::ArmEnds() const
 {
     if (m_Faults.crashAfterMs) {
         QTimer::singleShot(*m_Faults.crashAfterMs, this, [] { ::kill(::getpid(), SIGKILL); });
+    }
+    if (m_Faults.hangAfterMs) {
+        // The signals that would end it are blocked, and from here on nobody reads them.
+        QTimer::singleShot(*m_Faults.hangAfterMs, this, [] {
+            while (true) {
+                ::pause();
+            }
+        });
     }
 }
 

@@ -58,7 +58,7 @@ private Q_SLOTS:
 
 private:
     void WatchSignals();
-    void ArmCrash() const;
+    void ArmEnds() const;
     bool Start(BusChoice aChoice, const QString& aServiceName, const ExportObjects& aExportObjects);
     bool Connect(BusChoice aChoice);
     void TakeIn(const QDBusConnection& aBus, const QString& aAddress, QStringList& aFailures);

@@ -51,6 +51,9 @@ public:
     [[nodiscard]] testing::AssertionResult IgnoreSigterm(const QString& aProgram);
     /// It kills itself that many milliseconds after its start.
     [[nodiscard]] testing::AssertionResult CrashAfter(const QString& aProgram, int aMilliseconds);
+    /// It keeps its bus name that many milliseconds after its start, but answers nothing any more; only
+    /// SIGKILL ends it.
+    [[nodiscard]] testing::AssertionResult HangAfter(const QString& aProgram, int aMilliseconds);
 
     /// A method of the interface of `Proxy`, one of the generated proxies, gets another reply. Fails with the
     /// methods that there are for any other.

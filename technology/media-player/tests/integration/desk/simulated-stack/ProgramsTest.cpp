@@ -121,6 +121,25 @@ TEST_F(SimulatedPrograms, LiveAsTheirFaultsSay)
     EXPECT_FALSE(manager.waitForFinished(100));
 }
 
+TEST_F(SimulatedPrograms, KeepTheirNameAndAnswerNothingOnceTheyHang)
+{
+    const StackFaults faults(R"({"media_mme": {"hang_after_ms": 200}})");
+    QProcess& mount = StartService("media_mme", MPL_TEST_MME_MOUNT_SERVICE_NAME);
+    Mount proxy(MPL_TEST_MME_MOUNT_SERVICE_NAME, kMountPath, m_Bus);
+    proxy.setTimeout(200);
+    EXPECT_TRUE(WaitUntil("it hangs", [&proxy] {
+        auto list = proxy.GetMountedDeviceList();
+        list.waitForFinished();
+        return list.error().type() == QDBusError::NoReply;
+    }));
+    EXPECT_TRUE(IsOwned(MPL_TEST_MME_MOUNT_SERVICE_NAME));
+
+    mount.terminate();
+    EXPECT_FALSE(mount.waitForFinished(300));
+    mount.kill();
+    EXPECT_EQ(ExitStatus(mount), -1);
+}
+
 TEST_F(SimulatedPrograms, SignalAfterTheReplyUnlessTheFaultIsToSignalFirst)
 {
     for (const bool signalFirst : {false, true}) {

@@ -43,6 +43,7 @@ TEST_F(SimulatedFaults, AreUnderstoodByTheProgramsUntilTheirEnd)
             ASSERT_TRUE(faults.IgnoreSigterm("media_mme"));
             ASSERT_TRUE(faults.StartDelay("media_mme", 1));
             ASSERT_TRUE(faults.NeverOwnName("media_mme"));
+            ASSERT_TRUE(faults.HangAfter("media_mme", 10000));
             ASSERT_TRUE(faults.CrashAfter("media_mme", 200));
             QProcess& mount = Start("media_mme", {"--test-dbus"});
             EXPECT_EQ(ExitStatus(mount), -1) << mount.readAllStandardError().constData();
