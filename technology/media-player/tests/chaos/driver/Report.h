@@ -1,0 +1,21 @@
+/// What is said of a broken promise.
+#pragma once
+
+#include "Promise.h"
+
+namespace chaos
+{
+
+/// At which time passes slowly enough that a machine which does nothing else is never too slow.
+constexpr double kCarefulSpeed = 10;
+
+bool AreOnlyLate(const Breaches& aBreaches);
+
+/// Finds the smallest part of the schedule that breaks the first of the promises again, and prints it in
+/// words with the command that repeats it.
+void Report(const Schedule& aSchedule, const Breaches& aBreaches, double aSpeed);
+
+/// Prints every call of a run with what it returned, and what was broken.
+void Tell(const Schedule& aSchedule, const Observations& aSeen, const Breaches& aBreaches);
+
+} // namespace chaos

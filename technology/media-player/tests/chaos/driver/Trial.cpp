@@ -1,0 +1,88 @@
+#include "Trial.h"
+
+#include "Lines.h"
+
+#include <QEventLoop>
+
+namespace chaos
+{
+namespace
+{
+
+// More than all calls of a schedule may take together, by the sandbox's clock, and what the machine needs.
+constexpr double kLongestMs = 3000e3;
+constexpr double kMachineMs = 30e3;
+
+QStringList Arguments(const Schedule& aSchedule, double aSpeed)
+{
+    QStringList arguments;
+    if (!aSchedule.hasLifecycleManager) {
+        arguments << QStringLiteral("--no-lifecycle-manager");
+    }
+    arguments << QStringLiteral("--speed") << QString::number(aSpeed) << QStringLiteral("--")
+              << QStringLiteral(MPL_CHAOS_KEEPER) << QString::number(aSchedule.seed) << NumberText(aSchedule);
+    return arguments;
+}
+
+QString LastLines(const QByteArray& aText)
+{
+    constexpr int kLines = 15;
+    const QStringList lines = QString::fromUtf8(aText).trimmed().split(QLatin1Char('\n'));
+    return lines.mid(qMax(0, lines.size() - kLines)).join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+void Trial::Start(const Schedule& aSchedule, double aSpeed, const Done& aDone)
+{
+    new Trial(aSchedule, aSpeed, aDone); // deletes itself
+}
+
+Trial::Trial(const Schedule& aSchedule, double aSpeed, const Done& aDone) : m_Speed(aSpeed), m_Done(aDone)
+{
+    connect(&m_Process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Trial::Finish);
+    connect(&m_Limit, &QTimer::timeout, this, [this] {
+        m_WasHung = true;
+        m_Process.kill(); // takes the whole sandbox with it
+    });
+    m_Limit.setSingleShot(true);
+    m_Limit.start(static_cast<int>(kLongestMs / aSpeed + kMachineMs));
+    m_Process.start(QStringLiteral(MPL_SANDBOX_PROGRAM), Arguments(aSchedule, aSpeed));
+}
+
+void Trial::Finish()
+{
+    m_Limit.stop();
+    Observations seen;
+    seen.speed = m_Speed;
+    seen.wasHung = m_WasHung;
+    seen.exitStatus = m_Process.exitCode();
+    seen.errors = LastLines(m_Process.readAllStandardError());
+    const QList<QByteArray> lines = m_Process.readAllStandardOutput().split('\n');
+    for (const QByteArray& line : lines) {
+        Take(line, seen);
+    }
+    m_Done(seen);
+    deleteLater();
+}
+
+Observations Try(const Schedule& aSchedule, double aSpeed)
+{
+    QEventLoop loop;
+    Observations result;
+    Trial::Start(aSchedule, aSpeed, [&](const Observations& aSeen) {
+        result = aSeen;
+        loop.quit();
+    });
+    loop.exec();
+    return result;
+}
+
+QString CommandFor(const Schedule& aSchedule)
+{
+    return QStringLiteral("scripts/run-chaos --seed %1 --keep %2")
+        .arg(aSchedule.seed)
+        .arg(NumberText(aSchedule));
+}
+
+} // namespace chaos

@@ -1,0 +1,215 @@
+#include "CallView.h"
+#include "Stack.h"
+#include <MPL_MediaPlayerLib.h>
+#include <MPL_TestEnvironmentNames.h>
+
+#include <algorithm>
+
+namespace chaos
+{
+namespace
+{
+
+QString Owned(const CallView& aCall, const QString& aService)
+{
+    const bool holds =
+        aCall.seen.after.Owns(aService) || aCall.WasDisturbed(ProcessOf(aService)) || aCall.BusWasDisturbed();
+    return holds ? QString() : QStringLiteral("true, but nobody owns %1").arg(aService);
+}
+
+QString Gone(const CallView& aCall, const QStringList& aProcesses)
+{
+    for (const QString& process : aProcesses) {
+        if (aCall.seen.after.Runs(process) && !aCall.WasStartedAnew(process)) {
+            return QStringLiteral("true, but %1 runs").arg(process);
+        }
+    }
+    return {};
+}
+
+// A process that ran before is not waited for; another must have its name.
+QString Up(const CallView& aCall, const QString& aProcess)
+{
+    const bool stillRuns = aCall.seen.before.Runs(aProcess) && aCall.seen.after.Runs(aProcess);
+    return stillRuns ? QString() : Owned(aCall, ServiceOf(aProcess));
+}
+
+QString Running(const CallView& aCall, const QStringList& aProcesses)
+{
+    for (const QString& process : aProcesses) {
+        if (!aCall.seen.after.Runs(process) && !aCall.WasDisturbed(process)) {
+            return QStringLiteral("true, but %1 does not run").arg(process);
+        }
+    }
+    return {};
+}
+
+QString Stopped(const CallView& aCall, const QStringList& aProcesses)
+{
+    for (const SeenProcess& process : aCall.seen.after.processes) {
+        if (process.byLifecycleManager && aProcesses.contains(process.name)) {
+            return QStringLiteral("true, but the lifecycle manager's %1 runs").arg(process.name);
+        }
+    }
+    return {};
+}
+
+QString Reset(const CallView& aCall)
+{
+    const Moment& after = aCall.seen.after;
+    // A database that somebody has locked meanwhile can't be looked into, nor one that nobody could write.
+    if (after.database == QLatin1String("locked")) {
+        return {};
+    }
+    return after.database == QLatin1String("whole") && after.storedSource.isEmpty()
+               ? QString()
+               : QStringLiteral("true, but the database is %1 and holds the source \"%2\"")
+                     .arg(after.database, after.storedSource);
+}
+
+QString Either(const QString& aOne, const QString& aOther)
+{
+    return aOne.isEmpty() ? aOther : aOne;
+}
+
+QString AllOwned(const CallView& aCall, const QStringList& aServices)
+{
+    QString problem;
+    for (const QString& service : aServices) {
+        problem = Either(problem, Owned(aCall, service));
+    }
+    return problem;
+}
+
+QString TestBusIsThere(const CallView& aCall)
+{
+    return aCall.seen.after.testBusAnswers || aCall.BusWasDisturbed()
+               ? QString()
+               : QStringLiteral("true, but the private bus does not answer");
+}
+
+QStringList Sources()
+{
+    return {MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.begin(), MPL_TEST_MEDIA_SOURCE_PROCESS_NAMES.end()};
+}
+
+QString FilesAre(const CallView& aCall, int aNumber)
+{
+    return aCall.seen.after.files == aNumber
+               ? QString()
+               : QStringLiteral("true, but the environment directory has %1 files")
+                     .arg(aCall.seen.after.files);
+}
+
+// Started, though nobody has waited for its name when the test failed for it.
+QString TestSourceIsUp(const CallView& aCall)
+{
+    return aCall.seen.failures.isEmpty() ? Up(aCall, MPL_TEST_MEDIA_SOURCE_PROCESS_NAME) : QString();
+}
+
+QString LoginIsWritten(const CallView& aCall)
+{
+    return aCall.seen.after.configuration == aCall.seen.evidence
+               ? QString()
+               : QStringLiteral("true, but the configuration is %1").arg(aCall.seen.after.configuration);
+}
+
+QString CopyIsWhole(const CallView& aCall)
+{
+    return aCall.seen.evidence == QLatin1String("whole")
+               ? QString()
+               : QStringLiteral("true, but the copy is %1").arg(aCall.seen.evidence);
+}
+
+// The simulated manager stores a source before it answers, unless it is made to answer without doing
+// anything: any answer but an error counts as done.
+QString IsActive(const CallView& aCall)
+{
+    const bool lies = Has(aCall.schedule, Action::AnswersWrongly);
+    const bool canStore =
+        aCall.seen.after.database == QLatin1String("whole") && !Has(aCall.schedule, Action::DiskIsFull) &&
+        !Has(aCall.schedule, Action::DatabaseIsLocked) && !Has(aCall.schedule, Action::DatabaseIsDamaged);
+    return lies || !canStore || aCall.seen.after.storedSource == aCall.step.object
+               ? Owned(aCall, MPL::MPL_MEDIA_MANAGER_SERVICE_NAME)
+               : QStringLiteral("true, but the active source is \"%1\"").arg(aCall.seen.after.storedSource);
+}
+
+QString Sterile(const CallView& aCall)
+{
+    return Either(Gone(aCall, StackProcesses()), Reset(aCall));
+}
+
+QString Problem(const CallView& aCall)
+{
+    switch (aCall.step.action) {
+    case Action::LaunchBus:
+    case Action::ProbeBus:
+        return TestBusIsThere(aCall);
+    case Action::SetUpFixture:
+    case Action::LaunchManager:
+        return Up(aCall, MPL_TEST_MEDIAMANAGER_PROCESS_NAME);
+    case Action::LaunchSource:
+    case Action::LaunchRemoteSource:
+        return Owned(aCall, ServiceOf(aCall.step.object));
+    case Action::LaunchAllSources:
+        return AllOwned(aCall, {MPL::MPL_MASS_STORAGE_SERVICE_NAME, MPL::MPL_PANDORA_SERVICE_NAME,
+                                MPL::MPL_SPOTIFY_SERVICE_NAME});
+    case Action::LaunchTestSource:
+        return TestSourceIsUp(aCall);
+    case Action::WaitForService:
+    case Action::WaitForObjects:
+        return Owned(aCall, aCall.step.object);
+    case Action::CreateManagerProxy:
+        return Owned(aCall, MPL::MPL_MEDIA_MANAGER_SERVICE_NAME);
+    case Action::CreateSimulatorProxy:
+        return Owned(aCall, MPL_TEST_MEDIA_SOURCE_SERVICE_NAME);
+    case Action::GetIndexStatus:
+    case Action::GetIndexProgress:
+    case Action::WaitForIndex:
+    case Action::GetCapability:
+    case Action::GetCapabilities:
+    case Action::GetActiveStatus:
+        return Owned(aCall, MPL::MPL_MASS_STORAGE_SERVICE_NAME);
+    case Action::SetActiveSource:
+        return IsActive(aCall);
+    case Action::KillManager:
+        return Gone(aCall, {MPL_TEST_MEDIAMANAGER_PROCESS_NAME, MPL_TEST_MME_PROCESS_NAME});
+    case Action::KillSources:
+    case Action::AllSourcesTerminated:
+        return Gone(aCall, Sources());
+    case Action::KillTestSource:
+        return Gone(aCall, {MPL_TEST_MEDIA_SOURCE_PROCESS_NAME});
+    case Action::KillHmi:
+        return Gone(aCall, {QStringLiteral("hmi_main"), QStringLiteral("hmi_cluster")});
+    case Action::AllSourcesAlive:
+        return Running(aCall, Sources());
+    case Action::SlmLaunch:
+        return Running(aCall, LifecycleProcesses());
+    case Action::SlmStop:
+        return Stopped(aCall, LifecycleProcesses());
+    case Action::SetEnvironment:
+        return FilesAre(aCall, 0);
+    case Action::CleanEnvironment:
+        return FilesAre(aCall, -1);
+    case Action::UseFile:
+        return CopyIsWhole(aCall);
+    case Action::AddPandoraLogin:
+        return LoginIsWritten(aCall);
+    case Action::ClearState:
+        return Reset(aCall);
+    case Action::Sterilize:
+        return Sterile(aCall);
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+Breaches TrueMeansSo(const Schedule& aSchedule, const Observations& aSeen)
+{
+    return ForEachCall("true means so", aSchedule, aSeen,
+                       [](const CallView& aCall) { return aCall.seen.wasTrue ? Problem(aCall) : QString(); });
+}
+
+} // namespace chaos
