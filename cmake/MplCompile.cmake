@@ -19,6 +19,13 @@ add_compile_options(
 add_compile_definitions(
     QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_USE_QSTRINGBUILDER QT_DEPRECATED_WARNINGS_SINCE=0x050C00)
 
+if(MPL_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-recover=all)
+endif()
+if(MPL_FUZZ_COVERAGE)
+    add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+    add_link_options(-fprofile-instr-generate)
+endif()
 if(MPL_SANITIZE)
     add_compile_options(-fsanitize=${MPL_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${MPL_SANITIZE})

@@ -2,12 +2,24 @@
 #include "SignalListener.h"
 #include <MPL_SignalWaiter.h>
 
+#include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QStringList>
 
 #include <sstream>
 
 namespace MPL::Detail
 {
+
+bool IsReadableAs(const QVariant& aArgument, int aType)
+{
+    const QByteArray expected = QDBusMetaType::typeToSignature(aType);
+    // Single values arrive as themselves; the stack's structures step over what they are not, as types should
+    // that Qt D-Bus does not know.
+    return aArgument.userType() != qMetaTypeId<QDBusArgument>() || expected.isEmpty() ||
+           expected.startsWith('(') ||
+           qvariant_cast<QDBusArgument>(aArgument).currentSignature() == QLatin1String(expected);
+}
 
 SignalRecord::SignalRecord(const QDBusAbstractInterface& aProxy, const QMetaMethod& aSignal, int aLimitMs,
                            Reader aReader)

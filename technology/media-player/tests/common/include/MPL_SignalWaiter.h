@@ -34,6 +34,16 @@ namespace Detail
 
 class SignalListener;
 
+/// Whether the argument can be read as this type: what is packed as another one ends the program.
+bool IsReadableAs(const QVariant& aArgument, int aType);
+
+/// A default value where the sender has typed the argument otherwise.
+template <typename Value>
+Value ReadArgument(const QVariant& aArgument)
+{
+    return IsReadableAs(aArgument, qMetaTypeId<Value>()) ? qdbus_cast<Value>(aArgument) : Value();
+}
+
 /// The part of a waiter that knows no types.
 class SignalRecord
 {
@@ -101,7 +111,8 @@ private:
     template <std::size_t... Indices>
     static Values Read(const QVariantList& aArguments, std::index_sequence<Indices...>)
     {
-        return Values{qdbus_cast<std::tuple_element_t<Indices, Values>>(aArguments.value(Indices))...};
+        return Values{
+            Detail::ReadArgument<std::tuple_element_t<Indices, Values>>(aArguments.value(Indices))...};
     }
 
     template <typename Tuple>

@@ -104,6 +104,24 @@ TEST_F(DBusAssertions, FindEachSignalOnceInAnyOrder)
     EXPECT_FALSE(added.Arrives());
 }
 
+// A service may send anything; the bus carries it.
+TEST_F(DBusAssertions, ReadWhatTheSenderTypedOtherwiseAsDefaultValues)
+{
+    using Browser = ComTalvexDBusMediaPlayerBrowserInterface;
+    const Browser browser(kServiceName, kPath, MPL_TestEnvironment::GetDbusConnection());
+    MPL::SignalWaiter status(browser, &Browser::SignalBrowseStatus);
+    MPL::SignalWaiter results(browser, &Browser::SignalBrowsingResults, kShortMs);
+    const QVariant other = QVariant::fromValue(m_Source);
+    for (const char* name : {"SignalBrowseStatus", "SignalBrowsingResults"}) {
+        m_Service.Signal(kPath, QLatin1String(Browser::staticInterfaceName()), QLatin1String(name),
+                         {other, other});
+    }
+    ASSERT_TRUE(status.Arrives());
+    EXPECT_EQ(status.Last(), std::make_tuple(0U, PresetDictionary()));
+    ASSERT_TRUE(results.Arrives());
+    EXPECT_EQ(results.Last(), std::make_tuple(QList<QVariantMap>(), 0U));
+}
+
 TEST_F(DBusAssertions, ReadTheStacksTypesInSignals)
 {
     using Browser = ComTalvexDBusMediaPlayerBrowserInterface;
