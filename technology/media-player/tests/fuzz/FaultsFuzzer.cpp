@@ -1,6 +1,6 @@
 // The file that asks the simulated stack for faults.
-#include "Faults.h"
 #include "Fuzzing.h"
+#include "framework/Faults.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
