@@ -74,11 +74,12 @@ void WaitForOrphans()
 
 } // namespace
 
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup)
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup,
+                  const Streams& aStreams)
 {
     Pipe ready = MakePipe();
     Pipe messages = MakePipe();
-    const UniqueFd userStderr(dup(STDERR_FILENO));
+    const UniqueFd userStderr(dup(aStreams.err));
     aSettings.stderrFd = userStderr.Get();
     aSettings.readyFd = ready.write.Get();
     aArguments.insert(aArguments.end(), {"--", kPrivateProgram});
@@ -91,7 +92,11 @@ int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
         aArguments,
         [&] {
             DieWithParent(self);
-            fcntl(ready.write.Get(), F_SETFD, 0);
+            for (const int given : {ready.write.Get(), aSettings.factsFd, aSettings.wholeTestFd,
+                                    aSettings.wholeSystemFd}) {
+                fcntl(given, F_SETFD, 0);
+            }
+            dup2(aStreams.out, STDOUT_FILENO);
             dup2(messages.write.Get(), STDERR_FILENO);
         },
         [&] { return aCgroup.Fork(); });

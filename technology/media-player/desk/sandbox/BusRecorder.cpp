@@ -1,6 +1,7 @@
 #include "BusRecorder.h"
 
 #include "Bus.h"
+#include "ConnectionAsker.h"
 
 #include <dbus/dbus.h>
 
@@ -51,15 +52,24 @@ bool BecomeMonitor(BusClient& aBus)
     return true;
 }
 
+void Write(DBusMessage* aMessage, const BusRecord& aRecord, ConnectionAsker& aAsker)
+{
+    if (!aAsker.IsOwn(aMessage)) {
+        aRecord.traffic.Write(aMessage);
+    }
+    aRecord.whole.Write(aMessage);
+    aAsker.AskAboutNew(aMessage);
+}
+
 // Writes what has come in. False when the end of the recording was among it.
-bool WriteQueue(BusClient& aBus, const PcapFile& aFile)
+bool WriteQueue(BusClient& aBus, const BusRecord& aRecord, ConnectionAsker& aAsker)
 {
     bool isEnd = false;
     while (DBusMessage* message = isEnd ? nullptr : dbus_connection_pop_message(aBus.Get())) {
         isEnd = dbus_message_is_signal(message, kRecorderInterface, kEndSignal) != FALSE;
         // libdbus makes this one itself when the bus hangs up; it was never sent.
         if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
-            aFile.Write(message);
+            Write(message, aRecord, aAsker);
         }
         dbus_message_unref(message);
     }
@@ -67,11 +77,13 @@ bool WriteQueue(BusClient& aBus, const PcapFile& aFile)
 }
 
 // Writes what passes on the bus until it ends (true) or the recording does (false).
-bool Record(BusClient& aBus, const PcapFile& aFile)
+bool Record(BusClient& aBus, const BusRecord& aRecord, ConnectionAsker& aAsker)
 {
+    aRecord.whole.Tell(kAskerSignal, aAsker.Name());
+    aAsker.AskAboutAll();
     // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
     do {
-        if (!WriteQueue(aBus, aFile)) {
+        if (!WriteQueue(aBus, aRecord, aAsker)) {
             return false;
         }
     } while (dbus_connection_read_write(aBus.Get(), -1) != FALSE);
@@ -95,24 +107,30 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
     return watch;
 }
 
-[[noreturn]] void RunRecorder(const std::string& aSocket, const PcapFile& aFile, int aStop, UniqueFd aReady)
+[[noreturn]] void RunRecorder(const std::string& aSocket, const BusRecord& aRecord, int aStop, UniqueFd aReady)
 {
     std::signal(SIGQUIT, SIG_IGN);
-    aFile.Begin();
+    aRecord.traffic.Begin();
+    aRecord.whole.Begin();
+    const std::string address = "unix:path=" + aSocket;
     const UniqueFd watch = WatchFolderOf(aSocket);
     int pauseMs = 1;
     for (;;) {
         const bool isThere = access(aSocket.c_str(), F_OK) == 0;
         BusClient bus;
+        ConnectionAsker asker;
         if (isThere) {
-            bus = BusClient::Connect("unix:path=" + aSocket);
+            bus = BusClient::Connect(address);
+        }
+        if (bus.IsConnected() && aRecord.whole.IsThere()) {
+            asker = ConnectionAsker(address);
         }
         const bool isMonitor = bus.IsConnected() && BecomeMonitor(bus);
         aReady.Close();
         // A socket that is there refuses until its daemon listens, which no event tells; and for ever when
         // its daemon was killed.
         pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, kLongestPauseMs);
-        if (isMonitor ? !Record(bus, aFile) : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
+        if (isMonitor ? !Record(bus, aRecord, asker) : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
             _exit(0);
         }
     }
@@ -120,14 +138,14 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
 
 } // namespace
 
-BusRecorder::BusRecorder(std::string aSocket, const PcapFile& aFile) : m_Socket(std::move(aSocket))
+BusRecorder::BusRecorder(std::string aSocket, const BusRecord& aRecord) : m_Socket(std::move(aSocket))
 {
     Pipe stop = MakePipe();
     Pipe ready = MakePipe();
     m_Process = stop.read.IsValid() && ready.read.IsValid() ? fork() : -1;
     if (m_Process == 0) {
         stop.write.Close();
-        RunRecorder(m_Socket, aFile, stop.read.Get(), std::move(ready.write));
+        RunRecorder(m_Socket, aRecord, stop.read.Get(), std::move(ready.write));
     }
     ready.write.Close();
     pollfd isReady = {ready.read.Get(), POLLIN, 0};

@@ -14,14 +14,20 @@ namespace sandbox
 /// Of the recorders' own messages.
 constexpr const char* kRecorderInterface = "com.talvex.MplSandbox.Recorder";
 
+/// The files that a bus' traffic goes to; either may be none.
+struct BusRecord {
+    PcapFile traffic; ///< as it is without being looked at
+    PcapFile whole;   ///< and with what the bus answers when it is asked for each connection's process
+};
+
 /// A child process that waits for a bus to listen at a socket, becomes a monitor of it at once, and writes
-/// each message with its time to a file. When the bus ends it waits for the next one at the same socket.
+/// each message with its time to files. When the bus ends it waits for the next one at the same socket.
 class BusRecorder
 {
 public:
-    /// Starts recording to `aFile`, which stays the caller's to close. The folder of the socket must exist.
+    /// Starts recording to files that stay the caller's to close. The folder of the socket must exist.
     /// Where a bus listens already, blocks until the monitor is in place, at most two seconds.
-    BusRecorder(std::string aSocket, const PcapFile& aFile);
+    BusRecorder(std::string aSocket, const BusRecord& aRecord);
     BusRecorder(const BusRecorder&) = delete;
     BusRecorder& operator=(const BusRecorder&) = delete;
 

@@ -9,6 +9,7 @@
 #include "RunningClock.h"
 #include "Speed.h"
 #include "World.h"
+#include "record/Witness.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -37,7 +38,8 @@ void TakeOver(const InsideSettings& aSettings)
     close(aSettings.stderrFd);
     WriteAll(aSettings.readyFd, "+");
     close(aSettings.readyFd);
-    for (const int record : {aSettings.recordFd, aSettings.recordSystemFd}) {
+    for (const int record : {aSettings.recordFd, aSettings.recordSystemFd, aSettings.factsFd,
+                             aSettings.wholeTestFd, aSettings.wholeSystemFd}) {
         if (record >= 0) {
             fcntl(record, F_SETFD, FD_CLOEXEC);
         }
@@ -119,6 +121,7 @@ int StartClockFor(const InsideSettings& aSettings, RunningClock& aClock)
         Say(reason);
         return kExitNoSandbox;
     }
+    FactLog(aSettings.factsFd).Write(fact::kClock, {aSettings.speed, std::to_string(aClock.clock.start)});
     return 0;
 }
 
@@ -167,8 +170,14 @@ int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
         }
         std::signal(SIGQUIT, SIG_DFL);
     });
-    return program.pid >= 0 ? WaitForEnd(program.pid)
-                            : ExplainFailure(aSettings.command.front(), program.error);
+    const FactLog facts(aSettings.factsFd);
+    if (program.pid >= 0) {
+        facts.Write(fact::kProgram, {std::to_string(program.pid)});
+    }
+    const int status = program.pid >= 0 ? WaitForEnd(program.pid)
+                                        : ExplainFailure(aSettings.command.front(), program.error);
+    facts.Write(fact::kProgramEnd, {std::to_string(status)});
+    return status;
 }
 
 // Lets a sandbox whose program failed stand, to be looked at.
@@ -188,15 +197,9 @@ void Keep(const InsideSettings& aSettings, int aStatus)
     }
 }
 
-} // namespace
-
-int RunInside(const InsideSettings& aSettings)
+// Sets all up, runs the program and tells its status.
+int RunAll(const InsideSettings& aSettings)
 {
-    if (aSettings.command.empty()) {
-        Say("internal call; see mpl-sandbox --help");
-        return kExitBadUsage;
-    }
-    TakeOver(aSettings);
     if (!FindMachine(aSettings)) {
         return kExitNoSandbox;
     }
@@ -211,15 +214,31 @@ int RunInside(const InsideSettings& aSettings)
     KeepEnvironment();
     std::optional<BusRecorder> system;
     std::optional<BusRecorder> test;
-    if (aSettings.recordFd >= 0) {
-        system.emplace(BusSocket(), PcapFile(aSettings.recordSystemFd, clock.clock));
-        test.emplace(kTestBusSocket, PcapFile(aSettings.recordFd, clock.clock));
+    if (aSettings.recordFd >= 0 || aSettings.wholeTestFd >= 0) {
+        const auto file = [&](int aFd) { return PcapFile(aFd, clock.clock); };
+        system.emplace(BusSocket(),
+                       BusRecord{file(aSettings.recordSystemFd), file(aSettings.wholeSystemFd)});
+        test.emplace(kTestBusSocket, BusRecord{file(aSettings.recordFd), file(aSettings.wholeTestFd)});
     }
     const int status = RunProgram(aSettings, clock);
     if (status != 0 && aSettings.isKept) {
         Keep(aSettings, status);
     }
     return status;
+}
+
+} // namespace
+
+int RunInside(const InsideSettings& aSettings)
+{
+    if (aSettings.command.empty()) {
+        Say("internal call; see mpl-sandbox --help");
+        return kExitBadUsage;
+    }
+    TakeOver(aSettings);
+    const auto run = [&aSettings] { return RunAll(aSettings); };
+    return aSettings.factsFd < 0 ? run()
+                                 : RunWitnessed(FactLog(aSettings.factsFd), Detail::Full, run);
 }
 
 } // namespace sandbox

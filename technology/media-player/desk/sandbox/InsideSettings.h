@@ -13,6 +13,9 @@ struct InsideSettings {
     int readyFd = -1;        ///< closed when the sandbox stands: what fails from then on is told by this half
     int recordFd = -1;       ///< traffic of the private test bus
     int recordSystemFd = -1; ///< traffic of the sandbox's own bus
+    int factsFd = -1;        ///< what is seen of the run; with it go the next two
+    int wholeTestFd = -1;    ///< both buses again, with who is who on them
+    int wholeSystemFd = -1;
     bool wantsManager = false;     ///< start the lifecycle manager
     bool isKept = false;           ///< stay after a failure
     int outsidePid = 0;            ///< of the half that stays outside

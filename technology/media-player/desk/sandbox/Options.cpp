@@ -20,6 +20,9 @@ namespace
 enum OptionId : int {
     kStack = 1,
     kRecordBus,
+    kTimeline,
+    kTimelineOnFailure,
+    kTimelineFrom,
     kSpeed,
     kNoLifecycleManager,
     kKeep,
@@ -31,6 +34,9 @@ enum OptionId : int {
 
 constexpr option kOptions[] = {{"stack", required_argument, nullptr, kStack},
                                {"record-bus", required_argument, nullptr, kRecordBus},
+                               {"timeline", required_argument, nullptr, kTimeline},
+                               {"timeline-on-failure", required_argument, nullptr, kTimelineOnFailure},
+                               {"timeline-from", required_argument, nullptr, kTimelineFrom},
                                {"speed", required_argument, nullptr, kSpeed},
                                {"no-lifecycle-manager", no_argument, nullptr, kNoLifecycleManager},
                                {"keep", no_argument, nullptr, kKeep},
@@ -63,6 +69,15 @@ void TakeRecordFile(Options& aOptions, const std::string& aFile)
     }
 }
 
+void TakeTimeline(Options& aOptions, bool aIsOfFailure, const std::string& aFile)
+{
+    aOptions.isTimelineOfFailure = aIsOfFailure;
+    aOptions.timeline = {};
+    if (const std::string problem = ChooseTimelineFiles(aFile, aOptions.timeline); !problem.empty()) {
+        Refuse(aOptions, (aIsOfFailure ? "--timeline-on-failure " : "--timeline ") + problem);
+    }
+}
+
 void TakeSpeed(Options& aOptions, const std::string& aName, const std::string& aSpeed)
 {
     aOptions.speed = aSpeed;
@@ -91,6 +106,13 @@ void Take(Options& aOptions, int aId, const std::string& aValue, const std::stri
         return TakeStack(aOptions, aValue);
     case kRecordBus:
         return TakeRecordFile(aOptions, aValue);
+    case kTimeline:
+    case kTimelineOnFailure:
+        return TakeTimeline(aOptions, aId == kTimelineOnFailure, aValue);
+    case kTimelineFrom:
+        aOptions.action = Options::Action::TimelineFrom;
+        aOptions.recording = aValue;
+        return;
     case kSpeed:
         return TakeSpeed(aOptions, "--speed", aValue);
     case kNoLifecycleManager:
@@ -154,6 +176,12 @@ Options:
                           environment variable MPL_STACK, else the simulated stack that came with this program
   --record-bus FILE       keep the traffic of the private test bus in FILE, and that of the sandbox's own bus
                           beside it in <name>.system<extension>, as pcap for Wireshark or Bustle
+  --timeline FILE         write the run's time line when it ends, however it ends: FILE.html is a page for a browser,
+                          FILE.json a Chrome trace, FILE without an extension stands for both
+  --timeline-on-failure FILE
+                          the same, but keep it only if the run failed
+  --timeline-from DIR     write the time line of a run that was killed with everything around it, from the folder
+                          FILE.recording that it left
   --speed N               let time pass N times as fast, from 1 (the default) to 100, for the program and all
                           that it or the lifecycle manager starts; the default is the environment variable
                           MPL_SANDBOX_SPEED. Not for the sandbox itself: its limits and systemd's are real

@@ -6,6 +6,7 @@
 #include "Speed.h"
 #include "Stack.h"
 #include "World.h"
+#include "timeline/Timeline.h"
 
 #include <fcntl.h>
 
@@ -96,6 +97,13 @@ int RunOutside(const Options& aOptions)
     if (!FindClock(aOptions, places, settings) || !OpenRecords(aOptions.recordFile, records)) {
         return kExitNoSandbox;
     }
+    Timeline timeline;
+    const auto kept = aOptions.isTimelineOfFailure ? Timeline::Kept::AfterFailure : Timeline::Kept::Always;
+    const bool hasTimeline = !aOptions.timeline.recording.empty();
+    if (hasTimeline && !timeline.Begin(aOptions.timeline, kept, aOptions.command)) {
+        return kExitNoSandbox;
+    }
+    timeline.Tell(settings);
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
     settings.isKept = aOptions.isKept;
@@ -114,7 +122,9 @@ int RunOutside(const Options& aOptions)
         places.hasCgroup = true;
         places.managerLibrary = FindOwnLibrary("libmpl-manager.so");
     }
-    return RunBubblewrap(BubblewrapArguments(places), settings, cgroup);
+    const int status = RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {timeline.Out(), timeline.Err()});
+    timeline.End(status);
+    return status;
 }
 
 } // namespace sandbox

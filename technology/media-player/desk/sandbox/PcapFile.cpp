@@ -1,6 +1,7 @@
 #include "PcapFile.h"
 
 #include "BusRecorder.h"
+#include "PcapFormat.h"
 #include "Posix.h"
 
 #include <dbus/dbus.h>
@@ -16,23 +17,6 @@ namespace sandbox
 namespace
 {
 
-struct PcapHeader {
-    uint32_t magic = 0xa1b2c3d4;
-    uint16_t major = 2;
-    uint16_t minor = 4;
-    uint32_t zone = 0;
-    uint32_t accuracy = 0;
-    uint32_t longest = DBUS_MAXIMUM_MESSAGE_LENGTH;
-    uint32_t linkType = 231; // D-Bus
-};
-
-struct PcapRecord {
-    uint32_t seconds;
-    uint32_t microseconds;
-    uint32_t length;
-    uint32_t originalLength;
-};
-
 template <typename Struct>
 std::string BytesOf(const Struct& aStruct)
 {
@@ -45,6 +29,9 @@ std::string BytesOf(const Struct& aStruct)
 
 void PcapFile::Begin() const
 {
+    if (!IsThere()) {
+        return;
+    }
     WriteAll(m_Fd, BytesOf(PcapHeader()));
     if (m_Clock.speed > 1) {
         WriteClock();
@@ -55,7 +42,7 @@ void PcapFile::Write(DBusMessage* aMessage) const
 {
     char* bytes = nullptr;
     int length = 0;
-    if (dbus_message_marshal(aMessage, &bytes, &length) == FALSE) {
+    if (!IsThere() || dbus_message_marshal(aMessage, &bytes, &length) == FALSE) {
         return;
     }
     timespec now = {};
@@ -68,6 +55,14 @@ void PcapFile::Write(DBusMessage* aMessage) const
     dbus_free(bytes);
 }
 
+void PcapFile::Tell(const char* aSignal, const std::string& aText) const
+{
+    DBusMessage* message = dbus_message_new_signal("/", kRecorderInterface, aSignal);
+    const char* text = aText.c_str();
+    dbus_message_append_args(message, DBUS_TYPE_STRING, &text, DBUS_TYPE_INVALID);
+    WriteOwn(message);
+}
+
 void PcapFile::WriteClock() const
 {
     DBusMessage* clock = dbus_message_new_signal("/", kRecorderInterface, "Clock");
@@ -75,9 +70,14 @@ void PcapFile::WriteClock() const
         "Times are the sandbox's own; its clock runs at this many times the machine's speed.";
     dbus_message_append_args(clock, DBUS_TYPE_DOUBLE, &m_Clock.speed, DBUS_TYPE_STRING, &sentence,
                              DBUS_TYPE_INVALID);
-    dbus_message_set_serial(clock, 1);
-    Write(clock);
-    dbus_message_unref(clock);
+    WriteOwn(clock);
+}
+
+void PcapFile::WriteOwn(DBusMessage* aMessage) const
+{
+    dbus_message_set_serial(aMessage, 1);
+    Write(aMessage);
+    dbus_message_unref(aMessage);
 }
 
 } // namespace sandbox

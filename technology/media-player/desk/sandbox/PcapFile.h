@@ -1,7 +1,9 @@
-/// Messages of a bus as pcap, which Wireshark and Bustle read.
+/// Messages of a bus as pcap, which Wireshark and Bustle read: writing them.
 #pragma once
 
 #include "clock/Clock.h"
+
+#include <string>
 
 struct DBusMessage;
 
@@ -16,10 +18,17 @@ class PcapFile
 public:
     PcapFile(int aFd, const Clock& aClock) : m_Fd(aFd), m_Clock(aClock) {}
 
+    /// Without a descriptor nothing is written.
+    bool IsThere() const { return m_Fd >= 0; }
+
     void Begin() const;
     void Write(DBusMessage* aMessage) const;
 
+    /// A signal of the recorder's own with that text, which never was on the bus.
+    void Tell(const char* aSignal, const std::string& aText) const;
+
 private:
+    void WriteOwn(DBusMessage* aMessage) const;
     void WriteClock() const;
 
     int m_Fd;

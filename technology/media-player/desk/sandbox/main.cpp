@@ -5,6 +5,7 @@
 #include "Posix.h"
 #include "Running.h"
 #include "RunningClock.h"
+#include "timeline/Timeline.h"
 
 #include <cstdio>
 
@@ -34,6 +35,8 @@ int main(int argc, char** argv)
         return ListRunning();
     case Options::Action::Enter:
         return EnterSandbox(options.entered, options.command);
+    case Options::Action::TimelineFrom:
+        return WriteTimelineFrom(options.recording);
     case Options::Action::Run:
         break;
     }

@@ -1,0 +1,31 @@
+/// What the calls of processes say, as facts.
+#pragma once
+
+#include "Fact.h"
+#include "SystemCalls.h"
+
+#include <sys/types.h>
+
+#include <vector>
+
+namespace sandbox
+{
+
+class SystemCallFacts
+{
+public:
+    SystemCallFacts(const FactLog& aFacts, int aListener) : m_Facts(aFacts), m_Listener(aListener) {}
+
+    /// Takes the next call, lets it be made and puts it down. The processes that are new by it.
+    std::vector<pid_t> TakeOne();
+
+private:
+    std::vector<Fact> FactsOf(const SystemCall& aCall, pid_t aProcess, std::vector<pid_t>& aNew);
+    Fact ExecFact(pid_t aProcess, const std::string& aPath, uint64_t aArguments) const;
+    std::vector<Fact> ExitFacts(const SystemCall& aCall, pid_t aProcess, std::vector<pid_t>& aNew);
+
+    FactLog m_Facts;
+    int m_Listener;
+};
+
+} // namespace sandbox

@@ -1,0 +1,152 @@
+#include "SystemCalls.h"
+
+#include <linux/audit.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/ioctl.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+namespace sandbox
+{
+
+namespace
+{
+
+constexpr size_t kLongestText = 1024;
+constexpr size_t kMostTexts = 64;
+constexpr size_t kPage = 4096;
+
+#if defined(__x86_64__)
+constexpr uint32_t kArchitecture = AUDIT_ARCH_X86_64;
+#elif defined(__aarch64__)
+constexpr uint32_t kArchitecture = AUDIT_ARCH_AARCH64;
+#elif defined(__arm__)
+constexpr uint32_t kArchitecture = AUDIT_ARCH_ARM;
+#elif defined(__i386__)
+constexpr uint32_t kArchitecture = AUDIT_ARCH_I386;
+#else
+constexpr uint32_t kArchitecture = 0; // matches no call
+#endif
+
+#ifndef SECCOMP_FILTER_FLAG_WAIT_KILLABLE_RECV
+#define SECCOMP_FILTER_FLAG_WAIT_KILLABLE_RECV (1UL << 5)
+#endif
+
+std::vector<uint32_t> ToldCalls(bool aWithPauses)
+{
+    std::vector<uint32_t> calls = {SYS_execve, SYS_execveat, SYS_exit_group,         SYS_kill,
+                                   SYS_tkill,  SYS_tgkill,   SYS_pidfd_send_signal, SYS_rt_sigqueueinfo};
+    if (aWithPauses) {
+        calls.insert(calls.end(), {SYS_nanosleep, SYS_clock_nanosleep});
+    }
+    return calls;
+}
+
+std::vector<sock_filter> MakeFilter(const std::vector<uint32_t>& aCalls)
+{
+    const auto count = static_cast<uint8_t>(aCalls.size());
+    std::vector<sock_filter> filter = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kArchitecture, 0, static_cast<uint8_t>(count + 1)),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+    for (uint8_t i = 0; i < count; ++i) {
+        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, aCalls[i], static_cast<uint8_t>(count - i), 0));
+    }
+    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
+    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF));
+    return filter;
+}
+
+// The last page may be another's: up to the end of the one that the address is in.
+size_t UpToPageEnd(uint64_t aAddress)
+{
+    return kPage - aAddress % kPage;
+}
+
+} // namespace
+
+UniqueFd TellSystemCalls(bool aWithPauses)
+{
+    std::vector<sock_filter> filter = MakeFilter(ToldCalls(aWithPauses));
+    const sock_fprog program = {static_cast<unsigned short>(filter.size()), filter.data()};
+    constexpr unsigned long kFlags = SECCOMP_FILTER_FLAG_NEW_LISTENER | SECCOMP_FILTER_FLAG_SPEC_ALLOW;
+    const auto install = [&](unsigned long aFlags) {
+        return static_cast<int>(syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, aFlags, &program));
+    };
+    // Kernels before 5.19 interrupt a caller who waits with any signal, and it asks again.
+    const int listener = install(kFlags | SECCOMP_FILTER_FLAG_WAIT_KILLABLE_RECV);
+    return UniqueFd(listener >= 0 ? listener : install(kFlags));
+}
+
+std::optional<SystemCall> ReceiveCall(int aListener)
+{
+    seccomp_notif told = {};
+    if (ioctl(aListener, SECCOMP_IOCTL_NOTIF_RECV, &told) != 0) {
+        return {};
+    }
+    SystemCall call;
+    call.id = told.id;
+    call.thread = static_cast<pid_t>(told.pid);
+    call.number = told.data.nr;
+    std::copy(std::begin(told.data.args), std::end(told.data.args), call.arguments.begin());
+    return call;
+}
+
+bool LetGo(int aListener, const SystemCall& aCall)
+{
+    seccomp_notif_resp answer = {};
+    answer.id = aCall.id;
+    answer.flags = SECCOMP_USER_NOTIF_FLAG_CONTINUE;
+    return ioctl(aListener, SECCOMP_IOCTL_NOTIF_SEND, &answer) == 0;
+}
+
+std::string ReadMemory(pid_t aProcess, uint64_t aAddress, size_t aSize)
+{
+    std::string bytes(aSize, '\0');
+    const iovec here = {bytes.data(), aSize};
+    const iovec there = {reinterpret_cast<void*>(aAddress), aSize};
+    const ssize_t count = process_vm_readv(aProcess, &here, 1, &there, 1, 0);
+    bytes.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
+    return bytes;
+}
+
+std::string ReadText(pid_t aProcess, uint64_t aAddress)
+{
+    std::string text;
+    while (text.size() < kLongestText) {
+        const uint64_t address = aAddress + text.size();
+        const std::string piece =
+            ReadMemory(aProcess, address, std::min(UpToPageEnd(address), kLongestText - text.size()));
+        text += piece;
+        if (piece.empty() || piece.find('\0') != std::string::npos) {
+            break;
+        }
+    }
+    return text.substr(0, text.find('\0'));
+}
+
+std::vector<std::string> ReadTexts(pid_t aProcess, uint64_t aAddress)
+{
+    std::vector<std::string> texts;
+    for (size_t i = 0; i < kMostTexts; ++i) {
+        uintptr_t text = 0;
+        const std::string bytes = ReadMemory(aProcess, aAddress + i * sizeof text, sizeof text);
+        if (bytes.size() != sizeof text) {
+            break;
+        }
+        std::memcpy(&text, bytes.data(), sizeof text);
+        if (text == 0) {
+            break;
+        }
+        texts.push_back(ReadText(aProcess, text));
+    }
+    return texts;
+}
+
+} // namespace sandbox

@@ -1,0 +1,121 @@
+#include "Witness.h"
+
+#include "../Posix.h"
+#include "../ProcFiles.h"
+#include "Ends.h"
+#include "SystemCallFacts.h"
+#include "SystemCalls.h"
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+
+namespace sandbox
+{
+
+namespace
+{
+
+// A descriptor for the process at the other end.
+void Send(int aSocket, int aFd)
+{
+    char byte = '+';
+    iovec data = {&byte, 1};
+    alignas(cmsghdr) char room[CMSG_SPACE(sizeof aFd)] = {};
+    msghdr message = {};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = room;
+    message.msg_controllen = sizeof room;
+    cmsghdr* header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof aFd);
+    *reinterpret_cast<int*>(CMSG_DATA(header)) = aFd;
+    sendmsg(aSocket, &message, 0);
+}
+
+// Invalid when the other end closes without sending one.
+UniqueFd Receive(int aSocket)
+{
+    char byte = 0;
+    iovec data = {&byte, 1};
+    int fd = -1;
+    alignas(cmsghdr) char room[CMSG_SPACE(sizeof fd)] = {};
+    msghdr message = {};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = room;
+    message.msg_controllen = sizeof room;
+    const cmsghdr* header =
+        recvmsg(aSocket, &message, MSG_CMSG_CLOEXEC) == 1 ? CMSG_FIRSTHDR(&message) : nullptr;
+    if (header != nullptr && header->cmsg_type == SCM_RIGHTS) {
+        fd = *reinterpret_cast<const int*>(CMSG_DATA(header));
+    }
+    return UniqueFd(fd);
+}
+
+// SIGCHLD as a descriptor.
+UniqueFd BlockChildSignal(sigset_t& aBefore)
+{
+    sigset_t child;
+    sigemptyset(&child);
+    sigaddset(&child, SIGCHLD);
+    sigprocmask(SIG_BLOCK, &child, &aBefore);
+    return UniqueFd(signalfd(-1, &child, SFD_CLOEXEC | SFD_NONBLOCK));
+}
+
+// Until the first child has ended.
+int Watch(pid_t aChild, int aSignals, int aListener, const FactLog& aFacts)
+{
+    Ends ends(aFacts, aChild);
+    SystemCallFacts calls(aFacts, aListener);
+    while (!ends.HasFirstEnded()) {
+        std::vector<pollfd> events = {{aListener, POLLIN, 0}, {aSignals, POLLIN, 0}};
+        ends.AddTo(events);
+        poll(events.data(), events.size(), -1);
+        if ((events[0].revents & POLLIN) != 0) {
+            for (const pid_t process : calls.TakeOne()) {
+                ends.Follow(process);
+            }
+        }
+        signalfd_siginfo ignored = {};
+        while (read(aSignals, &ignored, sizeof ignored) > 0) {
+        }
+        ends.Look(events);
+    }
+    return ends.FirstStatus();
+}
+
+} // namespace
+
+int RunWitnessed(const FactLog& aFacts, Detail aDetail, const std::function<int()>& aBody)
+{
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    sigset_t before = {};
+    const UniqueFd signals = BlockChildSignal(before);
+    int ends[2] = {-1, -1};
+    socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends);
+    UniqueFd here(ends[0]);
+    UniqueFd there(ends[1]);
+    const pid_t child = fork();
+    if (child == 0) {
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        here.Close();
+        if (const UniqueFd listener = TellSystemCalls(aDetail == Detail::Full); listener.IsValid()) {
+            Send(there.Get(), listener.Get());
+        }
+        there.Close();
+        std::exit(aBody());
+    }
+    there.Close();
+    const UniqueFd listener = Receive(here.Get());
+    return child > 0 ? Watch(child, signals.Get(), listener.Get(), aFacts) : aBody();
+}
+
+} // namespace sandbox

@@ -1,0 +1,76 @@
+#include "Run.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace sandbox
+{
+
+namespace
+{
+
+std::string InCase(const Run& aRun)
+{
+    const TestCase* running = RunningCase(aRun.cases);
+    return running != nullptr ? " in " + TitleOf(*running) : std::string();
+}
+
+} // namespace
+
+const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)
+{
+    const auto found = std::find_if(
+        aRun.processes.rbegin(), aRun.processes.rend(),
+        [&](const ProcessLife& aProcess) { return aProcess.id == aId && aProcess.span.begin <= aTime; });
+    return found != aRun.processes.rend() ? &*found : nullptr;
+}
+
+std::string ProcessTitle(const Run& aRun, int aId, Moment aTime)
+{
+    const ProcessLife* process = FindProcess(aRun, aId, aTime);
+    if (process == nullptr) {
+        return aId > 0 ? "pid " + std::to_string(aId) : std::string();
+    }
+    return process->name + " (pid " + std::to_string(aId) + ")";
+}
+
+std::string SignalText(int aNumber)
+{
+    const char* words = sigdescr_np(aNumber);
+    return "signal " + std::to_string(aNumber) + (words != nullptr ? " (" + std::string(words) + ")" : "");
+}
+
+std::string EndText(const ProcessLife& aProcess)
+{
+    if (!aProcess.problem.empty()) {
+        return "could not be run: " + aProcess.problem;
+    }
+    switch (aProcess.end.how) {
+    case ProcessEnd::How::Exit:
+        return "exit status " + std::to_string(aProcess.end.number);
+    case ProcessEnd::How::Signal:
+        return SignalText(aProcess.end.number);
+    default:
+        return aProcess.span.isOpen ? "still ran at the end" : "ended; its status is not known";
+    }
+}
+
+std::string ResultText(const Run& aRun)
+{
+    switch (aRun.result) {
+    case RunResult::CutOff:
+        return "the sandbox was killed" + InCase(aRun) + ": what follows is what was known";
+    case RunResult::TimedOut:
+        return "ran out of its " + aRun.limit + " s" + InCase(aRun);
+    case RunResult::Crashed:
+    case RunResult::Killed:
+        return SignalText(aRun.status - 128) + InCase(aRun);
+    default:
+        return "exit status " + std::to_string(aRun.status) +
+               (aRun.status == 0 && aRun.result == RunResult::Failed
+                    ? InCase(aRun) + " before googletest closed its cases"
+                    : InCase(aRun));
+    }
+}
+
+} // namespace sandbox
