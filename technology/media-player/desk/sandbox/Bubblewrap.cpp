@@ -92,8 +92,8 @@ int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
         aArguments,
         [&] {
             DieWithParent(self);
-            for (const int given : {ready.write.Get(), aSettings.factsFd, aSettings.wholeTestFd,
-                                    aSettings.wholeSystemFd}) {
+            for (const int given :
+                 {ready.write.Get(), aSettings.factsFd, aSettings.wholeTestFd, aSettings.wholeSystemFd}) {
                 fcntl(given, F_SETFD, 0);
             }
             dup2(aStreams.out, STDOUT_FILENO);

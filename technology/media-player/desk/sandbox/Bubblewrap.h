@@ -15,10 +15,10 @@ struct Streams {
     int err;
 };
 
-/// Runs bubblewrap in the control group with these arguments, streams and the settings for the half inside, whose
-/// stderrFd and readyFd it adds. Returns the status to exit with once nothing of the sandbox is left. Where
-/// bubblewrap can't make a sandbox, one line says why and what to do.
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
-                  const PrivateCgroup& aCgroup, const Streams& aStreams);
+/// Runs bubblewrap in the control group with these arguments, streams and the settings for the half inside,
+/// whose stderrFd and readyFd it adds. Returns the status to exit with once nothing of the sandbox is left.
+/// Where bubblewrap can't make a sandbox, one line says why and what to do.
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup,
+                  const Streams& aStreams);
 
 } // namespace sandbox

@@ -107,7 +107,8 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
     return watch;
 }
 
-[[noreturn]] void RunRecorder(const std::string& aSocket, const BusRecord& aRecord, int aStop, UniqueFd aReady)
+[[noreturn]] void RunRecorder(const std::string& aSocket, const BusRecord& aRecord, int aStop,
+                              UniqueFd aReady)
 {
     std::signal(SIGQUIT, SIG_IGN);
     aRecord.traffic.Begin();
@@ -130,7 +131,8 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
         // A socket that is there refuses until its daemon listens, which no event tells; and for ever when
         // its daemon was killed.
         pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, kLongestPauseMs);
-        if (isMonitor ? !Record(bus, aRecord, asker) : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
+        if (isMonitor ? !Record(bus, aRecord, asker)
+                      : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
             _exit(0);
         }
     }

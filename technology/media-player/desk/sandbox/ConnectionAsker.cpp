@@ -73,8 +73,8 @@ bool ConnectionAsker::IsOwn(DBusMessage* aMessage) const
 {
     const std::string name = Name();
     const auto is = [&](const char* aName) { return aName != nullptr && name == aName; };
-    return !name.empty() && (is(dbus_message_get_sender(aMessage)) || is(dbus_message_get_destination(aMessage)) ||
-                             is(OwnerChangeIn(aMessage).name));
+    return !name.empty() && (is(dbus_message_get_sender(aMessage)) ||
+                             is(dbus_message_get_destination(aMessage)) || is(OwnerChangeIn(aMessage).name));
 }
 
 // The monitor sees the answer; here it is only taken off the wire.

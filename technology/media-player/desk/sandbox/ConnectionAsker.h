@@ -13,8 +13,8 @@ namespace sandbox
 /// The sentence that the first message of a record has about an asker; see PcapFile.
 constexpr const char* kAskerSignal = "Asker";
 
-/// A connection beside a monitor's, which itself may not ask. Its answers are read by who reads what the monitor has
-/// seen.
+/// A connection beside a monitor's, which itself may not ask. Its answers are read by who reads what the
+/// monitor has seen.
 class ConnectionAsker
 {
 public:

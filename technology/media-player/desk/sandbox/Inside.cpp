@@ -174,8 +174,8 @@ int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
     if (program.pid >= 0) {
         facts.Write(fact::kProgram, {std::to_string(program.pid)});
     }
-    const int status = program.pid >= 0 ? WaitForEnd(program.pid)
-                                        : ExplainFailure(aSettings.command.front(), program.error);
+    const int status =
+        program.pid >= 0 ? WaitForEnd(program.pid) : ExplainFailure(aSettings.command.front(), program.error);
     facts.Write(fact::kProgramEnd, {std::to_string(status)});
     return status;
 }
@@ -216,8 +216,7 @@ int RunAll(const InsideSettings& aSettings)
     std::optional<BusRecorder> test;
     if (aSettings.recordFd >= 0 || aSettings.wholeTestFd >= 0) {
         const auto file = [&](int aFd) { return PcapFile(aFd, clock.clock); };
-        system.emplace(BusSocket(),
-                       BusRecord{file(aSettings.recordSystemFd), file(aSettings.wholeSystemFd)});
+        system.emplace(BusSocket(), BusRecord{file(aSettings.recordSystemFd), file(aSettings.wholeSystemFd)});
         test.emplace(kTestBusSocket, BusRecord{file(aSettings.recordFd), file(aSettings.wholeTestFd)});
     }
     const int status = RunProgram(aSettings, clock);
@@ -237,8 +236,7 @@ int RunInside(const InsideSettings& aSettings)
     }
     TakeOver(aSettings);
     const auto run = [&aSettings] { return RunAll(aSettings); };
-    return aSettings.factsFd < 0 ? run()
-                                 : RunWitnessed(FactLog(aSettings.factsFd), Detail::Full, run);
+    return aSettings.factsFd < 0 ? run() : RunWitnessed(FactLog(aSettings.factsFd), Detail::Full, run);
 }
 
 } // namespace sandbox

@@ -122,7 +122,8 @@ int RunOutside(const Options& aOptions)
         places.hasCgroup = true;
         places.managerLibrary = FindOwnLibrary("libmpl-manager.so");
     }
-    const int status = RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {timeline.Out(), timeline.Err()});
+    const int status =
+        RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {timeline.Out(), timeline.Err()});
     timeline.End(status);
     return status;
 }

@@ -15,8 +15,8 @@ struct MessageCloser {
 };
 using Message = std::unique_ptr<DBusMessage, MessageCloser>;
 
-/// Calls `aTake` with each message of a file's content and its time in nanoseconds since the epoch, up to where the
-/// content ends or is no pcap any more.
+/// Calls `aTake` with each message of a file's content and its time in nanoseconds since the epoch, up to
+/// where the content ends or is no pcap any more.
 void ReadPcap(const std::string& aContent,
               const std::function<void(long long aTime, DBusMessage* aMessage)>& aTake);
 

@@ -17,8 +17,8 @@ class Relay
 public:
     using Sink = std::function<void(std::string_view aPiece)>;
 
-    /// The program's end of the pipe is `Entry()`; what it writes there goes to `aSink` and to `aTarget`. Reading
-    /// never blocks.
+    /// The program's end of the pipe is `Entry()`; what it writes there goes to `aSink` and to `aTarget`.
+    /// Reading never blocks.
     Relay(int aTarget, Sink aSink);
 
     int Entry() const { return m_Pipe.write.Get(); }
@@ -28,8 +28,8 @@ public:
     /// Readable when there is something to pass on; -1 after the end.
     int Exit() const { return m_Pipe.read.Get(); }
 
-    /// Passes on what is there. False when there is nothing (more). When the target refuses, the pipe is closed, so that
-    /// the program learns of it as it would without us.
+    /// Passes on what is there. False when there is nothing (more). When the target refuses, the pipe is
+    /// closed, so that the program learns of it as it would without us.
     bool PassOn();
 
     /// All that is there.

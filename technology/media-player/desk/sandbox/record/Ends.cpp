@@ -1,7 +1,7 @@
 #include "Ends.h"
 
 #include "../ProcFiles.h"
-#include "Witness.h"
+#include "EndsSocket.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -12,9 +12,9 @@
 namespace sandbox
 {
 
-/// Puts down the end of each process that is followed, with its status where the kernel tells it to somebody here:
-/// of own children always, of the lifecycle manager's by what that is told, of others when nobody has asked
-/// before.
+/// Puts down the end of each process that is followed, with its status where the kernel tells it to somebody
+/// here: of own children always, of the lifecycle manager's by what that is told, of others when nobody has
+/// asked before.
 class Ends
 {
 public:

@@ -1,5 +1,5 @@
-/// What was seen of a run, as it is put down while it goes on: one line each, only ever appended, so that nothing
-/// is lost whoever is killed when.
+/// What was seen of a run, as it is put down while it goes on: one line each, only ever appended, so that
+/// nothing is lost whoever is killed when.
 #pragma once
 
 #include <string>
@@ -18,19 +18,20 @@ struct Fact {
 /// The kinds, and their fields in order.
 namespace fact
 {
-inline const std::string kCommand = "command";       ///< argument…
-inline const std::string kClock = "clock";           ///< speed, start; missing: the machine's
-inline const std::string kLimit = "limit";           ///< seconds: the program ran out of this time
-inline const std::string kProgram = "program";       ///< pid: the program was started
+inline const std::string kCommand = "command";        ///< argument…
+inline const std::string kClock = "clock";            ///< speed, start; missing: the machine's
+inline const std::string kLimit = "limit";            ///< seconds: the program ran out of this time
+inline const std::string kProgram = "program";        ///< pid: the program was started
 inline const std::string kProgramEnd = "program end"; ///< status as a shell counts it
-inline const std::string kEnd = "end";               ///< status of mpl-sandbox; missing: cut off
-inline const std::string kExec = "exec";             ///< pid, parent, its parent, problem (empty: none), path, argument…
-inline const std::string kFork = "fork";             ///< pid, parent, its parent, start on the machine's clock, name
-inline const std::string kExit = "exit";             ///< pid, status: it is about to end with that
-inline const std::string kGone = "gone";             ///< pid, "exit" | "signal" | "", number
-inline const std::string kKill = "kill";             ///< sender, target, signal
-inline const std::string kPause = "pause";           ///< pid, thread, nanoseconds asked of the machine's clock
-inline const std::string kOutput = "output";         ///< "out" | "err", bytes
+inline const std::string kEnd = "end";                ///< status of mpl-sandbox; missing: cut off
+inline const std::string kLeft = "left";              ///< nobody is there any more to tell how it ended
+inline const std::string kExec = "exec"; ///< pid, parent, its parent, problem (empty: none), path, argument…
+inline const std::string kFork = "fork";     ///< pid, parent, its parent, start on the machine's clock, name
+inline const std::string kExit = "exit";     ///< pid, status: it is about to end with that
+inline const std::string kGone = "gone";     ///< pid, "exit" | "signal" | "", number
+inline const std::string kKill = "kill";     ///< sender, target, signal
+inline const std::string kPause = "pause";   ///< pid, thread, nanoseconds asked of the machine's clock
+inline const std::string kOutput = "output"; ///< "out" | "err", bytes
 } // namespace fact
 
 /// Nanoseconds since the epoch, on the machine's clock.

@@ -44,7 +44,7 @@ bool Keeper::Start(const FactLog& aFacts, const std::function<void()>& aFinish)
         }
         alive.write.Close();
         done.read.Close();
-        Run(alive.read.Get(), std::move(done.write), aFinish);
+        Run(alive.read.Get(), std::move(done.write), aFacts, aFinish);
     }
     m_Alive = std::move(alive.write);
     m_Done = std::move(done.read);
@@ -65,7 +65,7 @@ void Keeper::WaitForEnd()
     ReadAll(m_Done.Get());
 }
 
-void Keeper::Run(int aAlive, UniqueFd aDone, const std::function<void()>& aFinish)
+void Keeper::Run(int aAlive, UniqueFd aDone, const FactLog& aFacts, const std::function<void()>& aFinish)
 {
     setsid();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
@@ -73,13 +73,13 @@ void Keeper::Run(int aAlive, UniqueFd aDone, const std::function<void()>& aFinis
     }
     const UniqueFd nowhere(open("/dev/null", O_RDONLY | O_CLOEXEC));
     dup2(nowhere.Get(), STDIN_FILENO);
-    Relay(aAlive);
+    Relay(aAlive, aFacts);
     aFinish();
     aDone.Close();
     _exit(0);
 }
 
-void Keeper::Relay(int aAlive)
+void Keeper::Relay(int aAlive, const FactLog& aFacts)
 {
     std::vector<sandbox::Relay*> relays;
     for (sandbox::Relay* relay : {m_Out.get(), m_Err.get()}) {
@@ -97,7 +97,10 @@ void Keeper::Relay(int aAlive)
         if (poll(events.data(), events.size(), isAlive ? -1 : kLastWordsLimitMs) == 0) {
             return;
         }
-        isAlive = isAlive && events[0].revents == 0;
+        if (isAlive && events[0].revents != 0) {
+            isAlive = false;
+            aFacts.Write(fact::kLeft, {});
+        }
         isOpen = false;
         for (sandbox::Relay* relay : relays) {
             relay->Drain();

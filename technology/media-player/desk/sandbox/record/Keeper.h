@@ -10,8 +10,8 @@
 namespace sandbox
 {
 
-/// It takes down what the program and its services print, on its way to this process' stdout and stderr, and when
-/// nobody is left who could print, does what is to be done at the end of the run.
+/// It takes down what the program and its services print, on its way to this process' stdout and stderr, and
+/// when nobody is left who could print, does what is to be done at the end of the run.
 class Keeper
 {
 public:
@@ -20,8 +20,8 @@ public:
     Keeper(const Keeper&) = delete;
     Keeper& operator=(const Keeper&) = delete;
 
-    /// Starts it; `aFinish` runs in it, with the standard streams still where they were. False, with errno, when there
-    /// can be no process.
+    /// Starts it; `aFinish` runs in it, with the standard streams still where they were. False, with errno,
+    /// when there can be no process.
     bool Start(const FactLog& aFacts, const std::function<void()>& aFinish);
 
     /// What the sandbox is to have as stdout and stderr: the same as this process without a Keeper.
@@ -32,8 +32,9 @@ public:
     void WaitForEnd();
 
 private:
-    [[noreturn]] void Run(int aAlive, UniqueFd aDone, const std::function<void()>& aFinish);
-    void Relay(int aAlive);
+    [[noreturn]] void Run(int aAlive, UniqueFd aDone, const FactLog& aFacts,
+                          const std::function<void()>& aFinish);
+    void Relay(int aAlive, const FactLog& aFacts);
 
     std::unique_ptr<sandbox::Relay> m_Out;
     std::unique_ptr<sandbox::Relay> m_Err;

@@ -65,7 +65,8 @@ std::string Recording::Content(int aFile)
 {
     std::string content;
     char buffer[65536];
-    for (ssize_t count = 0; (count = pread(aFile, buffer, sizeof buffer, static_cast<off_t>(content.size()))) > 0;) {
+    for (ssize_t count = 0;
+         (count = pread(aFile, buffer, sizeof buffer, static_cast<off_t>(content.size()))) > 0;) {
         content.append(buffer, static_cast<size_t>(count));
     }
     return content;

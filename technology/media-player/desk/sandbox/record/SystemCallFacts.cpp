@@ -80,7 +80,8 @@ pid_t TargetOfHandle(pid_t aSender, uint64_t aHandle)
     return field == std::string::npos ? 0 : std::atoi(text.c_str() + field + 5);
 }
 
-// Its own id, its parent's, and that one's parent's: what is to run detached is started by a child that ends at once.
+// Its own id, its parent's, and that one's parent's: what is to run detached is started by a child that ends
+// at once.
 std::vector<std::string> Family(pid_t aProcess, pid_t aParent)
 {
     return {Number(aProcess), Number(aParent), Number(StatusOf(aParent).parent)};
@@ -100,6 +101,7 @@ Facts KillFacts(pid_t aSender, const std::vector<pid_t>& aTargets, uint64_t aSig
     Facts facts;
     for (const pid_t target : aTargets) {
         if (aSignal != 0 && target > 0) { // 0 asks whether there is such a process
+            facts.push_back(ForkFact(aSender));
             facts.push_back(ForkFact(target));
             facts.push_back(
                 Now(fact::kKill, {Number(aSender), Number(target), Number(static_cast<int>(aSignal))}));
@@ -193,7 +195,8 @@ Facts SystemCallFacts::ExitFacts(const SystemCall& aCall, pid_t aProcess, std::v
         facts.push_back(ForkFact(child));
         aNew.push_back(child);
     }
-    facts.push_back(Now(fact::kExit, {Number(aProcess), Number(static_cast<int>(aCall.arguments[0] & 0xff))}));
+    facts.push_back(
+        Now(fact::kExit, {Number(aProcess), Number(static_cast<int>(aCall.arguments[0] & 0xff))}));
     return facts;
 }
 

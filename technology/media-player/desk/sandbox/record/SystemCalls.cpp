@@ -40,7 +40,7 @@ constexpr uint32_t kArchitecture = 0; // matches no call
 
 std::vector<uint32_t> ToldCalls(bool aWithPauses)
 {
-    std::vector<uint32_t> calls = {SYS_execve, SYS_execveat, SYS_exit_group,         SYS_kill,
+    std::vector<uint32_t> calls = {SYS_execve, SYS_execveat, SYS_exit_group,        SYS_kill,
                                    SYS_tkill,  SYS_tgkill,   SYS_pidfd_send_signal, SYS_rt_sigqueueinfo};
     if (aWithPauses) {
         calls.insert(calls.end(), {SYS_nanosleep, SYS_clock_nanosleep});

@@ -1,5 +1,5 @@
-/// The few system calls that tell what processes do to each other, seen as they are made: the kernel holds the
-/// caller until whoever listens has looked.
+/// The few system calls that tell what processes do to each other, seen as they are made: the kernel holds
+/// the caller until whoever listens has looked.
 #pragma once
 
 #include "../Posix.h"
@@ -17,8 +17,8 @@ namespace sandbox
 
 /// Of this thread and all that it starts from now on, the starts and ends of programs and the signals between
 /// processes are told to the descriptor that is returned, and pauses if they are wanted. Without somebody who
-/// listens they would hang. Invalid, with errno, where the kernel does not do that. There must be no way to new
-/// privileges, as bubblewrap makes it.
+/// listens they would hang. Invalid, with errno, where the kernel does not do that. There must be no way to
+/// new privileges, as bubblewrap makes it.
 UniqueFd TellSystemCalls(bool aWithPauses);
 
 /// One call; its caller waits for LetGo.

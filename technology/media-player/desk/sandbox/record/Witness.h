@@ -9,18 +9,14 @@
 namespace sandbox
 {
 
-/// Where the lifecycle manager tells how its services ended, as only their parent is told: a datagram
-/// "pid code number" of waitid's for each.
-constexpr const char* kEndsSocket = "/run/mpl-sandbox/ends";
-
 enum class Detail {
     Light, ///< programs, their ends, signals between processes
     Full   ///< pauses as well
 };
 
-/// Runs `aBody` in a child and puts down what happens to all processes that come from it; those whose parent is gone
-/// are handed to this process, which so learns how they end. Returns the child's status when the child has
-/// ended, whatever else still runs.
+/// Runs `aBody` in a child and puts down what happens to all processes that come from it; those whose parent
+/// is gone are handed to this process, which so learns how they end. Returns the child's status when the
+/// child has ended, whatever else still runs.
 int RunWitnessed(const FactLog& aFacts, Detail aDetail, const std::function<int()>& aBody);
 
 } // namespace sandbox

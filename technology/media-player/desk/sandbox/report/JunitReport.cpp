@@ -77,8 +77,9 @@ bool JunitReport::Save(const Cases& aCases)
 {
     Add(aCases);
     JunitReport whole = *this;
-    whole.AddError(aCases, {"The run was cut off in this case: nothing was reported after its begin",
-                            "The run was cut off outside any case: nothing was reported after what stands here"});
+    whole.AddError(aCases,
+                   {"The run was cut off in this case: nothing was reported after its begin",
+                    "The run was cut off outside any case: nothing was reported after what stands here"});
     return whole.Write();
 }
 

@@ -112,7 +112,8 @@ private:
     {
         const CallKey key(Text(dbus_message_get_sender(aMessage)), dbus_message_get_serial(aMessage));
         if (key.first == m_Asker) {
-            m_Questions[key.second] = {Text(dbus_message_get_member(aMessage)), TextArguments(aMessage, 1)[0]};
+            m_Questions[key.second] = {Text(dbus_message_get_member(aMessage)),
+                                       TextArguments(aMessage, 1)[0]};
             return;
         }
         Call call;

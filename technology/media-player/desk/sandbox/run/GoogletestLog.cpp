@@ -62,7 +62,8 @@ size_t FindResult(const std::string& aLine, const std::string& aBeginning)
 bool GoogletestLog::Take(std::string_view aPiece, Moment aTime)
 {
     bool hasChanged = false;
-    m_Lines.Take(aPiece, [&](const std::string& aLine) { hasChanged = TakeLine(aLine, aTime) || hasChanged; });
+    m_Lines.Take(aPiece,
+                 [&](const std::string& aLine) { hasChanged = TakeLine(aLine, aTime) || hasChanged; });
     return hasChanged;
 }
 
@@ -120,7 +121,8 @@ bool GoogletestLog::TakeResult(const std::string& aLine, Moment aTime)
     return false;
 }
 
-// A line with dashes stands at the begin and the end of each suite and of the program's own set-up and tear-down.
+// A line with dashes stands at the begin and the end of each suite and of the program's own set-up and
+// tear-down.
 void GoogletestLog::TakeMark(const std::string& aLine, Moment aTime)
 {
     const bool endsSuite = aLine.find(" ms total)") != std::string::npos;

@@ -18,8 +18,8 @@ class GoogletestLog
 public:
     explicit GoogletestLog(Cases& aCases) : m_Cases(aCases) {}
 
-    /// Takes the next piece of output, which may end in the middle of a line, and came at that time. True when
-    /// a case began or ended.
+    /// Takes the next piece of output, which may end in the middle of a line, and came at that time. True
+    /// when a case began or ended.
     bool Take(std::string_view aPiece, Moment aTime = 0);
 
     /// The program has ended.

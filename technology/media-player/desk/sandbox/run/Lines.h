@@ -10,8 +10,8 @@ namespace sandbox
 class Lines
 {
 public:
-    /// Takes the next piece, which may end in the middle of a line, and calls `aTake` with each line that is whole now,
-    /// without its end and its colours.
+    /// Takes the next piece, which may end in the middle of a line, and calls `aTake` with each line that is
+    /// whole now, without its end and its colours.
     template <typename Function>
     void Take(std::string_view aPiece, Function aTake)
     {

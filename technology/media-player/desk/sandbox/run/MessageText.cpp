@@ -17,7 +17,8 @@ void Append(DBusMessageIter& aValue, std::string& aText);
 // Those that follow, too.
 void AppendAll(DBusMessageIter& aFirst, std::string& aText)
 {
-    for (bool isFirst = true; dbus_message_iter_get_arg_type(&aFirst) != DBUS_TYPE_INVALID && aText.size() < kLongest;
+    for (bool isFirst = true;
+         dbus_message_iter_get_arg_type(&aFirst) != DBUS_TYPE_INVALID && aText.size() < kLongest;
          isFirst = false) {
         aText += isFirst ? "" : ", ";
         Append(aFirst, aText);

@@ -19,9 +19,10 @@ std::string InCase(const Run& aRun)
 
 const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)
 {
-    const auto found = std::find_if(
-        aRun.processes.rbegin(), aRun.processes.rend(),
-        [&](const ProcessLife& aProcess) { return aProcess.id == aId && aProcess.span.begin <= aTime; });
+    const auto found =
+        std::find_if(aRun.processes.rbegin(), aRun.processes.rend(), [&](const ProcessLife& aProcess) {
+            return aProcess.id == aId && aProcess.span.begin <= aTime;
+        });
     return found != aRun.processes.rend() ? &*found : nullptr;
 }
 

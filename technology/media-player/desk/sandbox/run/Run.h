@@ -1,6 +1,7 @@
 /// One run of a test program in a sandbox: what happened, and when.
 #pragma once
 
+#include "LogLevel.h"
 #include "TestCase.h"
 
 #include <string>
@@ -97,21 +98,20 @@ struct Job {
     std::string result;
 };
 
-enum class LogLevel { Debug, Info, Warning, Critical, Fatal, Output };
-
 /// A line that some process printed.
 struct LogLine {
     Moment time = 0;
     std::string text;
-    LogLevel level = LogLevel::Output; ///< Output: the line does not say
-    std::string process;               ///< its name
+    LogLevel level = LogLevel::Output;
+    std::string process; ///< its name
 };
 
 enum class RunResult { Passed, Failed, Crashed, Killed, TimedOut, CutOff };
 
 struct Run {
     std::vector<std::string> command;
-    long long start = 0; ///< of the program, or of the sandbox when it got no further: nanoseconds since the epoch
+    long long start =
+        0; ///< of the program, or of the sandbox when it got no further: nanoseconds since the epoch
     Moment end = 0;
     std::string speed = "1";
     RunResult result = RunResult::CutOff;

@@ -17,8 +17,8 @@ namespace
 
 const Fact* Find(const std::vector<Fact>& aFacts, const std::string& aKind)
 {
-    const auto found = std::find_if(aFacts.begin(), aFacts.end(),
-                                    [&](const Fact& aFact) { return aFact.kind == aKind; });
+    const auto found =
+        std::find_if(aFacts.begin(), aFacts.end(), [&](const Fact& aFact) { return aFact.kind == aKind; });
     return found != aFacts.end() ? &*found : nullptr;
 }
 
@@ -103,6 +103,13 @@ void CloseSpans(Things& aThings, Moment aEnd)
     }
 }
 
+// A case that still runs does so as long as its program.
+Moment EndOfProgram(const Run& aRun)
+{
+    const ProcessLife* program = FindProcess(aRun, aRun.program, aRun.end);
+    return program != nullptr && !program->span.isOpen ? program->span.end : aRun.end;
+}
+
 // The end of the run is the last that is known of it.
 Moment LastMoment(const Run& aRun)
 {
@@ -131,7 +138,7 @@ Run ReadRun(const RecordedRun& aRecord)
     ReadBus(aRecord.testBus, Bus::Private, clock.zero, run);
     ReadBus(aRecord.systemBus, Bus::System, clock.zero, run);
     run.end = std::max(LastMoment(run), aRecord.facts.empty() ? 0 : clock.At(aRecord.facts.back().time));
-    CloseSpans(run.cases.all, run.end);
+    CloseSpans(run.cases.all, EndOfProgram(run));
     CloseSpans(run.processes, run.end);
     CloseSpans(run.connections, run.end);
     CloseSpans(run.names, run.end);

@@ -1,5 +1,7 @@
 #include "TestCase.h"
 
+#include "LogLevel.h"
+
 #include <sstream>
 
 namespace sandbox
@@ -9,13 +11,18 @@ namespace
 {
 
 const std::string kFailureMark = ": Failure\n";
-constexpr int kLongestFailure = 40; // lines
 
 // Where the line that ends at `aMark` begins.
 size_t LineBegin(const std::string& aText, size_t aMark)
 {
     const size_t before = aText.rfind('\n', aMark);
     return before == std::string::npos ? 0 : before + 1;
+}
+
+// Each goes on to what is printed next: an empty line, a line of the log or another failure.
+bool EndsFailure(const std::string& aLine)
+{
+    return aLine.empty() || LevelOf(aLine) != LogLevel::Output || TellsFailure(aLine + "\n");
 }
 
 } // namespace
@@ -56,15 +63,16 @@ std::string Headline(const std::string& aOutput)
     return aOutput.substr(begin, end - begin);
 }
 
-// Each ends with an empty line.
 std::string Failures(const std::string& aOutput)
 {
     std::string failures;
+    constexpr int kLongest = 40; // lines
     for (size_t mark = aOutput.find(kFailureMark); mark != std::string::npos;
          mark = aOutput.find(kFailureMark, mark + 1)) {
         std::istringstream lines(aOutput.substr(LineBegin(aOutput, mark)));
         std::string line;
-        for (int count = 0; count < kLongestFailure && std::getline(lines, line) && !line.empty(); ++count) {
+        for (int count = 0;
+             count < kLongest && std::getline(lines, line) && (count == 0 || !EndsFailure(line)); ++count) {
             failures += line + "\n";
         }
     }

@@ -50,8 +50,16 @@ const char* WordOf(LogLevel aLevel)
     }
 }
 
-const char* StateOf(const TestCase& aCase)
+bool HasDiedIn(const Run& aRun, const TestCase& aCase)
 {
+    return aCase.result == CaseResult::Running && aRun.result != RunResult::CutOff;
+}
+
+const char* StateOf(const Run& aRun, const TestCase& aCase)
+{
+    if (HasDiedIn(aRun, aCase)) {
+        return aRun.result == RunResult::Failed ? "failed" : "killed";
+    }
     switch (aCase.result) {
     case CaseResult::Passed:
         return "ok";
@@ -94,8 +102,8 @@ const char* WordOf(Bus aBus)
 // Who has sent it the signal that it ended by; when it exited, the last who asked it to.
 std::string KilledBy(const ProcessLife& aProcess)
 {
-    const auto last = std::find_if(
-        aProcess.signals.rbegin(), aProcess.signals.rend(), [&](const SentSignal& aSignal) {
+    const auto last =
+        std::find_if(aProcess.signals.rbegin(), aProcess.signals.rend(), [&](const SentSignal& aSignal) {
             return aProcess.end.how == ProcessEnd::How::Signal
                        ? aSignal.number == aProcess.end.number
                        : aSignal.number == SIGTERM || aSignal.number == SIGINT;
@@ -103,11 +111,10 @@ std::string KilledBy(const ProcessLife& aProcess)
     if (last == aProcess.signals.rend() || aProcess.end.how == ProcessEnd::How::Unknown) {
         return {};
     }
-    const std::string sender =
-        last->sender == aProcess.id
-            ? "itself"
-            : (last->senderName.empty() ? "the sandbox" : last->senderName) + " (pid " +
-                  std::to_string(last->sender) + ")";
+    const std::string sender = last->sender == aProcess.id
+                                   ? "itself"
+                                   : (last->senderName.empty() ? "the sandbox" : last->senderName) +
+                                         " (pid " + std::to_string(last->sender) + ")";
     return sender + ", with " + SignalText(last->number);
 }
 
@@ -193,9 +200,12 @@ void AddCases(const Run& aRun, TraceEvents& aEvents)
 {
     for (const TestCase* testCase : Sorted(aRun.cases.all)) {
         const std::string output =
-            testCase->result == CaseResult::Failed ? Failures(testCase->output) : testCase->output;
+            HasDiedIn(aRun, *testCase)
+                ? "The program ended in it: " + ResultText(aRun) + "\n" + testCase->output
+            : testCase->result == CaseResult::Failed ? Failures(testCase->output)
+                                                     : testCase->output;
         aEvents.AddSpan(Lane::Cases, "googletest", TitleOf(*testCase), testCase->span,
-                        JsonObject().Text("state", StateOf(*testCase)).Text("failure", output));
+                        JsonObject().Text("state", StateOf(aRun, *testCase)).Text("failure", output));
     }
 }
 

@@ -9,7 +9,8 @@
 namespace sandbox
 {
 
-/// One JSON object with the events and what there is to say of the run as a whole; `aPostMortem` are lines of that.
+/// One JSON object with the events and what there is to say of the run as a whole; `aPostMortem` are lines of
+/// that.
 std::string ChromeTrace(const Run& aRun, const std::vector<std::string>& aPostMortem = {});
 
 } // namespace sandbox

@@ -40,7 +40,8 @@ bool Timeline::Begin(const TimelineFiles& aFiles, Kept aKept, const std::vector<
     m_Recording.Facts().Write(fact::kCommand, aCommand);
     std::string file;
     if (!WriteTimeline(m_Files, ReadRecording(m_Recording),
-                       {"What was seen of the run is still to be written here: " + HowToFinish(m_Files)}, file)) {
+                       {"What was seen of the run is still to be written here: " + HowToFinish(m_Files)},
+                       file)) {
         m_Recording.Remove();
         return CantWrite(file);
     }

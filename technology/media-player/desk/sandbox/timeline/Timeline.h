@@ -17,8 +17,8 @@ class Timeline
 public:
     enum class Kept { Always, AfterFailure };
 
-    /// Begins to record a run of that command. From then on there is a file that says that the run was cut off, until a
-    /// better one takes its place. False, after a message, when that can't be written.
+    /// Begins to record a run of that command. From then on there is a file that says that the run was cut
+    /// off, until a better one takes its place. False, after a message, when that can't be written.
     bool Begin(const TimelineFiles& aFiles, Kept aKept, const std::vector<std::string>& aCommand);
 
     /// What the half inside has to know. No-op when nothing is recorded.

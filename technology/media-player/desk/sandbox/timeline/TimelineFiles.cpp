@@ -31,9 +31,10 @@ bool Replace(const std::string& aFile, const std::string& aText, std::string& aP
 
 std::string ChooseTimelineFiles(const std::string& aFile, TimelineFiles& aFiles)
 {
-    const fs::path file = fs::absolute(aFile).lexically_normal();
+    std::error_code error;
+    const fs::path file = fs::absolute(aFile, error).lexically_normal();
     const std::string extension = file.extension().string();
-    if (aFile.empty() || !file.has_filename()) {
+    if (!file.has_filename()) {
         return "needs the file to write";
     }
     if (extension == ".html") {
@@ -44,7 +45,8 @@ std::string ChooseTimelineFiles(const std::string& aFile, TimelineFiles& aFiles)
         aFiles.page = file.string() + ".html";
         aFiles.trace = file.string() + ".json";
     } else {
-        return "writes a page (FILE.html), a Chrome trace (FILE.json) or both (FILE without an extension), not " +
+        return "writes a page (FILE.html), a Chrome trace (FILE.json) or both (FILE without an extension), "
+               "not " +
                file.filename().string();
     }
     aFiles.recording = file.string() + kRecording;
@@ -53,11 +55,12 @@ std::string ChooseTimelineFiles(const std::string& aFile, TimelineFiles& aFiles)
 
 std::string TimelineFilesOf(const std::string& aRecording, TimelineFiles& aFiles)
 {
-    fs::path folder = fs::absolute(aRecording).lexically_normal();
+    std::error_code error;
+    fs::path folder = fs::absolute(aRecording, error).lexically_normal();
     if (!folder.has_filename()) {
         folder = folder.parent_path();
     }
-    return folder.extension() == kRecording && fs::is_directory(folder)
+    return folder.extension() == kRecording && fs::is_directory(folder, error)
                ? ChooseTimelineFiles(folder.replace_extension().string(), aFiles)
                : "needs the folder FILE.recording that a run with --timeline FILE has left";
 }

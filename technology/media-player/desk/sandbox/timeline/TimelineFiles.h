@@ -15,8 +15,8 @@ struct TimelineFiles {
     std::string recording; ///< the folder with what is seen of a run, while it goes on
 };
 
-/// FILE.html is a page, FILE.json a Chrome trace, FILE without an extension stands for both. What is wrong with the name
-/// otherwise; empty when nothing is.
+/// FILE.html is a page, FILE.json a Chrome trace, FILE without an extension stands for both. What is wrong
+/// with the name otherwise; empty when nothing is.
 std::string ChooseTimelineFiles(const std::string& aFile, TimelineFiles& aFiles);
 
 /// Those whose recording that folder is. What is wrong otherwise; empty when nothing is.

@@ -14,8 +14,8 @@ struct LaneWords {
     const char* category;
 };
 
-constexpr LaneWords kLanes[] = {{"Test cases", "case"}, {"Pauses", "pause"},   {"Processes", "process"},
-                                {"Bus names", "name"},  {"Calls", "call"},     {"Signals", "signal"},
+constexpr LaneWords kLanes[] = {{"Test cases", "case"}, {"Pauses", "pause"}, {"Processes", "process"},
+                                {"Bus names", "name"},  {"Calls", "call"},   {"Signals", "signal"},
                                 {"Log", "log"}};
 
 const LaneWords& WordsOf(Lane aLane)
@@ -48,9 +48,9 @@ void Append(const JsonObject& aEvent, std::string& aEvents)
 std::string LaneMetadata(Lane aLane)
 {
     std::string events;
-    Append(Metadata("process_name", aLane)
-               .Raw("args", JsonObject().Text("name", WordsOf(aLane).title).Json()),
-           events);
+    Append(
+        Metadata("process_name", aLane).Raw("args", JsonObject().Text("name", WordsOf(aLane).title).Json()),
+        events);
     Append(Metadata("process_sort_index", aLane)
                .Raw("args", JsonObject().Raw("sort_index", Number(aLane)).Json()),
            events);
@@ -96,8 +96,8 @@ void TraceEvents::Add(Lane aLane, size_t aRow, JsonObject aEvent, const JsonObje
 size_t TraceEvents::RowFor(Lane aLane, const std::string& aTitle, const Span& aSpan)
 {
     std::vector<size_t>& rows = m_RowsOf[{aLane, aTitle}];
-    const auto free = std::find_if(rows.begin(), rows.end(),
-                                   [&](size_t aRow) { return m_Rows[aRow].end <= aSpan.begin; });
+    const auto free =
+        std::find_if(rows.begin(), rows.end(), [&](size_t aRow) { return m_Rows[aRow].end <= aSpan.begin; });
     if (free != rows.end()) {
         m_Rows[*free].end = aSpan.end;
         return *free;

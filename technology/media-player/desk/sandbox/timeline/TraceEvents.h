@@ -17,8 +17,8 @@ enum class Lane { Cases = 1, Pauses, Processes, Names, Calls, Signals, Log };
 class TraceEvents
 {
 public:
-    /// A row has spans that don't overlap: of those with the same title the first where it fits, if it comes after
-    /// those that began earlier. What began before the run is shown from its start.
+    /// A row has spans that don't overlap: of those with the same title the first where it fits, if it comes
+    /// after those that began earlier. What began before the run is shown from its start.
     void AddSpan(Lane aLane, const std::string& aRow, const std::string& aName, const Span& aSpan,
                  const JsonObject& aArguments);
 

@@ -1,0 +1,10 @@
+/// Where the lifecycle manager tells how its services ended.
+#pragma once
+
+namespace sandbox
+{
+
+/// A datagram "pid code status" for each, as waitid has them.
+constexpr const char* kEndsSocket = "/run/mpl-sandbox/ends";
+
+} // namespace sandbox
