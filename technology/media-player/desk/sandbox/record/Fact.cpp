@@ -2,6 +2,7 @@
 
 #include "../Posix.h"
 
+#include <algorithm>
 #include <charconv>
 #include <ctime>
 
@@ -102,6 +103,8 @@ std::vector<Fact> ParseFacts(std::string_view aText)
             facts.push_back(std::move(fact));
         }
     }
+    std::stable_sort(facts.begin(), facts.end(),
+                     [](const Fact& aLeft, const Fact& aRight) { return aLeft.time < aRight.time; });
     return facts;
 }
 

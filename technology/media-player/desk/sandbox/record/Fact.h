@@ -58,7 +58,8 @@ private:
 
 std::string ToLine(const Fact& aFact);
 
-/// Reads whole lines; what is none, as a last one that was cut off, is left out.
+/// Reads whole lines, and puts them in the order of their times: who writes a fact last need not have seen it
+/// last. What is no line, as a last one that was cut off, is left out.
 std::vector<Fact> ParseFacts(std::string_view aText);
 
 } // namespace sandbox
