@@ -38,11 +38,11 @@ function nextLeft(events, index, frame) {
 function drawBar(context, event, left, right, top, frame) {
     const from = Math.max(left, frame.left - 4);
     const width = Math.min(right, frame.right + 4) - from;
-    context.fillStyle = fillOf(event, frame.palette);
-    context.fillRect(from, top + 2, width, ROW_HEIGHT - 4);
     context.fillStyle = context.strokeStyle = edgeOf(event, frame.palette);
     context.fillRect(from, top + 2, Math.min(2, width), ROW_HEIGHT - 4);
     if (width < 4) return;
+    context.fillStyle = fillOf(event, frame.palette);
+    context.fillRect(from + 2, top + 2, width - 2, ROW_HEIGHT - 4);
     context.lineWidth = 1;
     context.setLineDash(event.state === "noreply" ? [4, 3] : []);
     context.strokeRect(from + 0.5, top + 2.5, width - 1, ROW_HEIGHT - 5);
@@ -72,7 +72,7 @@ function drawMarks(context, events, top, frame) {
     for (const event of marked) {
         const mark = markOf(event);
         const x = frame.x(markTime(event));
-        const apart = mark === "line" ? 1 : 4;
+        const apart = mark === "line" ? 1 : 6;
         if (x < frame.left - 6 || x > frame.right + 6 || (mark === lastMark && Math.abs(x - last) < apart))
             continue;
         drawMark(context, mark, x, top + ROW_HEIGHT / 2, edgeOf(event, frame.palette), frame.palette.paper);

@@ -64,4 +64,5 @@ class LookingCloser(PageTest):
         self.assertGreater(self.count_pixels("--paper", 0, 100), 10000)
         self.run_script("dispatchEvent(new Event('afterprint'))")
         self.assertLess(len(self.shown_rows()), 100)
+        self.assertEqual(self.run_script("return getComputedStyle(document.body).backgroundColor"), "rgb(15, 20, 25)")
         self.assertGreater(self.browser.pdf().count(b"/Type /Page\n"), 3)
