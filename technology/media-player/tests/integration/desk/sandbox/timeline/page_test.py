@@ -41,6 +41,10 @@ class PageTest(unittest.TestCase):
         self.assertNotIn("error", result if isinstance(result, dict) else {}, script)
         return result
 
+    def act(self, script):
+        """Runs a script and waits until what it changed is drawn."""
+        return self.run_script(f"{script}; for (let n = 0; n < 2; n++) await new Promise(requestAnimationFrame);")
+
     def text(self, selector):
         return self.run_script("return document.querySelector(arguments[0]).textContent", selector)
 
@@ -48,7 +52,7 @@ class PageTest(unittest.TestCase):
         from selenium.webdriver.common.keys import Keys
         for key in keys:
             self.browser.driver.switch_to.active_element.send_keys(getattr(Keys, key, key))
-        self.run_script("await new Promise(requestAnimationFrame); await new Promise(requestAnimationFrame);")
+        self.act("")
 
     def focus(self, element):
         self.run_script("document.getElementById(arguments[0]).focus()", element)

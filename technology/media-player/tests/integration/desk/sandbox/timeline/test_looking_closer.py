@@ -22,16 +22,15 @@ class LookingCloser(PageTest):
         self.assertEqual(suspects, [
             "22.590 s -- MediaManager process did not start.", "22.620 s no answer: Reset",
             "24.200 s media_manager (pid 23): killed by my_test (pid 3)"])
-        self.run_script("document.querySelector('.suspects li:nth-child(2) button').click()")
+        self.act("document.querySelector('.suspects li:nth-child(2) button').click()")
         self.assertIn("MediaManager.Reset", self.text("#card"))
 
     def test_pointer_shows_details(self):
         self.show(traces.failed_bring_up())
-        self.run_script("""
+        self.act("""
             const box = document.getElementById("lanes").getBoundingClientRect();
             const place = { clientX: box.left + 500, clientY: box.top + 43, bubbles: true };
-            document.getElementById("lanes").dispatchEvent(new PointerEvent("pointermove", place));
-            await new Promise(requestAnimationFrame);""")
+            document.getElementById("lanes").dispatchEvent(new PointerEvent("pointermove", place))""")
         self.assertIn("Expected: true", self.text("#card"))
         self.assertFalse(self.run_script("return document.getElementById('card').hidden"))
 

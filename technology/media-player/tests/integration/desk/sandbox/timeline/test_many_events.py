@@ -57,7 +57,7 @@ class FiftyThousandEvents(PageTest):
         self.assertTrue(self.browser.picture() != before, "the wheel changes nothing")
 
     def test_moves_are_quick(self):
-        self.run_script("document.getElementById('zoom-in').click()")
+        self.act("document.getElementById('zoom-in').click()")
         self.assert_quick("""() => document.getElementById("lanes").dispatchEvent(new WheelEvent("wheel",
             { deltaX: 60, bubbles: true, cancelable: true }))""")
 
