@@ -47,7 +47,7 @@ function drawBar(context, event, left, right, top, frame) {
     context.setLineDash(event.state === "noreply" ? [4, 3] : []);
     context.strokeRect(from + 0.5, top + 2.5, width - 1, ROW_HEIGHT - 5);
     context.setLineDash([]);
-    if (event.state === "failed" || event.state === "skipped") hatch(context, from, width, top);
+    if (["failed", "skipped"].includes(looks(event))) hatch(context, from, width, top);
 }
 
 function hatch(context, left, width, top) {

@@ -44,7 +44,6 @@ function start(run) {
 try {
     start(readTrace());
 } catch (error) {
-    const text = `This page can't show its run: ${
-        error.message}. Was the file copied whole? FILE.json beside it holds the same events.`;
+    const text = `This page can't show its run: ${error.message}. Was the file copied whole?`;
     document.body.prepend(element("p", {className: "notice", role: "alert"}, text));
 }

@@ -90,6 +90,6 @@ function suspects(events, choose) {
 
 function suspectButton(event, choose) {
     const button = element("button", {type: "button", className: "link", onclick: () => choose(event)});
-    button.append(element("span", {className: "faint"}, timeText(markTime(event))), ` ${labelOf(event)}`);
+    button.append(element("span", {className: "faint"}, timeText(markTime(event))), ` ${suspicionOf(event)}`);
     return button;
 }

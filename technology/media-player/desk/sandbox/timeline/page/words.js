@@ -107,6 +107,15 @@ function labelOf(event) {
     return told ? label : `${stateWord(event)}: ${label}`;
 }
 
+// Why an event is suspect, in one sentence.
+function suspicionOf(event) {
+    if (event.kind !== "call") return labelOf(event);
+    const {name, args, start, end} = event;
+    const asked = (args.to || "nobody").split(", ").pop();
+    const outcome = args.error ? `error ${shortError(args.error)}` : "no answer";
+    return `${memberOf(name)} to ${asked} waited ${durationText(end - start)}: ${outcome}`;
+}
+
 // What else there is to say of an event, in one line of the table.
 const REMARKS = {
     case: ({args}) => [args.failure],

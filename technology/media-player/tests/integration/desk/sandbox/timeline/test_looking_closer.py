@@ -20,7 +20,8 @@ class LookingCloser(PageTest):
         self.show(traces.failed_bring_up())
         suspects = self.run_script("return [...document.querySelectorAll('.suspects li')].map((item) => item.innerText)")
         self.assertEqual(suspects, [
-            "22.590 s -- MediaManager process did not start.", "22.620 s no answer: Reset",
+            "22.590 s -- MediaManager process did not start.",
+            "22.620 s Reset to media_manager (pid 23) waited 1.38 s: no answer",
             "24.200 s media_manager (pid 23): killed by my_test (pid 3)"])
         self.act("document.querySelector('.suspects li:nth-child(2) button').click()")
         self.assertIn("MediaManager.Reset", self.text("#card"))
