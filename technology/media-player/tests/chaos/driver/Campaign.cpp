@@ -9,6 +9,13 @@
 
 namespace chaos
 {
+namespace
+{
+
+// Many that break are broken by the same: the first of them tell enough.
+constexpr int kShrunk = 5;
+
+} // namespace
 
 int Campaign::Run()
 {
@@ -78,7 +85,7 @@ bool Campaign::Confirm(const Suspect& aSuspect)
     if (breaches.isEmpty()) {
         return false;
     }
-    Report(aSuspect.schedule, breaches, speed);
+    Report(aSuspect.schedule, breaches, speed, ++m_Reported <= kShrunk);
     return true;
 }
 

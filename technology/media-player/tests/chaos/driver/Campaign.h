@@ -16,7 +16,7 @@ struct CampaignOptions {
     quint64 firstSeed = 1;
     int runs = 1;
     int jobs = 1;
-    double speed = 50;
+    double speed = 20;
 };
 
 class Campaign : public QObject
@@ -43,6 +43,7 @@ private:
     Summary m_Summary;
     QVector<Suspect> m_Suspects;
     QElapsedTimer m_Timer;
+    int m_Reported = 0;
     int m_Started = 0;
     int m_Ended = 0;
     std::function<void()> m_WhenAllEnded;

@@ -31,6 +31,26 @@ bool Breaks(const QString& aPromise, const Breaches& aBreaches)
                        [&aPromise](const Breach& aBreach) { return aBreach.promise == aPromise; });
 }
 
+Schedule SmallestThatBreaks(const QString& aPromise, const Schedule& aSchedule, double aSpeed)
+{
+    // What depends on the machine's mood may need several tries to show itself.
+    const auto breaksAgain = [&](const Schedule& aSmaller) {
+        constexpr int kTries = 2;
+        for (int attempt = 0; attempt < kTries; ++attempt) {
+            if (Breaks(aPromise, Judge(aSmaller, Try(aSmaller, aSpeed)))) {
+                return true;
+            }
+        }
+        return false;
+    };
+    if (!breaksAgain(aSchedule)) {
+        Print(QStringLiteral("It did not break again; the whole schedule:"));
+        return aSchedule;
+    }
+    Print(QStringLiteral("The smallest schedule that breaks it:"));
+    return Shrink(aSchedule, breaksAgain);
+}
+
 } // namespace
 
 bool AreOnlyLate(const Breaches& aBreaches)
@@ -40,27 +60,14 @@ bool AreOnlyLate(const Breaches& aBreaches)
     });
 }
 
-void Report(const Schedule& aSchedule, const Breaches& aBreaches, double aSpeed)
+void Report(const Schedule& aSchedule, const Breaches& aBreaches, double aSpeed, bool aShrink)
 {
     Print(QStringLiteral("\nSeed %1 broke a promise:").arg(aSchedule.seed));
     for (const Breach& breach : aBreaches) {
         Print(breach);
     }
-    const QString promise = aBreaches.first().promise;
-    // What depends on the machine's mood may need several tries to show itself.
-    const auto breaksAgain = [&](const Schedule& aSmaller) {
-        constexpr int kTries = 2;
-        for (int attempt = 0; attempt < kTries; ++attempt) {
-            if (Breaks(promise, Judge(aSmaller, Try(aSmaller, aSpeed)))) {
-                return true;
-            }
-        }
-        return false;
-    };
-    const bool repeats = breaksAgain(aSchedule);
-    const Schedule smallest = repeats ? Shrink(aSchedule, breaksAgain) : aSchedule;
-    Print(repeats ? QStringLiteral("The smallest schedule that breaks it:")
-                  : QStringLiteral("It did not break again; the whole schedule:"));
+    const Schedule smallest =
+        aShrink ? SmallestThatBreaks(aBreaches.first().promise, aSchedule, aSpeed) : aSchedule;
     Print(InWords(smallest).join(QLatin1Char('\n')));
     Print(QStringLiteral("Repeat it: %1 --speed %2").arg(CommandFor(smallest)).arg(aSpeed));
 }

@@ -49,11 +49,11 @@ void AddOptions(QCommandLineParser& aParser)
                        QStringLiteral("1")});
     aParser.addOption({QStringLiteral("keep"), QStringLiteral("of the seed's schedule only these steps"),
                        QStringLiteral("3,7,…")});
-    // Two at once on each core keep both busy: a run mostly waits.
+    // So many at once keep a core busy: a run mostly waits.
     aParser.addOption({QStringLiteral("jobs"), QStringLiteral("how many runs at once"), QStringLiteral("N"),
-                       QString::number(2 * QThread::idealThreadCount())});
+                       QString::number(4 * QThread::idealThreadCount())});
     aParser.addOption({QStringLiteral("speed"), QStringLiteral("how many times as fast time passes, to 100"),
-                       QStringLiteral("N"), QStringLiteral("50")});
+                       QStringLiteral("N"), QStringLiteral("20")});
     aParser.addHelpOption();
 }
 

@@ -16,13 +16,13 @@ struct OneCall {
         seen.isComplete = true;
         seen.speed = 20;
         seen.calls.resize(1);
-        call().number = 1;
-        call().wasTrue = true;
-        call().before = Quiet();
-        call().after = Quiet();
+        TheCall().number = 1;
+        TheCall().wasTrue = true;
+        TheCall().before = Quiet();
+        TheCall().after = Quiet();
     }
 
-    CallSeen& call() { return seen.calls.first(); }
+    CallSeen& TheCall() { return seen.calls.first(); }
 
     /// Something that goes wrong besides, with a number no call has.
     void Plan(Action aAction, const QString& aObject = {}, int aMilliseconds = 0)
@@ -30,7 +30,10 @@ struct OneCall {
         schedule.steps.append({aAction, aObject, aMilliseconds, 0, 2});
     }
 
-    void Log(const char* aLevel, const QString& aText) { call().log.append({QLatin1String(aLevel), aText}); }
+    void Log(const char* aLevel, const QString& aText)
+    {
+        TheCall().log.append({QLatin1String(aLevel), aText});
+    }
 
     /// Whether it breaks the promise, and which it breaks at all.
     bool Breaks(const char* aPromise) const

@@ -18,33 +18,49 @@ SeenProcess Process(const QString& aName)
     return {aName, 4242, false};
 }
 
+// What the machine needs besides, at speed 20.
+constexpr qint64 Computing(qint64 aSeconds)
+{
+    return 20 * (400 + 20 * aSeconds);
+}
+
 TEST(ReturnsInTime, AllowsWhatTheHeaderStatesAndWhatTheMachineComputes)
 {
-    OneCall run(Action::KillTestSource);
-    run.call().tookMs = 15000;
+    OneCall run(Action::WaitForService, kDiscService);
+    run.TheCall().after.names << kDiscService;
+    run.TheCall().tookMs = 20000 + Computing(20);
     EXPECT_EQ(run.Broken(), QStringList());
-    run.call().tookMs = 15000 + 20 * (400 + 15 * 20); // what the machine needs, at speed 20
-    EXPECT_EQ(run.Broken(), QStringList());
-    ++run.call().tookMs;
+    ++run.TheCall().tookMs;
     EXPECT_EQ(run.Broken(), QStringList("returns in time"));
+}
+
+TEST(ReturnsInTime, AllowsAHardKillOnlyForWhatResists)
+{
+    OneCall run(Action::KillTestSource);
+    run.TheCall().tookMs = 2000 + Computing(2) + 1;
+    EXPECT_TRUE(run.Breaks("returns in time"));
+    run.Plan(Action::IgnoresSigterm, MPL_TEST_MEDIA_SOURCE_PROCESS_NAME);
+    EXPECT_FALSE(run.Breaks("returns in time"));
+    run.TheCall().tookMs = 17000 + Computing(17) + 1;
+    EXPECT_TRUE(run.Breaks("returns in time"));
 }
 
 TEST(ReturnsInTime, AllowsUnansweredQuestionsOnlyWhereSomethingMayHang)
 {
     OneCall run(Action::GetIndexStatus);
-    run.call().after.names << MPL::MPL_MASS_STORAGE_SERVICE_NAME;
-    run.call().tookMs = 25000;
+    run.TheCall().after.names << MPL::MPL_MASS_STORAGE_SERVICE_NAME;
+    run.TheCall().tookMs = 25000 + Computing(25);
     EXPECT_TRUE(run.Breaks("returns in time"));
     run.Plan(Action::Hangs, MPL::MPL_MASS_STORAGE_PROCESS_NAME);
     EXPECT_FALSE(run.Breaks("returns in time"));
-    run.call().tookMs = 50000;
+    ++run.TheCall().tookMs;
     EXPECT_TRUE(run.Breaks("returns in time"));
 }
 
 TEST(ReturnsInTime, AllowsAsLongAsTheBusStops)
 {
     OneCall run(Action::ProbeBus);
-    run.call().tookMs = 30000;
+    run.TheCall().tookMs = 30000;
     EXPECT_TRUE(run.Breaks("returns in time"));
     run.Plan(Action::BusStops, {}, 30000);
     EXPECT_FALSE(run.Breaks("returns in time"));
@@ -54,55 +70,55 @@ TEST(TrueMeansSo, ALaunchedSourceOwnsItsName)
 {
     OneCall run(Action::LaunchSource, kDisc);
     EXPECT_EQ(run.Broken(), QStringList("true means so"));
-    run.call().after.names << kDiscService;
+    run.TheCall().after.names << kDiscService;
     EXPECT_EQ(run.Broken(), QStringList());
 }
 
 TEST(TrueMeansSo, WhatWasKilledMeanwhileNeedNotBeThere)
 {
     OneCall run(Action::LaunchSource, kDisc);
-    run.call().disturbed << kManager;
+    run.TheCall().disturbed << kManager;
     EXPECT_TRUE(run.Breaks("true means so"));
-    run.call().disturbed << kDisc;
+    run.TheCall().disturbed << kDisc;
     EXPECT_FALSE(run.Breaks("true means so"));
 }
 
 TEST(TrueMeansSo, AManagerThatRanBeforeRuns)
 {
     OneCall run(Action::LaunchManager);
-    run.call().before.processes << Process(kManager);
+    run.TheCall().before.processes << Process(kManager);
     EXPECT_TRUE(run.Breaks("true means so"));
-    run.call().after.processes << Process(kManager);
+    run.TheCall().after.processes << Process(kManager);
     EXPECT_FALSE(run.Breaks("true means so"));
 }
 
 TEST(TrueMeansSo, WhatWasKilledIsGoneUnlessStartedAnew)
 {
     OneCall run(Action::KillManager);
-    run.call().after.processes << Process(MPL_TEST_MME_PROCESS_NAME);
-    run.call().disturbed << MPL_TEST_MME_PROCESS_NAME;
+    run.TheCall().after.processes << Process(MPL_TEST_MME_PROCESS_NAME);
+    run.TheCall().disturbed << MPL_TEST_MME_PROCESS_NAME;
     EXPECT_TRUE(run.Breaks("true means so"));
-    run.call().disturbed << MPL_TEST_MME_PROCESS_NAME + kAnew;
+    run.TheCall().disturbed << MPL_TEST_MME_PROCESS_NAME + kAnew;
     EXPECT_FALSE(run.Breaks("true means so"));
 }
 
 TEST(TrueMeansSo, FilesAreAsTheCallSays)
 {
     OneCall copy(Action::UseFile);
-    copy.call().evidence = "half";
+    copy.TheCall().evidence = "half";
     EXPECT_EQ(copy.Broken(), QStringList("true means so"));
 
     OneCall login(Action::AddPandoraLogin);
-    login.call().evidence = MPL_TEST_PANDORA_USER_NAME_2;
-    login.call().after.configuration = MPL_TEST_PANDORA_USER_NAME_1;
+    login.TheCall().evidence = MPL_TEST_PANDORA_USER_NAME_2;
+    login.TheCall().after.configuration = MPL_TEST_PANDORA_USER_NAME_1;
     EXPECT_EQ(login.Broken(), QStringList("true means so"));
 
     OneCall reset(Action::ClearState);
-    reset.call().after.storedSource = kDiscService;
+    reset.TheCall().after.storedSource = kDiscService;
     EXPECT_EQ(reset.Broken(), QStringList("true means so"));
 
     OneCall cleaned(Action::SetEnvironment);
-    cleaned.call().after.files = 1;
+    cleaned.TheCall().after.files = 1;
     EXPECT_EQ(cleaned.Broken(), QStringList("true means so"));
 }
 
@@ -111,19 +127,19 @@ TEST(TrueMeansSo, TheLifecycleManagersServicesRunOrAreStopped)
     OneCall launch(Action::SlmLaunch);
     for (const QString& process : LifecycleProcesses()) {
         EXPECT_TRUE(launch.Breaks("true means so"));
-        launch.call().after.processes.append({process, 1, true});
+        launch.TheCall().after.processes.append({process, 1, true});
     }
     EXPECT_FALSE(launch.Breaks("true means so"));
 
     OneCall stop(Action::SlmStop);
-    stop.call().after = launch.call().after;
+    stop.TheCall().after = launch.TheCall().after;
     EXPECT_TRUE(stop.Breaks("true means so"));
 }
 
 TEST(FalseHasAReason, InACriticalLineAFailureOrTheHeader)
 {
     OneCall silent(Action::LaunchManager);
-    silent.call().wasTrue = false;
+    silent.TheCall().wasTrue = false;
     silent.Log("debug", "MPL_TestEnvironment::LaunchMediaManagerProcess -- finished.");
     EXPECT_EQ(silent.Broken(), QStringList("false has a reason"));
 
@@ -132,14 +148,14 @@ TEST(FalseHasAReason, InACriticalLineAFailureOrTheHeader)
     EXPECT_EQ(critical.Broken(), QStringList());
 
     OneCall failing = silent;
-    failing.call().failures << "Expected: true";
+    failing.TheCall().failures << "Expected: true";
     EXPECT_EQ(failing.Broken(), QStringList());
 }
 
 TEST(FalseHasAReason, AWaitHasMadeAllItsPauses)
 {
     OneCall wait(Action::WaitForService, kDiscService);
-    wait.call().wasTrue = false;
+    wait.TheCall().wasTrue = false;
     for (int pause = 0; pause < 10; ++pause) {
         EXPECT_TRUE(wait.Breaks("false has a reason"));
         wait.Log("debug", "-- Service \"x\" not running, pausing for 2 seconds..");
@@ -150,42 +166,42 @@ TEST(FalseHasAReason, AWaitHasMadeAllItsPauses)
 TEST(FalseHasAReason, AnAnswerNoIsTrue)
 {
     OneCall probe(Action::ProbeBus);
-    probe.call().wasTrue = false;
+    probe.TheCall().wasTrue = false;
     EXPECT_TRUE(probe.Breaks("false has a reason"));
-    probe.call().after.testBusAnswers = false;
+    probe.TheCall().after.testBusAnswers = false;
     EXPECT_FALSE(probe.Breaks("false has a reason"));
 
     OneCall gone(Action::AllSourcesTerminated);
-    gone.call().wasTrue = false;
+    gone.TheCall().wasTrue = false;
     EXPECT_TRUE(gone.Breaks("false has a reason"));
-    gone.call().before.processes << Process(kDisc);
+    gone.TheCall().before.processes << Process(kDisc);
     EXPECT_FALSE(gone.Breaks("false has a reason"));
 }
 
 TEST(FailureLeavesArguments, OfFailedCallsOnly)
 {
     OneCall run(Action::GetIndexStatus);
-    run.call().changed << "aStatus";
+    run.TheCall().changed << "aStatus";
     EXPECT_FALSE(run.Breaks("failure leaves arguments"));
-    run.call().wasTrue = false;
+    run.TheCall().wasTrue = false;
     EXPECT_TRUE(run.Breaks("failure leaves arguments"));
 }
 
 TEST(NothingIsLeft, OfWhatTheLibraryHadToEnd)
 {
     OneCall run(Action::TearDownFixture);
-    run.call().wasTrue = false; // said or not
-    run.call().after.processes.append({kDisc, 1, true});
-    run.call().after.processes.append(Process("hmi_main"));
+    run.TheCall().wasTrue = false; // said or not
+    run.TheCall().after.processes.append({kDisc, 1, true});
+    run.TheCall().after.processes.append(Process("hmi_main"));
     EXPECT_FALSE(run.Breaks("nothing is left"));
-    run.call().after.processes.append(Process(kDisc));
+    run.TheCall().after.processes.append(Process(kDisc));
     EXPECT_TRUE(run.Breaks("nothing is left"));
 }
 
 TEST(DatabaseIsWhole, UnlessTheRunHasDamagedIt)
 {
     OneCall run(Action::KillHmi);
-    run.call().after.database = "damaged";
+    run.TheCall().after.database = "damaged";
     EXPECT_EQ(run.Broken(), QStringList("database is whole"));
     run.Plan(Action::DatabaseIsDamaged);
     EXPECT_EQ(run.Broken(), QStringList());
@@ -194,18 +210,18 @@ TEST(DatabaseIsWhole, UnlessTheRunHasDamagedIt)
 TEST(ConfigurationIsOldOrNew, NeverHalf)
 {
     OneCall run(Action::LaunchAllSources);
-    run.call().wasTrue = false;
-    run.call().failures << "Expected: true";
+    run.TheCall().wasTrue = false;
+    run.TheCall().failures << "Expected: true";
     for (const QString& whole : {QString("absent"), MPL_TEST_PANDORA_USER_NAME_1}) {
-        run.call().after.configuration = whole;
+        run.TheCall().after.configuration = whole;
         EXPECT_EQ(run.Broken(), QStringList());
     }
     for (const char* broken : {"half", ""}) {
-        run.call().after.configuration = broken;
+        run.TheCall().after.configuration = broken;
         EXPECT_EQ(run.Broken(), QStringList("configuration is old or new")) << broken;
     }
-    run.call().before.configuration = MPL_TEST_PANDORA_USER_NAME_1;
-    run.call().after.configuration = "absent";
+    run.TheCall().before.configuration = MPL_TEST_PANDORA_USER_NAME_1;
+    run.TheCall().after.configuration = "absent";
     EXPECT_EQ(run.Broken(), QStringList("configuration is old or new"));
 }
 

@@ -65,7 +65,7 @@ TEST(Shrinking, LeavesTheStepsThatCannotBeMissed)
 TEST(Lines, BringObservationsBackWhole)
 {
     OneCall run(Action::LaunchSource, MPL::MPL_DISC_PROCESS_NAME);
-    CallSeen& sent = run.call();
+    CallSeen& sent = run.TheCall();
     sent.tookMs = 123456;
     sent.evidence = "whole";
     sent.changed << "aPath";

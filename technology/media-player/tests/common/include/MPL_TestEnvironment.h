@@ -22,6 +22,12 @@
 /// at all: a question whose answer is no, a null proxy, an unknown source's name, a wait that times out, a
 /// remote source or a recognition server that can't be started, a file or directory that can't be used, and
 /// the persisted state.
+///
+/// The times stated are those of the program's clock, with a bus and services that answer. Where these hang,
+/// the host platform gives up 5 seconds after each question to the bus (a wait for a bus name asks 11 times),
+/// 5 seconds after each look-up of objects (a wait for objects has 10), and 30 seconds after a job of the
+/// lifecycle manager; Qt 25 seconds after each call of a method. A persisted state that another program has
+/// locked costs under a second.
 #pragma once
 
 #include <MPL_IndexerInfoProxy.h>
@@ -271,7 +277,8 @@ public:
     static QString GetActiveSourceStatus(MediaSourceClient* aClient);
 
     /// Has the media manager make `aSource` the active source. False for a null manager, for a source that
-    /// the manager does not list (service name and object path), and for an error reply.
+    /// the manager does not list (service name and object path), and for an error reply; any other reply
+    /// counts as done.
     static bool SetActiveMediaSource(const MPL::ServiceObject& aSource,
                                      ComTalvexDBusMediaPlayerMediaManagerInterface* aManager);
 
