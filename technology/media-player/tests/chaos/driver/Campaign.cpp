@@ -53,6 +53,8 @@ void Campaign::Take(const Schedule& aSchedule, const Observations& aSeen)
         m_Summary.Add(aSchedule, EndingOf(aSeen, breaches));
     } else {
         m_Suspects.append({aSchedule, aSeen});
+        std::printf("seed %llu is to be looked at again: %s\n", aSchedule.seed,
+                    qPrintable(breaches.first().promise));
     }
     ++m_Ended;
     TellProgress();

@@ -10,7 +10,7 @@ namespace
 {
 
 // More than all calls of a schedule may take together, by the sandbox's clock, and what the machine needs.
-constexpr double kLongestMs = 3000e3;
+constexpr double kLongestMs = 1500e3;
 constexpr double kMachineMs = 30e3;
 
 QStringList Arguments(const Schedule& aSchedule, double aSpeed)

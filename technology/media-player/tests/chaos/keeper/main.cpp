@@ -1,6 +1,7 @@
 // Runs in the sandbox: starts the program that plays a schedule, and outlives it. When the schedule has it
 // killed, another one hands the stack back, as the next test program would.
 // Usage: mpl_chaos_keeper SEED STEP,STEP…
+#include "ProcessTable.h"
 #include "Schedule.h"
 #include "SmallDisk.h"
 
@@ -59,6 +60,10 @@ int main(int argc, char** argv)
         QByteArray(argv[0]).left(QByteArray(argv[0]).lastIndexOf('/') + 1) + "mpl_chaos_subject";
     int status = Play(subject, schedule);
     if (status == 128 + SIGKILL && chaos::Has(schedule, chaos::Action::ProgramIsKilled)) {
+        // It can't let go any more what it has stopped.
+        if (const int bus = chaos::TestBusDaemon(); bus > 0) {
+            kill(bus, SIGCONT);
+        }
         status = Play(subject, HandBack(schedule));
     }
     return status;

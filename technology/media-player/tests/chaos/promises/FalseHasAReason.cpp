@@ -79,7 +79,8 @@ bool IsDocumented(const CallView& aCall)
     case Action::SetActiveSource:
         return true; // a source that the manager does not list
     case Action::GetCapabilities:
-        return !before.Owns(MPL::MPL_MASS_STORAGE_SERVICE_NAME) || aCall.MayHang();
+        return !before.Owns(MPL::MPL_MASS_STORAGE_SERVICE_NAME) || aCall.MayHang() ||
+               aCall.BusWasDisturbed() || aCall.WasDisturbed(MPL::MPL_MASS_STORAGE_PROCESS_NAME);
     case Action::WaitForIndex:
         return aCall.seen.tookMs >= 500000;
     case Action::GetActiveStatus:

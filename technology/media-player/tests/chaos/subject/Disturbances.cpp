@@ -1,7 +1,6 @@
 #include "Disturbances.h"
 
-#include "Observations.h"
-#include "Witness.h"
+#include "ProcessTable.h"
 #include <MPL_TestEnvironment.h>
 
 #include <QFile>

@@ -2,6 +2,7 @@
 
 #include "BusNames.h"
 #include "Files.h"
+#include "ProcessTable.h"
 
 namespace chaos
 {

@@ -267,7 +267,8 @@ public:
 
     /// Looks among the mass-storage service's sources for the one named `aSourceName`. Sets `aObjectPath` to
     /// its path and adds to `aCapabilities` the object path of each functionality it offers: browsing,
-    /// playback control, index, media information, play queue. Returns false when no source has that name.
+    /// playback control, index, media information, play queue. Returns false when no source of that name is
+    /// found, be it that the service does not answer.
     static bool GetMediaSourceCapabilities(const QString& aSourceName,
                                            QMap<QString, QDBusObjectPath>& aCapabilities,
                                            QString& aObjectPath);

@@ -1,6 +1,6 @@
-// The process table as a witness sees it.
+#include "ProcessTable.h"
+
 #include "Stack.h"
-#include "Witness.h"
 
 #include <QDir>
 #include <QFile>
