@@ -1,8 +1,8 @@
 // Runs in the sandbox: starts the program that plays a schedule, and outlives it. When the schedule has it
 // killed, another one hands the stack back, as the next test program would.
 // Usage: mpl_chaos_keeper SEED STEP,STEP…
-#include "ProcessTable.h"
 #include "Schedule.h"
+#include "SeenProcesses.h"
 #include "SmallDisk.h"
 
 #include <sys/wait.h>

@@ -1,11 +1,12 @@
 #include "Disturbances.h"
 
-#include "ProcessTable.h"
+#include "Observations.h"
+#include "SeenProcesses.h"
+#include "Signals.h"
 #include <MPL_TestEnvironment.h>
 
 #include <QFile>
 #include <QMutexLocker>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTimer>
@@ -23,46 +24,6 @@ const QString kBus = QStringLiteral("the bus");
 const QString kDatabase = QStringLiteral("the database");
 constexpr int kSlowCycleMs = 1000;
 constexpr int kSlowStopMs = 900;
-
-// Returns whether there was one.
-bool SignalAll(const QString& aProcess, int aSignal)
-{
-    const QVector<int> pids = ProcessesOf(aProcess);
-    for (const int pid : pids) {
-        kill(pid, aSignal);
-    }
-    return !pids.isEmpty();
-}
-
-void SignalBus(int aSignal)
-{
-    if (const int daemon = TestBusDaemon(); daemon > 0) {
-        kill(daemon, aSignal);
-    }
-}
-
-QStringList CommandOf(int aPid)
-{
-    QFile file(QStringLiteral("/proc/%1/cmdline").arg(aPid));
-    QStringList command;
-    if (file.open(QIODevice::ReadOnly)) {
-        command = QString::fromUtf8(file.readAll()).split(QLatin1Char('\0'));
-        command.removeAll(QString()); // behind the last one
-    }
-    return command;
-}
-
-// As somebody would who looks after it.
-bool StartAnew(const QString& aProcess)
-{
-    const QVector<int> pids = ProcessesOf(aProcess);
-    if (pids.isEmpty()) {
-        return false;
-    }
-    const QStringList command = CommandOf(pids.first());
-    SignalAll(aProcess, SIGKILL);
-    return !command.isEmpty() && QProcess::startDetached(command.first(), command.mid(1));
-}
 
 } // namespace
 
@@ -92,21 +53,14 @@ void Disturbances::Happen(const Step& aStep)
     switch (aStep.action) {
     case Action::IsKilled:
     case Action::IsStopped:
-        if (SignalAll(aStep.object, aStep.action == Action::IsKilled ? SIGKILL : SIGSTOP)) {
-            Note(aStep.object, aStep.action == Action::IsStopped);
-        }
-        break;
     case Action::IsStartedAnew:
-        if (StartAnew(aStep.object)) {
-            Note(aStep.object, false);
-            Note(aStep.object + kAnew, false);
-        }
+        Strike(aStep);
         break;
     case Action::ProgramIsKilled:
         kill(getpid(), SIGKILL);
         break;
     case Action::BusDies:
-        Note(kBus, true);
+        Note({kBus}, true);
         SignalBus(SIGKILL);
         break;
     case Action::BusStops:
@@ -120,9 +74,28 @@ void Disturbances::Happen(const Step& aStep)
     }
 }
 
+// Noted before and after, as the suite's thread may ask in between.
+void Disturbances::Strike(const Step& aStep)
+{
+    if (ProcessesOf(aStep.object).isEmpty()) {
+        return;
+    }
+    const bool isStopped = aStep.action == Action::IsStopped;
+    const bool isAnew = aStep.action == Action::IsStartedAnew;
+    const QStringList struck =
+        QStringList{aStep.object} + (isAnew ? QStringList{aStep.object + kAnew} : QStringList());
+    Note(struck, isStopped);
+    if (isAnew) {
+        StartAnew(aStep.object);
+    } else {
+        SignalAll(aStep.object, isStopped ? SIGSTOP : SIGKILL);
+    }
+    Note(struck, isStopped);
+}
+
 void Disturbances::StopBus(int aMilliseconds)
 {
-    Note(kBus, true);
+    Note({kBus}, true);
     SignalBus(SIGSTOP);
     QTimer::singleShot(aMilliseconds, this, [this] {
         SignalBus(SIGCONT);
@@ -132,7 +105,7 @@ void Disturbances::StopBus(int aMilliseconds)
 
 void Disturbances::SlowBus(int aMilliseconds)
 {
-    Note(kBus, true);
+    Note({kBus}, true);
     SignalBus(SIGSTOP);
     QTimer::singleShot(kSlowStopMs, this, [] { SignalBus(SIGCONT); });
     QTimer::singleShot(kSlowCycleMs, this, [this, left = aMilliseconds - kSlowCycleMs] {
@@ -148,7 +121,7 @@ void Disturbances::LockDatabase(int aMilliseconds)
     if (!QFile::exists(kMPLDataManagerDb)) {
         return;
     }
-    Note(kDatabase, true);
+    Note({kDatabase}, true);
     const QString name = QStringLiteral("the lock");
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
     database.setDatabaseName(kMPLDataManagerDb);
@@ -160,7 +133,7 @@ void Disturbances::LockDatabase(int aMilliseconds)
     });
 }
 
-void Disturbances::Note(const QString& aWhat, bool aLasts)
+void Disturbances::Note(const QStringList& aWhat, bool aLasts)
 {
     const QMutexLocker lock(&m_Mutex);
     (aLasts ? m_Lasting : m_Disturbed) << aWhat;

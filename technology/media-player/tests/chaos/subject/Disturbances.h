@@ -30,7 +30,8 @@ private:
     void StopBus(int aMilliseconds);
     void SlowBus(int aMilliseconds);
     void LockDatabase(int aMilliseconds);
-    void Note(const QString& aWhat, bool aLasts);
+    void Strike(const Step& aStep);
+    void Note(const QStringList& aWhat, bool aLasts);
     void NoteEnd(const QString& aWhat);
 
     QMutex m_Mutex;

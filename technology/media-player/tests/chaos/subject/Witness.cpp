@@ -2,7 +2,7 @@
 
 #include "BusNames.h"
 #include "Files.h"
-#include "ProcessTable.h"
+#include "SeenProcesses.h"
 
 namespace chaos
 {

@@ -1,4 +1,4 @@
-#include "ProcessTable.h"
+#include "SeenProcesses.h"
 
 #include "Stack.h"
 
