@@ -36,7 +36,8 @@ Step MakeCall(Dice& aDice, Action aAction)
 
 const QVector<Action>& MiddleCalls()
 {
-    static const QVector<Action> kCalls{Action::ProbeBus,
+    static const QVector<Action> kCalls{Action::LaunchBus,
+                                        Action::ProbeBus,
                                         Action::SetEnvironment,
                                         Action::CleanEnvironment,
                                         Action::UseFile,
