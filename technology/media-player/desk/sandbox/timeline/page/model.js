@@ -95,8 +95,10 @@ function withRows(lane) {
     return lane;
 }
 
+// A pause is as long as was asked for, also when the run ended in it.
 function endOf(events) {
-    return events.reduce((end, event) => Math.max(end, event.end), 0.001);
+    const ends = events.filter(({kind}) => kind !== "pause").map(({end}) => end);
+    return ends.reduce((last, end) => Math.max(last, end), 0.001);
 }
 
 // The cases proper, without the spans in which suites and environments are set up and torn down.

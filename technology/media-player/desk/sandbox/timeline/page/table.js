@@ -3,6 +3,7 @@
 
 const TABLE_ROW = 26;
 const SPARE_ROWS = 10;
+const LONGEST_CELL = 160;
 
 const COLUMNS = [
     {title: "Start", key: (event) => event.start, text: (event) => timeText(event.start, 4), numeric: true},
@@ -95,7 +96,8 @@ class EventTable {
 
     makeRow(event, place) {
         const cells = COLUMNS.map(
-            (column) => element("td", {className: column.numeric ? "number" : ""}, column.text(event)));
+            (column) =>
+                element("td", {className: column.numeric ? "number" : ""}, shorten(column.text(event))));
         const row = element(
             "tr", {
                 className: `state-${event.state} ${event.args.level ? `level-${event.args.level}` : ""}`,
@@ -141,6 +143,11 @@ class EventTable {
         this.render();
         this.body.querySelector("tr[tabindex='0']").focus();
     }
+}
+
+// The card has all of it.
+function shorten(text) {
+    return text.length > LONGEST_CELL ? `${text.slice(0, LONGEST_CELL)}…` : text;
 }
 
 // Stands for the rows that are not there, for the scroll bar.

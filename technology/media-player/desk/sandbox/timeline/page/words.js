@@ -25,7 +25,7 @@ const STATE_WORDS = {
     skipped: "skipped",
     killed: "killed",
     noreply: "no answer",
-    running: "still ran at the end",
+    running: "running",
 };
 
 const ARGUMENT_WORDS = {

@@ -19,7 +19,7 @@ COUNT_PIXELS = """
 
 
 class PageTest(unittest.TestCase):
-    page_of_trace = browser = folder = None
+    page_of_trace = sandbox = browser = folder = None
 
     def tearDown(self):
         self.assertEqual(self.browser.complaints(), [])
