@@ -28,7 +28,7 @@ function argumentRows(event) {
 function showCard(event, others, spot) {
     const card = byId("card");
     const state = stateWord(event);
-    card.className = `state-${event.state}`;
+    card.className = `state-${looks(event)}`;
     card.replaceChildren(
         element("h3", {}, event.name),
         element(

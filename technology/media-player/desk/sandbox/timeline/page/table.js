@@ -100,7 +100,7 @@ class EventTable {
                 element("td", {className: column.numeric ? "number" : ""}, shorten(column.text(event))));
         const row = element(
             "tr", {
-                className: `state-${event.state} ${event.args.level ? `level-${event.args.level}` : ""}`,
+                className: `state-${looks(event)} ${event.args.level ? `level-${event.args.level}` : ""}`,
 
                 tabIndex: place === this.current ? 0 : -1,
                 ariaRowIndex: place + 2

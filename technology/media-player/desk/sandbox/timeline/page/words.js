@@ -52,6 +52,7 @@ const ARGUMENT_WORDS = {
 function stateWord(event) {
     if (event.kind === "case" && event.state === "ok") return "passed";
     if (event.kind === "log") return event.args.level || "";
+    if (event.kind === "call" && event.state === "failed") return "error";
     return STATE_WORDS[event.state] ?? event.state;
 }
 
