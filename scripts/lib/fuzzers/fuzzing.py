@@ -16,7 +16,7 @@ class Fuzzing:
         self.target = target
         self.known = set(target.findings.iterdir())
         # Anything longer only makes each input slower: no parser here knows lengths.
-        command = [target.program, *limit, "-max_len=1024", "-timeout=10", "-rss_limit_mb=2048", "-print_final_stats=1",
+        command = [target.program, *limit, "-max_len=4096", "-timeout=10", "-rss_limit_mb=2048", "-print_final_stats=1",
                    f"-dict={target.dictionary}", f"-artifact_prefix={target.findings}/", target.grown, target.seeds]
         with open(target.log, "wb") as log:
             self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,

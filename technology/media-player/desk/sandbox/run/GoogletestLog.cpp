@@ -57,6 +57,15 @@ size_t FindResult(const std::string& aLine, const std::string& aBeginning)
     return aLine[end] == ' ' || aLine[end] == ',' ? begin : std::string::npos;
 }
 
+// As the line's end tells. Anything can be printed, so what no case lasts counts as nothing.
+long long MillisecondsIn(const std::string& aLine)
+{
+    constexpr long long kYear = 366LL * 24 * 3600 * 1000;
+    const long long told =
+        std::strtoll(aLine.c_str() + aLine.rfind(kTimeMark) + kTimeMark.size(), nullptr, 10);
+    return told >= 0 && told < kYear ? told : 0;
+}
+
 } // namespace
 
 bool GoogletestLog::Take(std::string_view aPiece, Moment aTime)
@@ -114,7 +123,7 @@ bool GoogletestLog::TakeResult(const std::string& aLine, Moment aTime)
         const size_t begin = FindResult(aLine, mark + TitleOf(*RunningCase(m_Cases)));
         if (begin != std::string::npos) {
             AddOutput(aLine.substr(0, begin), aTime);
-            EndCase(result, std::strtoll(aLine.c_str() + aLine.rfind(kTimeMark) + 2, nullptr, 10), aTime);
+            EndCase(result, MillisecondsIn(aLine), aTime);
             return true;
         }
     }
