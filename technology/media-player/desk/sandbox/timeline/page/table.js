@@ -76,10 +76,10 @@ class EventTable {
         const {column, descending} = this.sorted;
         this.events = this.ordered.filter((event) => matches === null || matches[event.index]);
         this.current = 0;
-        this.table.ariaRowCount = this.events.length + 1;
+        setProperty(this.table, "ariaRowCount", this.events.length + 1);
+        const order = descending ? "descending" : "ascending";
         this.heads.forEach(
-            (head, n) =>
-                (head.ariaSort = COLUMNS[n] === column ? (descending ? "descending" : "ascending") : "none"));
+            (head, n) => setProperty(head, "ariaSort", COLUMNS[n] === column ? order : "none"));
         this.element.scrollTop = 0;
         this.render();
     }

@@ -51,9 +51,10 @@ class LookingCloser(PageTest):
     def test_table_sorts(self):
         self.show(traces.failed_bring_up())
         names = sorted(event["name"] for event in traces.failed_bring_up().events if event["ph"] != "M")
-        for order in (names, names[::-1]):
+        for order, told in ((names, "ascending"), (names[::-1], "descending")):
             self.run_script("document.querySelector('th:nth-child(5) button').click()")
             self.assertEqual(self.shown_rows()[0][4], order[0])
+            self.assertEqual(self.run_script("return document.querySelector('th:nth-child(5)').getAttribute('aria-sort')"), told)
 
     def test_print_has_the_whole_run_on_white(self):
         self.show(traces.many(3000), scheme="dark")
