@@ -4,14 +4,26 @@
 
 #include <QEventLoop>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace chaos
 {
 namespace
 {
 
-// More than all calls of a schedule may take together, by the sandbox's clock, and what the machine needs.
-constexpr double kLongestMs = 1500e3;
-constexpr double kMachineMs = 30e3;
+// More than the calls of a schedule may take together by the sandbox's clock, and what the machine needs.
+int LongestMs(const Schedule& aSchedule, double aSpeed)
+{
+    constexpr double kCallMs = 150e3;
+    constexpr double kIndexMs = 600e3;
+    constexpr double kMachineMs = 20e3;
+    const double calls = kCallMs * aSchedule.steps.size();
+    return static_cast<int>((calls + (Has(aSchedule, Action::WaitForIndex) ? kIndexMs : 0)) / aSpeed +
+                            kMachineMs);
+}
+
+constexpr int kNoSandbox = 125;
 
 QStringList Arguments(const Schedule& aSchedule, double aSpeed)
 {
@@ -31,6 +43,15 @@ QString LastLines(const QByteArray& aText)
     return lines.mid(qMax(0, lines.size() - kLines)).join(QLatin1Char('\n'));
 }
 
+// Without a sandbox no run can tell anything.
+void LeaveIfThereWasNoRun(const Observations& aSeen)
+{
+    if (aSeen.WasNoRun()) {
+        std::fprintf(stderr, "There was no run, as there was no sandbox:\n%s\n", qPrintable(aSeen.errors));
+        std::exit(kNoSandbox);
+    }
+}
+
 } // namespace
 
 void Trial::Start(const Schedule& aSchedule, double aSpeed, const Done& aDone)
@@ -41,12 +62,17 @@ void Trial::Start(const Schedule& aSchedule, double aSpeed, const Done& aDone)
 Trial::Trial(const Schedule& aSchedule, double aSpeed, const Done& aDone) : m_Speed(aSpeed), m_Done(aDone)
 {
     connect(&m_Process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Trial::Finish);
+    connect(&m_Process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError aError) {
+        if (aError == QProcess::FailedToStart) {
+            Finish();
+        }
+    });
     connect(&m_Limit, &QTimer::timeout, this, [this] {
         m_WasHung = true;
         m_Process.kill(); // takes the whole sandbox with it
     });
     m_Limit.setSingleShot(true);
-    m_Limit.start(static_cast<int>(kLongestMs / aSpeed + kMachineMs));
+    m_Limit.start(LongestMs(aSchedule, aSpeed));
     m_Process.start(QStringLiteral(MPL_SANDBOX_PROGRAM), Arguments(aSchedule, aSpeed));
 }
 
@@ -56,12 +82,16 @@ void Trial::Finish()
     Observations seen;
     seen.speed = m_Speed;
     seen.wasHung = m_WasHung;
-    seen.exitStatus = m_Process.exitCode();
-    seen.errors = LastLines(m_Process.readAllStandardError());
+    const bool hasRun = m_Process.error() != QProcess::FailedToStart;
+    seen.exitStatus = hasRun ? m_Process.exitCode() : kNoSandbox;
+    seen.errors =
+        LastLines(hasRun ? m_Process.readAllStandardError()
+                         : (m_Process.program() + QStringLiteral(": ") + m_Process.errorString()).toUtf8());
     const QList<QByteArray> lines = m_Process.readAllStandardOutput().split('\n');
     for (const QByteArray& line : lines) {
         Take(line, seen);
     }
+    LeaveIfThereWasNoRun(seen);
     m_Done(seen);
     deleteLater();
 }

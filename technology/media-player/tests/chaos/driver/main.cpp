@@ -37,6 +37,18 @@ double Number(const QCommandLineParser& aParser, const char* aName, double aLeas
     return number;
 }
 
+// Whole, as it may be larger than what a floating-point number holds exactly.
+quint64 Seed(const QCommandLineParser& aParser, QString& aProblem)
+{
+    bool isNumber = false;
+    const QString text = aParser.value(QStringLiteral("seed"));
+    const quint64 seed = text.toULongLong(&isNumber);
+    if (!isNumber) {
+        aProblem = QStringLiteral("--seed needs a whole number from 0 on, not '%1'").arg(text);
+    }
+    return seed;
+}
+
 void AddOptions(QCommandLineParser& aParser)
 {
     aParser.setApplicationDescription(QStringLiteral(
@@ -61,11 +73,15 @@ Options Read(const QCommandLineParser& aParser)
 {
     Options options;
     options.campaign.runs = static_cast<int>(Number(aParser, "runs", 1, options.problem));
-    options.campaign.firstSeed = static_cast<quint64>(Number(aParser, "seed", 0, options.problem));
+    options.campaign.firstSeed = Seed(aParser, options.problem);
     options.campaign.jobs = static_cast<int>(Number(aParser, "jobs", 1, options.problem));
     options.campaign.speed = Number(aParser, "speed", 1, options.problem);
     options.isOneRun = aParser.isSet(QStringLiteral("seed")) && !aParser.isSet(QStringLiteral("runs"));
     options.kept = aParser.value(QStringLiteral("keep"));
+    if (!aParser.positionalArguments().isEmpty()) {
+        options.problem =
+            QStringLiteral("what is '%1'? see --help").arg(aParser.positionalArguments().constFirst());
+    }
     if (!options.kept.isEmpty() && !options.isOneRun) {
         options.problem = QStringLiteral("--keep belongs to one --seed, without --runs");
     }
@@ -78,6 +94,11 @@ int RunOne(const Options& aOptions)
     const chaos::Schedule schedule = aOptions.kept.isEmpty()
                                          ? chaos::DrawSchedule(seed)
                                          : chaos::FromText(QString::number(seed), aOptions.kept);
+    if (schedule.steps.isEmpty()) {
+        std::fprintf(stderr, "--keep needs numbers of the seed's steps, such as 2,5, not '%s'\n",
+                     qPrintable(aOptions.kept));
+        return kBadUsage;
+    }
     const chaos::Observations seen = chaos::Try(schedule, aOptions.campaign.speed);
     const chaos::Breaches breaches = chaos::Judge(schedule, seen);
     chaos::Tell(schedule, seen, breaches);

@@ -60,6 +60,9 @@ struct Observations {
     int exitStatus = 0;
     QString errors; ///< the last of standard error
     double speed = 1;
+
+    /// The sandbox could not be made, so there was no run; the errors say why.
+    bool WasNoRun() const;
 };
 
 } // namespace chaos

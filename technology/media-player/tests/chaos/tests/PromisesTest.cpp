@@ -239,5 +239,17 @@ TEST(ProgramEndsWell, NeitherCrashingNorHangingNorFailingAtItsEnd)
     EXPECT_EQ(run.Broken(), QStringList("program ends well"));
 }
 
+TEST(Observations, TellARunThatCrashedFromNoRun)
+{
+    Observations seen;
+    seen.exitStatus = 125;
+    EXPECT_TRUE(seen.WasNoRun());
+    seen.begun = 1;
+    EXPECT_FALSE(seen.WasNoRun());
+    seen.begun = 0;
+    seen.exitStatus = 139;
+    EXPECT_FALSE(seen.WasNoRun());
+}
+
 } // namespace
 } // namespace chaos
