@@ -1,7 +1,7 @@
 # Registers googletest programs with CTest, each shard in a sandbox of its own, so that `ctest -j` runs them side by side.
 #
-#   mpl_add_test(<target> [NAME name] [SHARDS n | PER_CASE] [SPEED n] [NO_SANDBOX] [TIMEOUT seconds] [LABELS label…]
-#                [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
+#   mpl_add_test(<target> [NAME name] [SHARDS n | PER_CASE] [SPEED n] [TIMELINE [ALWAYS]] [NO_SANDBOX] [TIMEOUT seconds]
+#                [LABELS label…] [SANDBOX_OPTIONS option…] [ENVIRONMENT NAME=value…] [ARGS argument…])
 #
 #   NAME             what the tests are called (default: as the target); one target can so be run in several ways
 #   SHARDS           run the program this many times, each time with its share of the cases (default 1)
@@ -10,8 +10,11 @@
 #   SPEED            let time pass so many times as fast for the program and its services, from 1 to 100; the default
 #                    is the variable MPL_TEST_SPEED, and without it what the environment says when the test runs
 #                    (MPL_SANDBOX_SPEED, else 1)
+#   TIMELINE         record each run and keep its time line beside its report, as <test>.html, if it failed; with ALWAYS
+#                    also if it passed
 #   NO_SANDBOX       run the program as it is: for tests that start no service
-#   TIMEOUT          seconds that one run may take (default 300), always real ones
+#   TIMEOUT          seconds that one run may take (default 300), always real ones. The sandbox ends a program that takes
+#                    longer, and says so in what it tells of the run; CTest waits 30 seconds longer for that
 #   LABELS           CTest labels
 #   SANDBOX_OPTIONS  options for mpl-sandbox, for example --stack <dir>
 #   ENVIRONMENT      environment variables of the program
@@ -27,7 +30,7 @@
 
 function(mpl_add_test target)
     cmake_parse_arguments(arg "NO_SANDBOX;PER_CASE" "NAME;SHARDS;SPEED;TIMEOUT"
-        "LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
+        "TIMELINE;LABELS;SANDBOX_OPTIONS;ENVIRONMENT;ARGS" ${ARGN})
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "mpl_add_test(${target}): unknown arguments: ${arg_UNPARSED_ARGUMENTS}")
     endif()
@@ -46,7 +49,10 @@ function(mpl_add_test target)
         set(arg_NAME ${target})
     endif()
 
-    set(command ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
+    mpl_choose_timeline(${target} timeline_option)
+    # The time line's option, which names its test, goes between the two.
+    set(sandbox "")
+    set(program ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}> ${arg_ARGS})
     if(NOT arg_NO_SANDBOX)
         mpl_find_desk_program(sandbox prefix)
         if(NOT prefix)
@@ -57,7 +63,9 @@ function(mpl_add_test target)
                 "with MPL_BUILD_DESK, or give NO_SANDBOX")
         endif()
         mpl_choose_speed(${target} "${arg_SPEED}" speed)
-        set(command ${prefix} ${speed} ${arg_SANDBOX_OPTIONS} -- ${command})
+        set(sandbox ${prefix} --time-limit=${arg_TIMEOUT} ${speed} ${arg_SANDBOX_OPTIONS})
+        set(program -- ${program})
+        math(EXPR arg_TIMEOUT "${arg_TIMEOUT} + 30")
     elseif(DEFINED arg_SPEED)
         message(FATAL_ERROR "mpl_add_test(${target}): SPEED needs the sandbox, so it can't go with NO_SANDBOX")
     endif()
@@ -78,6 +86,9 @@ function(mpl_add_test target)
             list(APPEND environment GTEST_TOTAL_SHARDS=${arg_SHARDS} GTEST_SHARD_INDEX=${index})
         endif()
         set(report ${reports}/${name}.xml)
+        set(timeline ${timeline_option})
+        list(TRANSFORM timeline APPEND =${reports}/${name}.html)
+        set(command ${sandbox} ${timeline} ${program})
         if(recorder)
             add_test(NAME ${name} COMMAND ${recorder} ${report} -- ${command})
         else()
@@ -98,7 +109,7 @@ function(mpl_add_cases target)
         COMMAND ${CMAKE_COMMAND} -E env ${arg_ENVIRONMENT} sh -c "exec \"$@\" --gtest_list_tests >\"$0\""
             ${listing} ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${target}>
         BYPRODUCTS ${listing} VERBATIM)
-    foreach(words recorder command)
+    foreach(words recorder sandbox program)
         list(TRANSFORM ${words} REPLACE "(.+)" "[==[\\1]==]")
         list(JOIN ${words} " " ${words})
     endforeach()
@@ -111,6 +122,24 @@ function(mpl_add_cases target)
         file(GENERATE OUTPUT ${base}.cmake INPUT ${base}.cmake.in TARGET ${target})
     endif()
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${base}.cmake)
+endfunction()
+
+# A part of mpl_add_test, whose variables it reads: sets `result` to the option that writes a time line, without its file;
+# empty for none.
+function(mpl_choose_timeline target result)
+    if(arg_TIMELINE STREQUAL "ALWAYS")
+        set(option --timeline)
+    elseif(DEFINED arg_TIMELINE)
+        message(FATAL_ERROR "mpl_add_test(${target}): TIMELINE stands alone or with ALWAYS, not with ${arg_TIMELINE}")
+    elseif("TIMELINE" IN_LIST arg_KEYWORDS_MISSING_VALUES)
+        set(option --timeline-on-failure)
+    else()
+        set(option "")
+    endif()
+    if(arg_NO_SANDBOX AND option)
+        message(FATAL_ERROR "mpl_add_test(${target}): TIMELINE needs the sandbox, so it can't go with NO_SANDBOX")
+    endif()
+    set(${result} "${option}" PARENT_SCOPE)
 endfunction()
 
 # Sets `result` to the options that give the target's sandbox its speed; none leaves it to the environment.

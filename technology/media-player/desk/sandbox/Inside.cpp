@@ -12,8 +12,10 @@
 #include "record/Witness.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -30,6 +32,7 @@ namespace
 {
 
 constexpr time_t kKeptSeconds = 3600;
+constexpr const char* kLastWordsSeconds = "2";
 
 // The descriptors are for this process alone.
 void TakeOver(const InsideSettings& aSettings)
@@ -159,6 +162,44 @@ int ExplainFailure(const std::string& aName, int aError)
     return kExitNotFound;
 }
 
+// Within its time, if that has a limit. False when it runs on.
+bool EndsInTime(pid_t aProgram, const std::string& aSeconds)
+{
+    const UniqueFd process = HandleOf(aProgram);
+    pollfd end = {process.Get(), POLLIN, 0};
+    const double milliseconds = std::strtod(aSeconds.c_str(), nullptr) * 1000;
+    const long long last = NowMs() + static_cast<long long>(milliseconds);
+    for (long long left = last - NowMs(); left > 0; left = last - NowMs()) {
+        if (poll(&end, 1, static_cast<int>(std::min<long long>(left, 1000000))) == 1) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// First it is asked to, so that it can say what it has to say.
+void EndOutOfTime(pid_t aProgram, const std::string& aSeconds, const FactLog& aFacts)
+{
+    aFacts.Write(fact::kLimit, {aSeconds});
+    Say("the program ran out of its " + aSeconds + " s; it is ended");
+    kill(aProgram, SIGTERM);
+    if (!EndsInTime(aProgram, kLastWordsSeconds)) {
+        kill(aProgram, SIGKILL);
+    }
+}
+
+// The status to end with.
+int WaitForProgram(pid_t aProgram, const std::string& aTimeLimit, const FactLog& aFacts)
+{
+    const bool isOutOfTime = !aTimeLimit.empty() && !EndsInTime(aProgram, aTimeLimit);
+    if (isOutOfTime) {
+        EndOutOfTime(aProgram, aTimeLimit, aFacts);
+    }
+    const int status = WaitForEnd(aProgram);
+    aFacts.Write(fact::kProgramEnd, {std::to_string(status)});
+    return isOutOfTime ? kExitOutOfTime : status;
+}
+
 int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
 {
     const Spawned program = Spawn(aSettings.command, [&] {
@@ -171,13 +212,11 @@ int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
         std::signal(SIGQUIT, SIG_DFL);
     });
     const FactLog facts(aSettings.factsFd);
-    if (program.pid >= 0) {
-        facts.Write(fact::kProgram, {std::to_string(program.pid)});
+    if (program.pid < 0) {
+        return ExplainFailure(aSettings.command.front(), program.error);
     }
-    const int status =
-        program.pid >= 0 ? WaitForEnd(program.pid) : ExplainFailure(aSettings.command.front(), program.error);
-    facts.Write(fact::kProgramEnd, {std::to_string(status)});
-    return status;
+    facts.Write(fact::kProgram, {std::to_string(program.pid)});
+    return WaitForProgram(program.pid, aSettings.timeLimit, facts);
 }
 
 // Lets a sandbox whose program failed stand, to be looked at.

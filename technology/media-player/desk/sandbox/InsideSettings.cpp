@@ -27,6 +27,7 @@ const std::pair<const char*, Field> kFields[] = {
     {"outsidePid", &InsideSettings::outsidePid},
     {"ignoresInterrupt", &InsideSettings::ignoresInterrupt},
     {"noManagerReason", &InsideSettings::noManagerReason},
+    {"timeLimit", &InsideSettings::timeLimit},
     {"speed", &InsideSettings::speed},
     {"faketime", &InsideSettings::faketime},
     {"cgroupFolder", &InsideSettings::cgroupFolder},

@@ -21,6 +21,7 @@ struct InsideSettings {
     int outsidePid = 0;            ///< of the half that stays outside
     bool ignoresInterrupt = false; ///< SIGINT was ignored when mpl-sandbox was started
     std::string noManagerReason;   ///< why there can't be a manager; printed when not empty
+    std::string timeLimit;         ///< of the program, in real seconds; empty: none
     std::string speed;             ///< of the clock
     std::string faketime;          ///< the library that makes it another; empty at speed 1
     std::string cgroupFolder;      ///< of the machine, the sandbox's own; empty when there is none

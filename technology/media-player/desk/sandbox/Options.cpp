@@ -6,6 +6,7 @@
 
 #include <getopt.h>
 
+#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 
@@ -23,6 +24,7 @@ enum OptionId : int {
     kTimeline,
     kTimelineOnFailure,
     kTimelineFrom,
+    kTimeLimit,
     kSpeed,
     kNoLifecycleManager,
     kKeep,
@@ -37,6 +39,7 @@ constexpr option kOptions[] = {{"stack", required_argument, nullptr, kStack},
                                {"timeline", required_argument, nullptr, kTimeline},
                                {"timeline-on-failure", required_argument, nullptr, kTimelineOnFailure},
                                {"timeline-from", required_argument, nullptr, kTimelineFrom},
+                               {"time-limit", required_argument, nullptr, kTimeLimit},
                                {"speed", required_argument, nullptr, kSpeed},
                                {"no-lifecycle-manager", no_argument, nullptr, kNoLifecycleManager},
                                {"keep", no_argument, nullptr, kKeep},
@@ -86,6 +89,19 @@ void TakeSpeed(Options& aOptions, const std::string& aName, const std::string& a
     }
 }
 
+void TakeTimeLimit(Options& aOptions, const std::string& aSeconds)
+{
+    constexpr double kLongest = 1e6;
+    double seconds = 0;
+    const char* end = aSeconds.data() + aSeconds.size();
+    const auto [rest, error] = std::from_chars(aSeconds.data(), end, seconds, std::chars_format::fixed);
+    aOptions.timeLimit = aSeconds;
+    if (error != std::errc() || rest != end || !(seconds > 0) || seconds > kLongest) {
+        Refuse(aOptions,
+               "--time-limit needs a number of seconds above 0, such as 300 or 0.5, not '" + aSeconds + "'");
+    }
+}
+
 // What the command line does not say.
 void TakeEnvironment(Options& aOptions)
 {
@@ -113,6 +129,8 @@ void Take(Options& aOptions, int aId, const std::string& aValue, const std::stri
         aOptions.action = Options::Action::TimelineFrom;
         aOptions.recording = aValue;
         return;
+    case kTimeLimit:
+        return TakeTimeLimit(aOptions, aValue);
     case kSpeed:
         return TakeSpeed(aOptions, "--speed", aValue);
     case kNoLifecycleManager:
@@ -182,6 +200,7 @@ Options:
                           the same, but keep it only if the run failed
   --timeline-from DIR     write the time line of a run that was killed with everything around it, from the folder
                           FILE.recording that it left
+  --time-limit SECONDS    end the program when it has run for so long; always real seconds
   --speed N               let time pass N times as fast, from 1 (the default) to 100, for the program and all
                           that it or the lifecycle manager starts; the default is the environment variable
                           MPL_SANDBOX_SPEED. Not for the sandbox itself: its limits and systemd's are real
@@ -199,6 +218,7 @@ with the sandbox.
 
 The exit status is the program's, or 128 + N when signal N ended it, or
     2   the command line is wrong
+  124   the program ran out of its time limit
   125   the sandbox can't be set up (a message says why and what to do)
   126   the program can't be run, or not at that speed
   127   the program was not found

@@ -19,6 +19,7 @@ struct Options {
     TimelineFiles timeline;           ///< where the time line goes; empty: nowhere
     bool isTimelineOfFailure = false; ///< and is kept after a failure only
     std::string recording;            ///< of a run whose time line is to be written
+    std::string timeLimit;            ///< of the program, in seconds; empty: none
     std::string speed;                ///< of the clock inside, as a number from 1 to 100
     std::string entered;              ///< the sandbox to enter: a process id or a program's name
     bool wantsLifecycleManager = true;

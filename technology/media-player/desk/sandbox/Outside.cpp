@@ -106,6 +106,7 @@ int RunOutside(const Options& aOptions)
     timeline.Tell(settings);
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
+    settings.timeLimit = aOptions.timeLimit;
     settings.isKept = aOptions.isKept;
     settings.outsidePid = getpid();
     settings.command = aOptions.command;

@@ -12,9 +12,15 @@
 namespace sandbox
 {
 
-/// Exit statuses of the sandbox itself, as env(1) and container runners have them. Everything else is the
-/// program's own: its exit status, or 128 + N when signal N ended it.
-enum ExitStatus { kExitBadUsage = 2, kExitNoSandbox = 125, kExitCannotRun = 126, kExitNotFound = 127 };
+/// Exit statuses of the sandbox itself, as env(1), timeout(1) and container runners have them. Everything
+/// else is the program's own: its exit status, or 128 + N when signal N ended it.
+enum ExitStatus {
+    kExitBadUsage = 2,
+    kExitOutOfTime = 124,
+    kExitNoSandbox = 125,
+    kExitCannotRun = 126,
+    kExitNotFound = 127
+};
 
 /// A file descriptor that is closed with its owner.
 class UniqueFd

@@ -112,6 +112,7 @@ private:
         if (Find(aFields.Small(0)) == nullptr) {
             ProcessLife& life = Begin(aFields, m_Clock.At(aFields.Number(3)));
             life.name = aFields.Text(4);
+            life.isMachinery = life.name == "mpl-sandbox";
             const ProcessLife* parent = Find(life.parent);
             life.command = parent != nullptr ? parent->command : "";
         }

@@ -152,6 +152,20 @@ TEST_F(Timeline, KnowsHowServicesOfTheLifecycleManagerEnd)
     EXPECT_TRUE(TraceFile::Argument(service, "startedBy").startsWith("systemd (pid "));
 }
 
+TEST_F(Timeline, TellsWhereARunWasThatRanOutOfTime)
+{
+    const Outcome outcome = Run({"--no-lifecycle-manager", "--timeline", m_File, "--time-limit", "0.5", "--",
+                                 MPL_REPORT_SUBJECT, "--gtest_filter=Subject.Hangs"});
+    EXPECT_EQ(outcome.status, 124);
+    EXPECT_EQ(outcome.err, "mpl-sandbox: the program ran out of its 0.5 s; it is ended\n");
+    const TraceFile trace(m_File);
+    EXPECT_EQ(trace.About("result"), "timed out");
+    EXPECT_EQ(trace.About("resultText"), "ran out of its 0.5 s in Subject.Hangs");
+    EXPECT_EQ(trace.CaseStates(), Texts{"Subject.Hangs killed"});
+    EXPECT_TRUE(TraceFile::Argument(trace.Event("process", "mpl_report_subject"), "killedBy")
+                    .startsWith("mpl-sandbox (pid "));
+}
+
 TEST_F(Timeline, OutlivesTheKillOfItsProgram)
 {
     QProcess sandbox;
@@ -226,6 +240,8 @@ TEST_F(Timeline, RefusesWhereItCannotBeWritten)
     ExpectRefusal(QStringList{"--timeline", ""} + command, 2, "--timeline needs the file to write");
     ExpectRefusal(QStringList{"--timeline", "/nonexistent/run.json"} + command, 125,
                   "the time line can't be written to /nonexistent/run.json");
+    ExpectRefusal(QStringList{"--time-limit", "0"} + command, 2,
+                  "--time-limit needs a number of seconds above 0");
     ExpectRefusal({"--timeline-from", m_Folder.path()}, 2, "needs the folder FILE.recording");
 }
 
