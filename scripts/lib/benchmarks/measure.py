@@ -132,6 +132,20 @@ def parts_by_turns(row, contenders, moment, times):
             for name, parts in values.items() for part, found in parts.items()]
 
 
+def costs_by_turns(row, contenders, times):
+    """Whole commands as by_turns runs them: how long each takes, and the computing time of all that runs for it."""
+    say(row)
+    values = {name: {"wall time": [], "computing time": []} for name in contenders}
+    with Group() as group:
+        for name, argv in [*contenders.items()] * times:
+            busy, begin = group.seconds(), time.monotonic()
+            run(argv, preexec_fn=group.enter)
+            values[name]["wall time"].append((time.monotonic() - begin) * 1000)
+            values[name]["computing time"].append((group.seconds() - busy) * 1000)
+    return [record(f"{row}, {part}", name, "ms", found)
+            for name, parts in values.items() for part, found in parts.items()]
+
+
 def busy_seconds():
     """What all cores together have computed since the machine started, but for waiting."""
     with open("/proc/stat", encoding="ascii") as stat:

@@ -131,6 +131,17 @@ def speeds(machine):
             yield measure.record("One shard by speed", "ours", "s", walls, speed)
 
 
+def timeline(machine):
+    """The first example, recorded and not, at the speed of this project's own tests and at the machine's."""
+    with tempfile.TemporaryDirectory() as folder:
+        for speed in ("10",) if machine.quick else ("10", "1"):
+            plain = [machine.sandbox, "--speed", speed]
+            program = ["--", machine.bin("example_bring_up_stack")]
+            yield from measure.costs_by_turns(f"Bring-up at speed {speed}", {
+                "ours, with its time line": [*plain, "--timeline", f"{folder}/run.html", *program],
+                "without": [*plain, *program]}, machine.times(10))
+
+
 def crowd(machine):
     """Many short sandboxes, and what they leave behind: each starts a process that would stay and makes files."""
     count = 8 if machine.quick else 200
@@ -143,4 +154,4 @@ def crowd(machine):
 
 
 ALL = {"programs": programs, "starts": starts, "mock": mock, "compile": compile_costs, "shards": shards,
-       "speeds": speeds, "crowd": crowd}
+       "speeds": speeds, "timeline": timeline, "crowd": crowd}
