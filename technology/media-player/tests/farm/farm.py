@@ -10,11 +10,13 @@ from contextlib import contextmanager
 from pathlib import Path
 
 SKIPPED = 77
-SLURM = {"slurmctld": "slurmctld", "slurmd": "slurmd", "sbatch": "slurm-client", "bwrap": "bubblewrap"}
-docs, build, subject = (Path(argument) for argument in sys.argv[1:4])
+docs, build, suite, endings = (Path(argument) for argument in sys.argv[1:5])
 os.environ["PATH"] = f"{build}/bin:{os.environ['PATH']}:/usr/sbin"
 # The suite's cases are waits: by a quicker clock they are as good.
-os.environ["MPL_SANDBOX_SPEED"] = "10"
+os.environ["MPL_SANDBOX_SPEED"] = "4"
+# The world of the Slurm tests, and what it needs.
+SLURM = ([docs / "slurm/one-machine-cluster", "--"],
+         {"slurmctld": "slurmctld", "slurmd": "slurmd", "sbatch": "slurm-client", "bwrap": "bubblewrap"})
 CASES = {f"Each/FixtureShards.FindTheirSources/{number}" for number in range(10)}
 os.environ["GTEST_FILTER"] = "Each/FixtureShards.FindTheirSources/?"
 
@@ -25,10 +27,25 @@ def skip(reason):
     sys.exit(1 if os.environ.get("CI") == "true" else SKIPPED)
 
 
-def need(**packages_of_programs):
-    missing = [package for program, package in packages_of_programs.items() if not shutil.which(program.replace("_", "-"))]
+def need(packages_of_programs):
+    missing = [package for program, package in packages_of_programs.items() if not shutil.which(program)]
     if missing:
         skip(f"the packages {', '.join(missing)} are not installed (scripts/debian-packages-farm.txt)")
+
+
+def run_test(test, world, packages_of_programs):
+    """Runs a test in a world of its own: `world` is the command that runs another one there. The test's script is called once
+    more for it, in an empty folder, which is gone afterwards as all processes are."""
+    if sys.argv[-1] == "inside":
+        test()
+        return
+    need(packages_of_programs)
+    with work_folder() as folder:
+        script = Path(sys.argv[0]).resolve()
+        command = [*world, sys.executable, "-B", script, *sys.argv[1:], "inside"]
+        sys.stdout.flush()
+        status = subprocess.run([str(word) for word in command], cwd=folder).returncode
+    sys.exit(status)
 
 
 def wait_until(claim, happens, seconds):
@@ -47,13 +64,6 @@ def run(*command, **options):
     done = subprocess.run([str(word) for word in command], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options)
     print(done.stdout, flush=True)
     return done
-
-
-def go_on_inside(folder):
-    """Runs the test's own script once more, on a Slurm cluster."""
-    script = Path(sys.argv[0]).resolve()
-    command = [docs / "slurm/one-machine-cluster", "--", sys.executable, "-B", script, *sys.argv[1:], "inside"]
-    assert run(*command, cwd=folder).returncode == 0
 
 
 def cases_of(report):

@@ -1,35 +1,34 @@
 """A whole build on a Slurm cluster: a node is declared down while a shard runs there, and a test fails."""
+import os
 import re
 import subprocess
-import sys
 import threading
 from pathlib import Path
 
 import farm
 
 HERE = Path(__file__).resolve().parent
+RUN_BUILD = farm.docs / "slurm/run-build"
 
 
-def main():
-    farm.need(**farm.SLURM)
-    with farm.work_folder() as folder:
-        configured = farm.run("cmake", "-S", HERE / "build", "-B", folder / "build", f"-DMPL_BUILD={farm.build}",
-                              f"-DMPL_SUITE={farm.subject}", f"-DMPL_ADD_TEST={farm.docs.parent.parent}/cmake/MplAddTest.cmake")
-        assert configured.returncode == 0
-        farm.go_on_inside(folder / "build")
-
-
-def run_inside():
+def test():
+    configured = farm.run("cmake", "-S", HERE / "build", "-B", "build", f"-DMPL_BUILD={farm.build}", f"-DMPL_SUITE={farm.suite}",
+                          f"-DMPL_ADD_TEST={farm.docs.parent.parent}/cmake/MplAddTest.cmake")
+    assert configured.returncode == 0
+    os.chdir("build")
+    refuses_what_it_cannot_run()
     loss = threading.Thread(target=lose_a_node)
     loss.start()
-    run = farm.run(farm.docs / "slurm/run-build", "--per-task", "1", ".")
+    run = farm.run(RUN_BUILD, "--per-task", "1", ".")
     loss.join()
     check_closing_lines(run)
     check_report()
     assert Path("runs").read_text() == "run\n", "a test that failed was run again"
-    # A folder that is no build, and a selection of nothing, are refused before anything is submitted.
-    assert farm.run(farm.docs / "slurm/run-build", "/").returncode == 2
-    assert farm.run(farm.docs / "slurm/run-build", ".", "-R", "no such test").returncode == 1
+
+
+def refuses_what_it_cannot_run():
+    assert farm.run(RUN_BUILD, "/").returncode == 2
+    assert farm.run(RUN_BUILD, ".", "-R", "no such test").returncode == 1
 
 
 def lose_a_node():
@@ -55,4 +54,4 @@ def check_report():
 
 
 if __name__ == "__main__":
-    run_inside() if sys.argv[-1] == "inside" else main()
+    farm.run_test(test, *farm.SLURM)

@@ -2,7 +2,6 @@
 import os
 import re
 import subprocess
-import sys
 from pathlib import Path
 
 import farm
@@ -10,16 +9,9 @@ import farm
 VICTIM = 2
 
 
-def main():
-    farm.need(**farm.SLURM)
-    with farm.work_folder() as folder:
-        farm.go_on_inside(folder)
-        assert not list(folder.glob("slurm-cluster.*")), "the cluster's folder is left behind"
-
-
-def run_inside():
+def test():
     here = Path.cwd()
-    job = subprocess.check_output(["sbatch", "--parsable", farm.docs / "slurm/shards.sbatch", farm.subject], text=True).strip()
+    job = subprocess.check_output(["sbatch", "--parsable", farm.docs / "slurm/shards.sbatch", farm.suite], text=True).strip()
     log = here / f"shard-{VICTIM}.log"
     farm.wait_until("the shard has run a case", lambda: "[       OK ]" in farm.text_of(log), 20)
     take_power_from(node_of(f"{job}_{VICTIM}"))
@@ -41,4 +33,4 @@ def take_power_from(node):
 
 
 if __name__ == "__main__":
-    run_inside() if sys.argv[-1] == "inside" else main()
+    farm.run_test(test, *farm.SLURM)

@@ -1,8 +1,6 @@
 // Running sandboxes can be found, entered and kept.
 #include "SandboxRun.h"
 
-#include <csignal>
-
 namespace sandbox
 {
 
@@ -42,7 +40,7 @@ TEST_P(LookingAround, FindsASandboxAndActsInIt)
     QProcess visitor;
     Start(visitor, {"--enter", id, "--", "sh", "-c", "echo in; exec sleep 1002"});
     WaitForOutput(visitor, "in");
-    EXPECT_EQ(kill(pid_t(sandbox->processId()), SIGTERM), 0);
+    sandbox->terminate();
     WaitForEnd(*sandbox);
     EXPECT_NE(WaitForEnd(visitor).status, 0);
     EXPECT_TRUE(WaitForNoProcess());
@@ -63,7 +61,7 @@ TEST_P(LookingAround, IsPossibleAfterAFailureInAKeptSandbox)
         id + "', end it with Ctrl-C or 'kill " + id + "'\n";
     EXPECT_EQ(sandbox.readLine().toStdString(), line.toStdString());
     EXPECT_EQ(Run({"--enter", Id(sandbox), "--", "sh", "-c", "cat $TMPDIR/file"}).out, "left\n");
-    EXPECT_EQ(kill(pid_t(sandbox.processId()), SIGTERM), 0);
+    sandbox.terminate();
     WaitForEnd(sandbox);
     EXPECT_TRUE(WaitForNoProcess());
 }
