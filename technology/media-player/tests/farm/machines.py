@@ -16,13 +16,8 @@ PidFile none
 StrictModes no
 UsePAM no
 PermitRootLogin yes
-ForceCommand {folder}/{name}.login
+SetEnv "PATH={path}" MPL_SANDBOX_SPEED={speed} GTEST_FILTER={cases}
 Subsystem sftp /usr/lib/openssh/sftp-server
-"""
-# A machine has a home folder and an environment of its own; what is asked for by name is a shell's command, or sftp.
-LOGIN = """#!/bin/sh
-export HOME={folder}/{name} PATH='{path}' MPL_SANDBOX_SPEED='{speed}' GTEST_FILTER='{cases}'
-cd && exec /bin/sh ${{SSH_ORIGINAL_COMMAND:+-c "$SSH_ORIGINAL_COMMAND"}}
 """
 SSH = """
 Host {name}
@@ -68,15 +63,14 @@ class Machine:
         self.home.mkdir()
         with open("ssh_config", "a") as config:
             config.write(SSH.format(name=name, port=port, folder=here))
-        login = Path(f"{name}.login")
-        login.write_text(LOGIN.format(name=name, folder=here, path=os.environ["PATH"], speed=os.environ["MPL_SANDBOX_SPEED"],
-                                      cases=os.environ["GTEST_FILTER"]))
-        login.chmod(0o755)
         configuration = here / f"{name}.sshd"
-        configuration.write_text(SSHD.format(name=name, port=port, folder=here))
+        configuration.write_text(SSHD.format(port=port, folder=here, path=os.environ["PATH"], cases=os.environ["GTEST_FILTER"],
+                                             speed=os.environ["MPL_SANDBOX_SPEED"]))
+        users = here / f"{name}.passwd"
+        users.write_text(users_with_home(self.home))
         log = Path(f"{name}.log")
         sshd = ["/usr/sbin/sshd", "-D", "-e", "-f", configuration]
-        self.process = subprocess.Popen([*apart("--dev-bind", "/", "/"), *sshd], stderr=log.open("w"))
+        self.process = subprocess.Popen([*apart("--dev-bind", "/", "/", "--ro-bind", users, "/etc/passwd"), *sshd], stderr=log.open("w"))
         farm.wait_until(f"{name} listens", lambda: "listening" in farm.text_of(log), 10)
 
     def fall_silent(self):
@@ -84,6 +78,12 @@ class Machine:
         for process in Path("/proc").glob("[0-9]*"):
             if is_child_of(process.name, self.process.pid):
                 os.kill(int(process.name), signal.SIGSTOP)
+
+
+def users_with_home(home):
+    """The machine's list of users, in which the one who runs this has that home, and a shell that reads no settings."""
+    users = [line.split(":") for line in Path("/etc/passwd").read_text().splitlines()]
+    return "".join(":".join([*user[:5], str(home), "/bin/sh"] if user[2] == str(os.getuid()) else user) + "\n" for user in users)
 
 
 def make_key():
