@@ -2,45 +2,51 @@
 // so that a row costs as much as it has pixels, however many events there are.
 
 function drawRow(context, row, top, frame) {
-    const events = row.events;
-    const shown = [];
-    const last = leftward(events[events.length - 1], frame);
-    let covered = -Infinity;
-    let coveredRank = -2;
-    let free = -Infinity;
-    for (let i = firstEndingFrom(row, frame.from); i < events.length && events[i].start <= frame.to; i++) {
-        const event = events[i];
-        const dim = frame.matches !== null && !frame.matches[event.index];
-        const rank = dim ? -1 : event.rank;
-        const left = frame.x(event.start);
-        const right = event.point ? left : Math.max(frame.x(event.end), left + 1.5);
-        if (right < covered + 1 && rank <= coveredRank) continue;
-        context.globalAlpha = dim ? 0.2 : 1;
-        if (!event.point) drawBar(context, event, left, right, top, frame);
-        if (!dim) shown.push(event);
-        if (!dim && event !== last)
-            drawLabel(context, event, {left, right, free, next: nextLeft(events, i, frame)}, top, frame);
-        if (!dim && markOf(event)) free = frame.x(markTime(event)) + 10;
-        if (right >= covered)
-            [covered, coveredRank] = [right, rank];
-        else
-            coveredRank = Math.max(coveredRank, rank);
+    const boxes = boxesOf(row, frame);
+    for (const box of boxes)
+        if (!box.event.point) drawBar(context, box, top, frame);
+    const matching = boxes.filter(({dim}) => !dim);
+    const last = leftward(row.events[row.events.length - 1], frame);
+    drawLabels(context, matching.filter(({event}) => event !== last), top, frame);
+    drawMarks(context, matching.map(({event}) => event), top, frame);
+    if (matching.some(({event}) => event === last)) drawLabelLeftward(context, last, top, frame);
+}
+
+// The events of a row that are drawn, with their places from left to right.
+function boxesOf({events}, frame) {
+    const boxes = [];
+    let covered = {right: -Infinity, rank: -2};
+    for (let i = firstEndingFrom({events}, frame.from); i < events.length && events[i].start <= frame.to;
+         i++) {
+        const box = boxOf(events[i], events[i + 1], frame);
+        const {right, rank} = covered;
+        if (box.right < right + 1 && box.rank <= rank) continue;
+        boxes.push(box);
+        covered = box.right < right ? {right, rank: Math.max(rank, box.rank)} : box;
     }
-    context.globalAlpha = 1;
-    drawMarks(context, shown, top, frame);
-    if (shown.includes(last)) drawLabelLeftward(context, last, top, frame);
+    return boxes;
 }
 
-function nextLeft(events, index, frame) {
-    return index + 1 < events.length ? frame.x(events[index + 1].start) : frame.right;
+// `dim` is what the filter leaves out, and it hides nothing.
+function boxOf(event, following, frame) {
+    const dim = frame.matches !== null && !frame.matches[event.index];
+    const left = frame.x(event.start);
+    const right = event.point ? left : Math.max(frame.x(event.end), left + 1.5);
+    const next = following ? frame.x(following.start) : frame.right;
+    return {event, dim, rank: dim ? -1 : event.rank, left, right, next};
 }
 
-function drawBar(context, event, left, right, top, frame) {
+function drawBar(context, {event, dim, left, right}, top, frame) {
     const from = Math.max(left, frame.left - 4);
     const width = Math.min(right, frame.right + 4) - from;
+    context.globalAlpha = dim ? 0.2 : 1;
     context.fillStyle = context.strokeStyle = edgeOf(event, frame.palette);
     context.fillRect(from, top + 2, Math.min(2, width), ROW_HEIGHT - 4);
-    if (width < 4) return;
+    if (width >= 4) fillBar(context, event, from, width, top, frame);
+    context.globalAlpha = 1;
+}
+
+function fillBar(context, event, from, width, top, frame) {
     context.fillStyle = fillOf(event, frame.palette);
     context.fillRect(from + 2, top + 2, width - 2, ROW_HEIGHT - 4);
     context.lineWidth = 1;

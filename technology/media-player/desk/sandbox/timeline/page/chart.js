@@ -12,6 +12,7 @@ class Chart {
         this.hovered = null;
         this.others = 0;
         this.pointerX = null;
+        this.showsCard = false;
         this.drawing = 0;
         new ResizeObserver(() => this.resize()).observe(this.element);
         this.element.addEventListener("scroll", () => this.change({}));
@@ -42,10 +43,15 @@ class Chart {
         drawPicture(sizedContext(this.canvas, this.width, this.height), this.run, this.frame);
         const event = this.hovered || this.chosen;
         const spot = event && this.spotOf(event);
-        if (spot)
-            showCard(event, event === this.hovered ? this.others : 0, spot);
-        else
-            hideCard();
+        if (!spot) return this.dropCard();
+        showCard(event, event === this.hovered ? this.others : 0, spot);
+        this.showsCard = true;
+    }
+
+    // Only its own: the table shows the same card.
+    dropCard() {
+        if (this.showsCard) hideCard();
+        this.showsCard = false;
     }
 
     // Where an event is in the window; null when it is out of sight.

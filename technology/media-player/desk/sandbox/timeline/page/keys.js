@@ -35,7 +35,10 @@ function listenToKeys(chart, showInTable) {
         const first = chart.run.failedCases[0] || chart.run.problems[0] || chart.run.events[0];
         if (first) chart.choose(first);
     });
-    chart.element.addEventListener("blur", () => chart.change({chosen: null}));
+    chart.element.addEventListener("blur", () => {
+        chart.dropCard();
+        chart.change({chosen: null});
+    });
     addEventListener("keydown", ({key}) => {
         if (key === "Escape") chart.change({chosen: null, hovered: null});
     });

@@ -15,9 +15,19 @@ function fitText(text, room) {
     return text.length <= count ? text : count > 3 ? `${text.slice(0, count - 1)}…` : "";
 }
 
+function drawLabels(context, boxes, top, frame) {
+    context.font = TEXT_FONT;
+    context.fillStyle = frame.palette.ink;
+    let free = -Infinity;
+    for (const box of boxes) {
+        drawLabel(context, box, free, top, frame);
+        if (markOf(box.event)) free = frame.x(markTime(box.event)) + 10;
+    }
+}
+
 // Inside its bar where the text fits better, otherwise to the right of it up to the next event. `free` is
 // where the last mark before it ends.
-function drawLabel(context, event, {left, right, free, next}, top, frame) {
+function drawLabel(context, {event, left, right, next}, free, top, frame) {
     const atStart = markOf(event) && markTime(event) === event.start ? 10 : 4;
     const atEnd = markOf(event) && markTime(event) === event.end ? 9 : 3;
     const inside = Math.max(Math.max(left, frame.left) + atStart, free);
@@ -28,10 +38,7 @@ function drawLabel(context, event, {left, right, free, next}, top, frame) {
     const within = insideRoom >= Math.min(outsideRoom, text.length * characterWidth);
     const room = within ? insideRoom : outsideRoom;
     const shown = room > 24 ? fitText(text, room) : "";
-    if (!shown) return;
-    context.font = TEXT_FONT;
-    context.fillStyle = frame.palette.ink;
-    context.fillText(shown, within ? inside : outside, top + ROW_HEIGHT / 2 + 0.5, room);
+    if (shown) context.fillText(shown, within ? inside : outside, top + ROW_HEIGHT / 2 + 0.5, room);
 }
 
 // The last line of a log often says what went wrong, with no room left to the right: then its text stands to
@@ -39,16 +46,17 @@ function drawLabel(context, event, {left, right, free, next}, top, frame) {
 function leftward(event, frame) {
     if (!event || !event.point || event.rank === 0) return null;
     const x = frame.x(event.start);
-    const width = event.name.length * characterWidth + 24;
+    const width = labelOf(event).length * characterWidth + 24;
     return x <= frame.right && frame.right - x < width && x - width >= frame.left ? event : null;
 }
 
 function drawLabelLeftward(context, event, top, frame) {
     const x = frame.x(event.start);
-    const width = event.name.length * characterWidth;
+    const text = labelOf(event);
+    const width = text.length * characterWidth;
     context.font = TEXT_FONT;
     context.fillStyle = frame.palette.paper;
     context.fillRect(x - width - 16, top + 2, width + 8, ROW_HEIGHT - 4);
     context.fillStyle = frame.palette.ink;
-    context.fillText(event.name, x - width - 12, top + ROW_HEIGHT / 2 + 0.5, width);
+    context.fillText(text, x - width - 12, top + ROW_HEIGHT / 2 + 0.5, width);
 }

@@ -14,7 +14,8 @@ class LookingCloser(PageTest):
         self.assertIn("AMediaSourceBecomesActive", self.text("#card"))
         self.press("n", "ENTER")
         self.assertIn("MediaManager.Reset", self.run_script("return document.activeElement.cells[4].textContent"))
-        self.press("ESCAPE")
+        self.act("")
+        self.assertFalse(self.run_script("return document.getElementById('card').hidden"))
 
     def test_suspects_are_named_and_lead_to_the_time_line(self):
         self.show(traces.failed_bring_up())
