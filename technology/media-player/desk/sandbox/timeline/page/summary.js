@@ -54,7 +54,7 @@ function reason(title, className, ...content) {
 
 function postMortem(lines) {
     if (lines.length === 0) return [];
-    const items = lines.map((line) => element("li", {}, line));
+    const items = lines.map((line) => element("li", {}, line.replace(/^post-mortem: /, "")));
     return [reason("What became of the services", "wide", element("ul", {}, ...items))];
 }
 
