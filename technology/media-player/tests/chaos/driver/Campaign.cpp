@@ -53,8 +53,8 @@ void Campaign::Take(const Schedule& aSchedule, const Observations& aSeen)
         m_Summary.Add(aSchedule, EndingOf(aSeen, breaches));
     } else {
         m_Suspects.append({aSchedule, aSeen});
-        std::printf("seed %llu is to be looked at again: %s\n", aSchedule.seed,
-                    qPrintable(breaches.first().promise));
+        std::printf("seed %llu is to be looked at again: %s at step %d\n", aSchedule.seed,
+                    qPrintable(breaches.first().promise), breaches.first().number);
     }
     ++m_Ended;
     TellProgress();

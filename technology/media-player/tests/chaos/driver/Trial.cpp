@@ -12,14 +12,13 @@ namespace chaos
 namespace
 {
 
-// More than the calls of a schedule may take together by the sandbox's clock, and what the machine needs.
+// More than any one call may take by the sandbox's clock, and what the machine needs.
 int LongestMs(const Schedule& aSchedule, double aSpeed)
 {
-    constexpr double kCallMs = 150e3;
-    constexpr double kIndexMs = 600e3;
-    constexpr double kMachineMs = 20e3;
-    const double calls = kCallMs * aSchedule.steps.size();
-    return static_cast<int>((calls + (Has(aSchedule, Action::WaitForIndex) ? kIndexMs : 0)) / aSpeed +
+    constexpr double kCallMs = 400e3;
+    constexpr double kIndexMs = 700e3;
+    constexpr double kMachineMs = 10e3;
+    return static_cast<int>((Has(aSchedule, Action::WaitForIndex) ? kIndexMs : kCallMs) / aSpeed +
                             kMachineMs);
 }
 
@@ -71,6 +70,8 @@ Trial::Trial(const Schedule& aSchedule, double aSpeed, const Done& aDone) : m_Sp
         m_WasHung = true;
         m_Process.kill(); // takes the whole sandbox with it
     });
+    // It says when a call begins and when it has ended.
+    connect(&m_Process, &QProcess::readyReadStandardOutput, &m_Limit, QOverload<>::of(&QTimer::start));
     m_Limit.setSingleShot(true);
     m_Limit.start(LongestMs(aSchedule, aSpeed));
     m_Process.start(QStringLiteral(MPL_SANDBOX_PROGRAM), Arguments(aSchedule, aSpeed));

@@ -18,8 +18,8 @@ class Trial : public QObject
 public:
     using Done = std::function<void(const Observations& aSeen)>;
 
-    /// Starts a run, which calls `aDone` when its sandbox has ended. One that takes far longer than all calls
-    /// together may is ended.
+    /// Starts a run, which calls `aDone` when its sandbox has ended. One in which a call takes
+    /// far longer than any may is ended.
     static void Start(const Schedule& aSchedule, double aSpeed, const Done& aDone);
 
 private:

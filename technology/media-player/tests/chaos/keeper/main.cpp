@@ -15,6 +15,8 @@
 namespace
 {
 
+const QString kSubject = QStringLiteral("mpl_chaos_subject");
+
 // Its end as a shell counts it.
 int Play(const QByteArray& aSubject, const chaos::Schedule& aSchedule)
 {
@@ -44,6 +46,20 @@ chaos::Schedule HandBack(const chaos::Schedule& aSchedule)
     return handBack;
 }
 
+// The killed program can't let the bus go on any more, and what it was about to start is about to run: nobody
+// can end that before it has its own name.
+void ClearUp()
+{
+    if (const int bus = chaos::TestBusDaemon(); bus > 0) {
+        kill(bus, SIGCONT);
+    }
+    constexpr int kLooks = 1000;
+    for (int look = 0; look < kLooks && !chaos::ProcessesOf(kSubject).isEmpty(); ++look) {
+        constexpr useconds_t kPauseMicroseconds = 50000;
+        usleep(kPauseMicroseconds);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -57,13 +73,10 @@ int main(int argc, char** argv)
         return 3;
     }
     const QByteArray subject =
-        QByteArray(argv[0]).left(QByteArray(argv[0]).lastIndexOf('/') + 1) + "mpl_chaos_subject";
+        QByteArray(argv[0]).left(QByteArray(argv[0]).lastIndexOf('/') + 1) + kSubject.toLatin1();
     int status = Play(subject, schedule);
     if (status == 128 + SIGKILL && chaos::Has(schedule, chaos::Action::ProgramIsKilled)) {
-        // It can't let go any more what it has stopped.
-        if (const int bus = chaos::TestBusDaemon(); bus > 0) {
-            kill(bus, SIGCONT);
-        }
+        ClearUp();
         status = Play(subject, HandBack(schedule));
     }
     return status;

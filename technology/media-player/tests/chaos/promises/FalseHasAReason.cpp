@@ -83,8 +83,6 @@ bool IsDocumented(const CallView& aCall)
                aCall.BusWasDisturbed() || aCall.WasDisturbed(MPL::MPL_MASS_STORAGE_PROCESS_NAME);
     case Action::WaitForIndex:
         return aCall.seen.tookMs >= 500000;
-    case Action::GetActiveStatus:
-        return false;
     default:
         return false;
     }

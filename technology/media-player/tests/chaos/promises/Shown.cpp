@@ -84,4 +84,11 @@ QString FilesAre(const CallView& aCall, int aNumber)
                      .arg(aCall.seen.after.files);
 }
 
+// What runs may have written something since.
+QString IsEmptied(const CallView& aCall)
+{
+    const Moment& after = aCall.seen.after;
+    return after.files >= 0 && !after.processes.isEmpty() ? QString() : FilesAre(aCall, 0);
+}
+
 } // namespace chaos

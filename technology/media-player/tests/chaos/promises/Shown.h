@@ -20,6 +20,8 @@ QString Running(const CallView& aCall, const QStringList& aProcesses);
 QString Reset(const CallView& aCall);
 /// The environment directory has so many files; -1: there is no such directory.
 QString FilesAre(const CallView& aCall, int aNumber);
+/// The environment directory is there and empty, unless a program that runs may have written to it.
+QString IsEmptied(const CallView& aCall);
 /// The first of the two that is not empty.
 QString Either(const QString& aOne, const QString& aOther);
 

@@ -107,7 +107,7 @@ QString Problem(const CallView& aCall)
     case Action::SlmStop:
         return Stopped(aCall, LifecycleProcesses());
     case Action::SetEnvironment:
-        return FilesAre(aCall, 0);
+        return IsEmptied(aCall);
     case Action::CleanEnvironment:
         return FilesAre(aCall, -1);
     case Action::UseFile:
