@@ -19,14 +19,14 @@ public:
 
     /// The program's end of the pipe is `Entry()`; what it writes there goes to `aSink` and to `aTarget`.
     /// Reading never blocks.
-    Relay(int aTarget, Sink aSink);
+    Relay(int aTarget, Sink aSink, Pipe aPassage = MakePipe());
 
-    int Entry() const { return m_Pipe.write.Get(); }
+    int Entry() const { return m_Passage.write.Get(); }
     /// Once the program has it.
-    void CloseEntry() { m_Pipe.write.Close(); }
+    void CloseEntry() { m_Passage.write.Close(); }
 
     /// Readable when there is something to pass on; -1 after the end.
-    int Exit() const { return m_Pipe.read.Get(); }
+    int Exit() const { return m_Passage.read.Get(); }
 
     /// Passes on what is there. False when there is nothing (more). When the target refuses, the pipe is
     /// closed, so that the program learns of it as it would without us.
@@ -36,7 +36,8 @@ public:
     void Drain();
 
 private:
-    Pipe m_Pipe;
+    Pipe m_Passage;
+    bool m_IsTerminal; ///< the passage stands for the target, which is one
     int m_Target;
     Sink m_Sink;
 };

@@ -1,5 +1,7 @@
 #include "Keeper.h"
 
+#include "../PseudoTerminal.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
@@ -16,15 +18,18 @@ namespace
 // The end of the sandbox takes the kernel a moment after its last word.
 constexpr int kLastWordsLimitMs = 10000;
 
-std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, int aTarget, const char* aName)
+std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, int aTarget, const char* aName, bool aTakesTerminals)
 {
-    // A program on a terminal may use it in ways that no pipe has.
-    if (isatty(aTarget) != 0) {
+    const bool isTerminal = isatty(aTarget) != 0;
+    if (isTerminal && !aTakesTerminals) {
         return {};
     }
-    return std::make_unique<Relay>(aTarget, [aFacts, aName](std::string_view aPiece) {
-        aFacts.Write(fact::kOutput, {aName, std::string(aPiece)});
-    });
+    return std::make_unique<Relay>(
+        aTarget,
+        [aFacts, aName](std::string_view aPiece) {
+            aFacts.Write(fact::kOutput, {aName, std::string(aPiece)});
+        },
+        isTerminal ? MakePseudoTerminal(aTarget) : MakePipe());
 }
 
 } // namespace
@@ -32,8 +37,8 @@ std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, int aTarget, const char*
 bool Keeper::Start(const FactLog& aFacts, const std::function<void()>& aFinish)
 {
     m_IsOne = AreSameFile(STDOUT_FILENO, STDERR_FILENO);
-    m_Out = MakeRelay(aFacts, STDOUT_FILENO, "out");
-    m_Err = m_IsOne ? nullptr : MakeRelay(aFacts, STDERR_FILENO, "err");
+    m_Out = MakeRelay(aFacts, STDOUT_FILENO, "out", m_TakesTerminals);
+    m_Err = m_IsOne ? nullptr : MakeRelay(aFacts, STDERR_FILENO, "err", m_TakesTerminals);
     Pipe alive = MakePipe();
     Pipe done = MakePipe();
     const pid_t child = alive.read.IsValid() && done.read.IsValid() ? fork() : -1;

@@ -20,6 +20,10 @@ public:
     Keeper(const Keeper&) = delete;
     Keeper& operator=(const Keeper&) = delete;
 
+    /// What goes to a terminal is taken down, too: the program then gets another in its place, which is none
+    /// for its shell's job control. Otherwise a terminal is left to it.
+    void TakeTerminals() { m_TakesTerminals = true; }
+
     /// Starts it; `aFinish` runs in it, with the standard streams still where they were. False, with errno,
     /// when there can be no process.
     bool Start(const FactLog& aFacts, const std::function<void()>& aFinish);
@@ -38,6 +42,7 @@ private:
 
     std::unique_ptr<sandbox::Relay> m_Out;
     std::unique_ptr<sandbox::Relay> m_Err;
+    bool m_TakesTerminals = false;
     bool m_IsOne = false; ///< both streams go the same way
     UniqueFd m_Alive;     ///< closes when the caller has no more to say, or is gone
     UniqueFd m_Done;      ///< closes when the Keeper has finished

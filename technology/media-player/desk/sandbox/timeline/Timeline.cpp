@@ -45,6 +45,7 @@ bool Timeline::Begin(const TimelineFiles& aFiles, Kept aKept, const std::vector<
         m_Recording.Remove();
         return CantWrite(file);
     }
+    m_Keeper.TakeTerminals();
     if (!m_Keeper.Start(m_Recording.Facts(), [this] { Finish(); })) {
         m_Recording.Remove();
         return CantWrite("a process of its own");

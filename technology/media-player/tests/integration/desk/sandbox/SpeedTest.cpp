@@ -1,5 +1,6 @@
 // Another speed of the sandbox's clock: refused where it can't be had, and one for all where it can.
 #include "SandboxRun.h"
+#include "TraceFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -260,6 +261,30 @@ TEST_F(Speed, KeepsOrderNumberAndLengthOfThePauses)
         QString::fromStdString(exact).split('\n').filter(QRegularExpression("^pause "));
     EXPECT_EQ(pauses.join(' '),
               "pause 1000 pause 1000 pause 2000 pause 100 pause 100 pause 100 pause 100 pause 100");
+}
+
+// By the kernel, which knows nothing of that clock.
+TEST_F(Speed, LeavesThePausesOfATimeLineTheLengthThatWasAskedFor)
+{
+    const QString file = m_OpenFolder.filePath("run.json");
+    const std::string out =
+        Run({"--no-lifecycle-manager", "--speed", "20", "--timeline", file, "--", MPL_PAUSES_SUBJECT}).out;
+    std::string pauses;
+    for (const QJsonObject& pause : TraceFile(file).Events("pause")) {
+        const std::string asked = TraceFile::Argument(pause, "asked").toStdString();
+        if (asked == "1000000") {
+            continue; // of a process that is to be killed
+        }
+        pauses += "pause " + asked + "\n";
+        EXPECT_NEAR(TraceFile::End(pause) - TraceFile::Begin(pause), std::stod(asked) * 1000, 1);
+    }
+    std::string printed;
+    for (const QString& line :
+         QString::fromStdString(out).split('\n').filter(QRegularExpression("^pause "))) {
+        printed += QString(line + '\n').toStdString();
+    }
+    EXPECT_EQ(pauses, printed);
+    EXPECT_FALSE(printed.empty());
 }
 
 } // namespace sandbox

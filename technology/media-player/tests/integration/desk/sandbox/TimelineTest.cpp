@@ -113,6 +113,21 @@ TEST_F(Timeline, HoldsWhatIsPrintedAndHowLongWasSlept)
     EXPECT_LT(TraceFile::End(pause) - TraceFile::Begin(pause), 260000);
 }
 
+TEST_F(Timeline, LeavesAProgramItsTerminal)
+{
+    QProcess terminal;
+    terminal.setProcessEnvironment(m_Environment);
+    terminal.start("script",
+                   {"-qec",
+                    "stty rows 33 cols 77; " + m_Command.first() + " --no-lifecycle-manager --timeline " +
+                        m_File + " -- sh -c 'test -t 1 && test -t 2 && stty size <&1; echo said'",
+                    "/dev/null"});
+    const Outcome outcome = WaitForEnd(terminal);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "33 77\r\nsaid\r\n");
+    TraceFile(m_File).Event("log", "said");
+}
+
 TEST_F(Timeline, KnowsWhoIsWhoOnABus)
 {
     RequireLifecycleManager();
