@@ -14,7 +14,14 @@ class LookingCloser(PageTest):
         self.assertIn("AMediaSourceBecomesActive", self.text("#card"))
         self.press("n", "ENTER")
         self.assertIn("MediaManager.Reset", self.run_script("return document.activeElement.cells[4].textContent"))
+
+    def test_table_shows_details_too(self):
+        self.show(traces.passed())
+        self.focus("whole-run")
+        self.press("TAB", "ENTER")
         self.act("")
+        self.assertIn("my_test", self.text("tr:focus"))
+        self.assertIn("exit status 0", self.text("#card"))
         self.assertFalse(self.run_script("return document.getElementById('card').hidden"))
 
     def test_suspects_are_named_and_lead_to_the_time_line(self):
