@@ -8,14 +8,13 @@
 #include "Preloading.h"
 #include "RunningClock.h"
 #include "Speed.h"
+#include "TestProgram.h"
 #include "World.h"
 #include "record/Witness.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -32,7 +31,6 @@ namespace
 {
 
 constexpr time_t kKeptSeconds = 3600;
-constexpr const char* kLastWordsSeconds = "2";
 
 // The descriptors are for this process alone.
 void TakeOver(const InsideSettings& aSettings)
@@ -146,79 +144,6 @@ bool StartBus(const InsideSettings& aSettings, const RunningClock& aClock)
     return true;
 }
 
-// Says why the program does not run and returns the status for that.
-int ExplainFailure(const std::string& aName, int aError)
-{
-    if (aError != ENOENT) {
-        Say(WithErrno("the program " + aName + " can't be run", aError));
-        return kExitCannotRun;
-    }
-    std::error_code error;
-    Say(fs::exists(aName, error) && aName.find('/') != std::string::npos
-            ? "the program " + aName + " can't be run: its interpreter is missing"
-            : "the program " + aName +
-                  " was not found; /run, /opt/talvex and /var/talvex of the machine are not visible in the "
-                  "sandbox");
-    return kExitNotFound;
-}
-
-// Within its time, if that has a limit. False when it runs on.
-bool EndsInTime(pid_t aProgram, const std::string& aSeconds)
-{
-    const UniqueFd process = HandleOf(aProgram);
-    pollfd end = {process.Get(), POLLIN, 0};
-    const double milliseconds = std::strtod(aSeconds.c_str(), nullptr) * 1000;
-    const long long last = NowMs() + static_cast<long long>(milliseconds);
-    for (long long left = last - NowMs(); left > 0; left = last - NowMs()) {
-        if (poll(&end, 1, static_cast<int>(std::min<long long>(left, 1000000))) == 1) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// First it is asked to, so that it can say what it has to say.
-void EndOutOfTime(pid_t aProgram, const std::string& aSeconds, const FactLog& aFacts)
-{
-    aFacts.Write(fact::kLimit, {aSeconds});
-    Say("the program ran out of its " + aSeconds + " s; it is ended");
-    kill(aProgram, SIGTERM);
-    if (!EndsInTime(aProgram, kLastWordsSeconds)) {
-        kill(aProgram, SIGKILL);
-    }
-}
-
-// The status to end with.
-int WaitForProgram(pid_t aProgram, const std::string& aTimeLimit, const FactLog& aFacts)
-{
-    const bool isOutOfTime = !aTimeLimit.empty() && !EndsInTime(aProgram, aTimeLimit);
-    if (isOutOfTime) {
-        EndOutOfTime(aProgram, aTimeLimit, aFacts);
-    }
-    const int status = WaitForEnd(aProgram);
-    aFacts.Write(fact::kProgramEnd, {std::to_string(status)});
-    return isOutOfTime ? kExitOutOfTime : status;
-}
-
-int RunProgram(const InsideSettings& aSettings, const RunningClock& aClock)
-{
-    const Spawned program = Spawn(aSettings.command, [&] {
-        if (!aClock.preload.empty()) {
-            setenv("LD_PRELOAD", aClock.preload.c_str(), 1);
-        }
-        if (!aSettings.ignoresInterrupt) {
-            std::signal(SIGINT, SIG_DFL);
-        }
-        std::signal(SIGQUIT, SIG_DFL);
-    });
-    const FactLog facts(aSettings.factsFd);
-    if (program.pid < 0) {
-        return ExplainFailure(aSettings.command.front(), program.error);
-    }
-    facts.Write(fact::kProgram, {std::to_string(program.pid)});
-    return WaitForProgram(program.pid, aSettings.timeLimit, facts);
-}
-
 // Lets a sandbox whose program failed stand, to be looked at.
 void Keep(const InsideSettings& aSettings, int aStatus)
 {
@@ -258,7 +183,7 @@ int RunAll(const InsideSettings& aSettings)
         system.emplace(BusSocket(), BusRecord{file(aSettings.recordSystemFd), file(aSettings.wholeSystemFd)});
         test.emplace(kTestBusSocket, BusRecord{file(aSettings.recordFd), file(aSettings.wholeTestFd)});
     }
-    const int status = RunProgram(aSettings, clock);
+    const int status = RunTestProgram(aSettings, clock);
     if (status != 0 && aSettings.isKept) {
         Keep(aSettings, status);
     }
