@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <unistd.h>
+
 #include <csignal>
 
 namespace sandbox
@@ -111,6 +113,25 @@ TEST_F(Timeline, HoldsWhatIsPrintedAndHowLongWasSlept)
     EXPECT_LE(TraceFile::Begin(trace.Event("log", "two")), TraceFile::End(pause));
     EXPECT_GE(TraceFile::Begin(trace.Event("log", "three")), TraceFile::Begin(pause) + 250000);
     EXPECT_LT(TraceFile::End(pause) - TraceFile::Begin(pause), 260000);
+}
+
+TEST_F(Timeline, IsAsGoodForAnOrdinaryUser)
+{
+    if (getuid() != 0) {
+        GTEST_SKIP() << "only root can become another user; the other cases have shown it then";
+    }
+    BecomeOrdinaryUser();
+    m_File = m_OpenFolder.filePath("run.json");
+    ASSERT_TRUE(QFile::setPermissions(m_OpenFolder.path(), QFileDevice::Permissions(0x7777)));
+    EXPECT_EQ(RunScript("sleep 0.1; sh -c 'kill -9 $$'; exit 4").status, 4);
+    const TraceFile trace(m_File);
+    EXPECT_EQ(trace.About("resultText"), "exit status 4");
+    trace.Event("pause", "100 ms");
+    QStringList killers;
+    for (const QJsonObject& process : trace.Events("process", "sh")) {
+        killers += TraceFile::Argument(process, "killedBy");
+    }
+    EXPECT_EQ(killers.last(), "itself, with signal 9 (Killed)");
 }
 
 TEST_F(Timeline, LeavesAProgramItsTerminal)
