@@ -25,6 +25,9 @@ public:
     /// Once the program has it.
     void CloseEntry() { m_Passage.write.Close(); }
 
+    /// In a process that leaves the passing on to another.
+    void CloseExit() { m_Passage.read.Close(); }
+
     /// Readable when there is something to pass on; -1 after the end.
     int Exit() const { return m_Passage.read.Get(); }
 

@@ -51,6 +51,11 @@ bool Keeper::Start(const FactLog& aFacts, const std::function<void()>& aFinish)
         done.read.Close();
         Run(alive.read.Get(), std::move(done.write), aFacts, aFinish);
     }
+    for (sandbox::Relay* relay : {m_Out.get(), m_Err.get()}) {
+        if (relay != nullptr) {
+            relay->CloseExit();
+        }
+    }
     m_Alive = std::move(alive.write);
     m_Done = std::move(done.read);
     return child > 0 && sandbox::WaitForEnd(child) == 0;

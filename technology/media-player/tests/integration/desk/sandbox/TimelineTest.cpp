@@ -115,6 +115,16 @@ TEST_F(Timeline, HoldsWhatIsPrintedAndHowLongWasSlept)
     EXPECT_LT(TraceFile::End(pause) - TraceFile::Begin(pause), 260000);
 }
 
+TEST_F(Timeline, LeavesAProgramToLearnThatNobodyListens)
+{
+    QProcess shell;
+    shell.setProcessEnvironment(m_Environment);
+    shell.start("sh", {"-c", m_Command.first() + " --no-lifecycle-manager --timeline " + m_File +
+                                 " -- yes | head -n 1"});
+    EXPECT_EQ(WaitForEnd(shell).out, "y\n");
+    EXPECT_EQ(TraceFile(m_File).About("resultText"), "signal 13 (Broken pipe)");
+}
+
 TEST_F(Timeline, IsAsGoodForAnOrdinaryUser)
 {
     if (getuid() != 0) {
