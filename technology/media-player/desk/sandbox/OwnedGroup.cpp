@@ -69,11 +69,11 @@ OwnedGroup MakeOwnedGroup(const std::string& aParent)
             }
             continue;
         }
+        // Otherwise a sweep has it and removes it; what has the name by then is another's.
         UniqueFd lock = Lock(name);
         if (lock.IsValid() && IsStill(name, lock)) {
             return {name, std::move(lock)};
         }
-        rmdir(name.c_str());
     }
     return {};
 }
