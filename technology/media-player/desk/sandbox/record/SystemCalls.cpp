@@ -110,7 +110,9 @@ std::string ReadMemory(pid_t aProcess, uint64_t aAddress, size_t aSize)
 {
     std::string bytes(aSize, '\0');
     const iovec here = {bytes.data(), aSize};
-    const iovec there = {reinterpret_cast<void*>(aAddress), aSize};
+    iovec there = {nullptr, aSize}; // its address is no pointer of this process
+    const auto address = static_cast<uintptr_t>(aAddress);
+    std::memcpy(&there.iov_base, &address, sizeof address);
     const ssize_t count = process_vm_readv(aProcess, &here, 1, &there, 1, 0);
     bytes.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
     return bytes;

@@ -26,6 +26,11 @@ const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)
     return found != aRun.processes.rend() ? &*found : nullptr;
 }
 
+const char* WordOf(Bus aBus)
+{
+    return aBus == Bus::Private ? "private bus" : "system bus";
+}
+
 std::string ProcessTitle(const Run& aRun, int aId, Moment aTime)
 {
     const ProcessLife* process = FindProcess(aRun, aId, aTime);

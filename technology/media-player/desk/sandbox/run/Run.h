@@ -136,6 +136,9 @@ const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime);
 /// "media_manager (pid 23)"; empty when it is not known.
 std::string ProcessTitle(const Run& aRun, int aId, Moment aTime);
 
+/// "private bus"
+const char* WordOf(Bus aBus);
+
 /// The result in one sentence.
 std::string ResultText(const Run& aRun);
 
