@@ -34,15 +34,6 @@ UniqueFd Lock(const std::string& aFolder)
     return lock;
 }
 
-// A sweep may have come between a group's making and its locking.
-bool IsStill(const std::string& aFolder, const UniqueFd& aLock)
-{
-    struct stat locked = {};
-    struct stat present = {};
-    return fstat(aLock.Get(), &locked) == 0 && stat(aFolder.c_str(), &present) == 0 &&
-           locked.st_ino == present.st_ino;
-}
-
 void Sweep(const std::string& aFolder)
 {
     const UniqueFd lock = Lock(aFolder);
@@ -57,6 +48,14 @@ void Sweep(const std::string& aFolder)
 
 } // namespace
 
+bool IsStill(const OwnedGroup& aGroup)
+{
+    struct stat locked = {};
+    struct stat present = {};
+    return fstat(aGroup.lock.Get(), &locked) == 0 && stat(aGroup.folder.c_str(), &present) == 0 &&
+           locked.st_ino == present.st_ino;
+}
+
 OwnedGroup MakeOwnedGroup(const std::string& aParent)
 {
     const std::string folder = aParent + "/" + kPrefix + std::to_string(getpid());
@@ -70,9 +69,9 @@ OwnedGroup MakeOwnedGroup(const std::string& aParent)
             continue;
         }
         // Otherwise a sweep has it and removes it; what has the name by then is another's.
-        UniqueFd lock = Lock(name);
-        if (lock.IsValid() && IsStill(name, lock)) {
-            return {name, std::move(lock)};
+        OwnedGroup group = {name, Lock(name)};
+        if (IsStill(group)) {
+            return group;
         }
     }
     return {};

@@ -15,6 +15,9 @@ struct OwnedGroup {
     UniqueFd lock;
 };
 
+/// False once it was removed: the name may be another process id space's by then.
+bool IsStill(const OwnedGroup& aGroup);
+
 /// A new group in that one; none, with errno, when it can't be made.
 OwnedGroup MakeOwnedGroup(const std::string& aParent);
 

@@ -139,7 +139,9 @@ void PrivateCgroup::Remove()
     if (m_Cleaner > 0) {
         WaitForEnd(m_Cleaner);
     }
-    EndGroup(Folder(), 0);
+    if (IsStill(m_Group)) {
+        EndGroup(Folder(), 0);
+    }
     m_Group = {};
 }
 
