@@ -1,7 +1,12 @@
 # The kinds of targets that the project's folders are made of.
 
+# What find_package() knows the project by.
+set(MPL_PACKAGE MplTestSupport${MPL_QT_SUFFIX})
 # Headers with names as plain as DataManager.h lie in a folder of their own.
-set(MPL_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/mpl-test-support)
+set(MPL_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/mpl-test-support${MPL_QT_SUFFIX})
+
+# Where the simulated stack is installed: mpl-sandbox looks for it there.
+set(MPL_INSTALL_STACKDIR lib/mpl-test-support${MPL_QT_SUFFIX}/stack)
 
 # A library of the package, known as Mpl::<name> in the build tree and where it is installed.
 #   mpl_add_library(TestSupport [HOST] SOURCES a.cpp … [HEADER_DIRS dir…] [HEADERS include/A.h …])
@@ -15,7 +20,7 @@ function(mpl_add_library name)
         add_library(${target} ${arg_SOURCES})
         target_compile_features(${target} PUBLIC cxx_std_17)
         # Shared libraries of the package find each other where they lie.
-        set_target_properties(${target} PROPERTIES
+        set_target_properties(${target} PROPERTIES OUTPUT_NAME ${target}${MPL_QT_SUFFIX}
             VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH $ORIGIN)
     else()
         add_library(${target} INTERFACE)

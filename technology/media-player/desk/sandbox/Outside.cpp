@@ -76,7 +76,7 @@ bool FindClock(const Options& aOptions, Places& aPlaces, InsideSettings& aSettin
         Say("libfaketime is missing, without which the only speed is 1: install the package libfaketime");
     } else if (aPlaces.clockLibrary.empty()) {
         Say("libmpl-clock.so is missing, without which the only speed is 1: build it, or install the package "
-            "mpl-test-support-host");
+            "mpl-test-support-sandbox");
     }
     return !aSettings.faketime.empty() && !aPlaces.clockLibrary.empty();
 }

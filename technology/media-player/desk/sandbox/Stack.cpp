@@ -16,8 +16,9 @@ namespace sandbox
 namespace
 {
 
-// Beside this program: first as built, then as installed.
-constexpr const char* kPlaces[] = {"../stack", "../lib/mpl-test-support/stack"};
+// Beside this program: first as built, then as installed. Whichever Qt it was built with, it is the same stack.
+constexpr const char* kPlaces[] = {"../stack", "../lib/mpl-test-support/stack",
+                                   "../lib/mpl-test-support-qt6/stack"};
 
 } // namespace
 

@@ -1,4 +1,5 @@
 # Installs BUILD, moves what was installed to PREFIX, and takes the first test and its CMakeLists.txt out of README.
+# There the package is the one that is built with Qt 5; here it is PACKAGE.
 file(REMOVE_RECURSE ${PREFIX} ${PREFIX}.staging)
 execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX}.staging
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
@@ -14,6 +15,7 @@ function(take_block text language path)
     endif()
     string(REGEX REPLACE "^```${language}\n|```$" "" block "${blocks}")
     string(REPLACE "<semicolon>" ";" block "${block}")
+    string(REPLACE "find_package(MplTestSupport " "find_package(${PACKAGE} " block "${block}")
     file(CONFIGURE OUTPUT ${path} CONTENT "${block}" @ONLY)
 endfunction()
 

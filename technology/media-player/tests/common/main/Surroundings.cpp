@@ -46,7 +46,7 @@ int RunInSandbox(const std::vector<char*>& aArguments)
     execv(beside.constData(), command.data());
     execvp(name, command.data());
     std::fprintf(stderr,
-                 "%s: mpl-sandbox can't be run (%s): install the package mpl-test-support-host, or put the "
+                 "%s: mpl-sandbox can't be run (%s): install the package " MPL_HOST_PACKAGE ", or put the "
                  "folder that holds it into PATH\n",
                  aArguments.front(), std::strerror(errno));
     return 127;
