@@ -16,7 +16,8 @@ namespace sandbox
 namespace
 {
 
-// Beside this program: first as built, then as installed. Whichever Qt it was built with, it is the same stack.
+// Beside this program: first as built, then as installed. Whichever Qt it was built with, it is the same
+// stack.
 constexpr const char* kPlaces[] = {"../stack", "../lib/mpl-test-support/stack",
                                    "../lib/mpl-test-support-qt6/stack"};
 

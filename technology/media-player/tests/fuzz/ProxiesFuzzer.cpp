@@ -2,11 +2,10 @@
 #include "BusEntrance.h"
 #include "BusMessages.h"
 #include "Fuzzing.h"
+#include "MethodSignature.h"
 #include <MPL_Proxies.h>
 #include <MPL_TestPrinters.h>
 
-#include <QDBusMetaType>
-#include <QMetaMethod>
 #include <QSignalSpy>
 
 #include <map>
@@ -48,15 +47,6 @@ QByteArray ReplyType(const QMetaMethod& aMethod)
     const QByteArray type = aMethod.typeName();
     const auto begin = type.indexOf('<') + 1;
     return type.mid(begin, type.lastIndexOf('>') - begin).trimmed();
-}
-
-QString SignatureOf(const QMetaMethod& aSignal)
-{
-    QString signature;
-    for (int index = 0; index < aSignal.parameterCount(); ++index) {
-        signature += QLatin1String(QDBusMetaType::typeToSignature(aSignal.parameterType(index)));
-    }
-    return signature;
 }
 
 struct Signal {
@@ -101,7 +91,7 @@ private:
             const QString name = aProxy->interface() + '.' + QString::fromLatin1(member.name());
             if (member.methodType() == QMetaMethod::Signal) {
                 const QByteArray signal = QByteArray::number(QSIGNAL_CODE) + member.methodSignature();
-                signalMembers[name] = {SignatureOf(member),
+                signalMembers[name] = {MPL::Doubles::SignatureOfArguments(member),
                                        std::make_unique<QSignalSpy>(aProxy.get(), signal.constData())};
             } else {
                 AddReply(name, ReplyType(member));
@@ -114,8 +104,9 @@ private:
     {
         const auto reader = kReaders.find(aType);
         fuzz::Promise(reader != kReaders.end(), aType.constData());
-        const char* signature = aType.isEmpty() ? "" : QDBusMetaType::typeToSignature(QMetaType::type(aType));
-        replies[aName] = {QLatin1String(signature), reader->second};
+        const QString signature =
+            aType.isEmpty() ? QString() : MPL::Doubles::SignatureOfType(QMetaType::type(aType));
+        replies[aName] = {signature, reader->second};
     }
 
     std::vector<std::unique_ptr<QDBusAbstractInterface>> m_Proxies;

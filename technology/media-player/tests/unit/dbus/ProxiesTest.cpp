@@ -1,15 +1,15 @@
 // Every proxy has exactly the members of its interface, each with its signatures.
 #include "Interfaces.h"
+#include "MethodSignature.h"
 #include <MPL_Proxies.h>
 #include <MPL_Types.h>
-
-#include <QDBusMetaType>
-#include <QMetaMethod>
 
 #include <gtest/gtest.h>
 
 namespace
 {
+
+using namespace MPL::Doubles;
 
 std::string Sorted(QStringList aWords)
 {
@@ -18,24 +18,9 @@ std::string Sorted(QStringList aWords)
     return aWords.join('\n').toStdString();
 }
 
-// Qt 5 knows a type by its number, Qt 6 by an object.
-[[maybe_unused]] QString Signature(const char* (*aSignatureOf)(int), int aType)
-{
-    return QLatin1String(aSignatureOf(aType));
-}
-
-[[maybe_unused]] QString Signature(const char* (*aSignatureOf)(QMetaType), int aType)
-{
-    return QLatin1String(aSignatureOf(QMetaType(aType)));
-}
-
 QString Call(const QMetaMethod& aMethod)
 {
-    QString signature;
-    for (int i = 0; i < aMethod.parameterCount(); ++i) {
-        signature += Signature(&QDBusMetaType::typeToSignature, aMethod.parameterType(i));
-    }
-    return QString::fromLatin1(aMethod.name()) + '(' + signature + ')';
+    return QString::fromLatin1(aMethod.name()) + '(' + SignatureOfArguments(aMethod) + ')';
 }
 
 // The reply's signature, read off the type's name: "QDBusPendingReply<T>".
@@ -47,7 +32,7 @@ QString Reply(const QMetaMethod& aMethod)
         return "no pending reply: " + QLatin1String(type);
     }
     type = type.mid(prefix.size(), type.size() - prefix.size() - 1).trimmed();
-    return type.isEmpty() ? QString() : Signature(&QDBusMetaType::typeToSignature, QMetaType::type(type));
+    return type.isEmpty() ? QString() : SignatureOfType(QMetaType::type(type));
 }
 
 std::string OwnMembers(const QObject& aProxy, QMetaMethod::MethodType aType)
