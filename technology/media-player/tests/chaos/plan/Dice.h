@@ -14,7 +14,7 @@ public:
     explicit Dice(quint64 aSeed) : m_Engine(aSeed) {}
 
     /// From 0 to `aSides` - 1.
-    int Roll(int aSides) { return static_cast<int>(m_Engine() % static_cast<quint64>(aSides)); }
+    int Roll(qint64 aSides) { return static_cast<int>(m_Engine() % static_cast<quint64>(aSides)); }
     bool Chance(int aPercent) { return Roll(100) < aPercent; }
 
     template <typename T>

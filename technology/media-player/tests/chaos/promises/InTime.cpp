@@ -92,7 +92,7 @@ int Resisting(const Schedule& aSchedule)
             programs.insert(step.object);
         }
     }
-    return programs.size();
+    return static_cast<int>(programs.size());
 }
 
 // Whoever asks the bus, or is asked to end while he does, waits as long as it stops.
