@@ -1,9 +1,9 @@
 #include "Printers.h"
 #include "SignalListener.h"
+#include "environment/QtVersions.h"
 #include <MPL_SignalWaiter.h>
 
 #include <QDBusArgument>
-#include <QDBusMetaType>
 #include <QStringList>
 
 #include <sstream>
@@ -13,7 +13,7 @@ namespace MPL::Detail
 
 bool IsReadableAs(const QVariant& aArgument, int aType)
 {
-    const QByteArray expected = QDBusMetaType::typeToSignature(aType);
+    const QByteArray expected = SignatureOfType(aType);
     // Single values arrive as themselves; the stack's structures step over what they are not, as types should
     // that Qt D-Bus does not know.
     return aArgument.userType() != qMetaTypeId<QDBusArgument>() || expected.isEmpty() ||

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDBusMetaType>
 #include <QDebug>
 #include <QProcess>
 #include <QString>
@@ -23,6 +24,16 @@ inline bool StartCommandDetached(const QString& aCommand)
     QT_WARNING_DISABLE_DEPRECATED
     return QProcess::startDetached(aCommand);
     QT_WARNING_POP
+#endif
+}
+
+// The D-Bus signature of a type, which Qt 5 knows by its number and Qt 6 by an object.
+inline const char* SignatureOfType(int aType)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QDBusMetaType::typeToSignature(QMetaType(aType));
+#else
+    return QDBusMetaType::typeToSignature(aType);
 #endif
 }
 
