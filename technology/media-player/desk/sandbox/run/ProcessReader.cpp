@@ -50,6 +50,8 @@ public:
             Kill(fields, time);
         } else if (aFact.kind == fact::kPause) {
             Sleep(fields, time);
+        } else if (aFact.kind == fact::kProgram) {
+            Program(fields.Small(0), time);
         } else if (aFact.kind == fact::kProgramEnd) {
             ProgramEnd(fields.Small(0), time);
         }
@@ -178,6 +180,18 @@ private:
         pause.askedMs = asked / kNanosecondsPerMs;
         pause.process = aFields.Small(0);
         m_Run.pauses.push_back(pause);
+    }
+
+    // Where the kernel tells nobody of programs, the sandbox still knows its own.
+    void Program(int aId, Moment aTime)
+    {
+        if (FindRunning(aId) == nullptr && !m_Run.command.empty()) {
+            const Fact family = {0, {}, {std::to_string(aId)}};
+            ProcessLife& life = Begin(Fields(family), aTime);
+            life.path = m_Run.command.front();
+            life.name = std::filesystem::path(life.path).filename();
+            life.command = life.path;
+        }
     }
 
     void ProgramEnd(int aStatus, Moment aTime)

@@ -68,6 +68,18 @@ TEST_F(RecordingLeft, BelievesAParentMoreThanWhatOthersSaw)
     EXPECT_EQ(TraceFile::End(service), 20000);
 }
 
+TEST_F(RecordingLeft, HasTheProgramAtLeast)
+{
+    Fact(0, {"command", "/usr/bin/my_test", "--all"});
+    Fact(12, {"program", "9"});
+    Fact(40, {"program end", "139"});
+    Fact(41, {"end", "139"});
+    const TraceFile trace = Tell();
+    EXPECT_EQ(TraceFile::Argument(trace.Event("process", "my_test"), "end"),
+              "signal 11 (Segmentation fault)");
+    EXPECT_EQ(trace.About("result"), "crashed");
+}
+
 TEST_F(RecordingLeft, HasTheTimesOfItsSandboxsClock)
 {
     Fact(0, {"clock", "10", "1700000000005000000"});
