@@ -112,6 +112,7 @@ TEST_F(RecordingLeft, ReadsLinesHoweverTheyCame)
 TEST_F(RecordingLeft, IsReadInNoTimeWhenItIsLong)
 {
     constexpr int kLines = 50000;
+    m_Facts.reserve(100 * kLines);
     TwoPrograms();
     for (int line = 0; line < kLines; ++line) {
         Fact(100 + line, {"output", "err", "     1.215 debug    line \\n"});
