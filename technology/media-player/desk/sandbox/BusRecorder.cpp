@@ -2,16 +2,19 @@
 
 #include "Bus.h"
 #include "ConnectionAsker.h"
+#include "LightTraffic.h"
 
 #include <dbus/dbus.h>
 
 #include <poll.h>
 #include <sys/inotify.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <functional>
 
 namespace sandbox
 {
@@ -52,42 +55,53 @@ bool BecomeMonitor(BusClient& aBus)
     return true;
 }
 
-void Write(DBusMessage* aMessage, const BusRecord& aRecord, ConnectionAsker& aAsker)
-{
-    if (!aAsker.IsOwn(aMessage)) {
-        aRecord.traffic.Write(aMessage);
-    }
-    aRecord.whole.Write(aMessage);
-    aAsker.AskAboutNew(aMessage);
-}
-
-// Writes what has come in. False when the end of the recording was among it.
-bool WriteQueue(BusClient& aBus, const BusRecord& aRecord, ConnectionAsker& aAsker)
+// Takes what has come in. False when the end of the recording was among it.
+bool TakeQueue(BusClient& aBus, const std::function<void(DBusMessage*)>& aTake)
 {
     bool isEnd = false;
     while (DBusMessage* message = isEnd ? nullptr : dbus_connection_pop_message(aBus.Get())) {
         isEnd = dbus_message_is_signal(message, kRecorderInterface, kEndSignal) != FALSE;
         // libdbus makes this one itself when the bus hangs up; it was never sent.
         if (!isEnd && dbus_message_is_signal(message, DBUS_INTERFACE_LOCAL, "Disconnected") == FALSE) {
-            Write(message, aRecord, aAsker);
+            aTake(message);
         }
         dbus_message_unref(message);
     }
     return !isEnd;
 }
 
-// Writes what passes on the bus until it ends (true) or the recording does (false).
-bool Record(BusClient& aBus, const BusRecord& aRecord, ConnectionAsker& aAsker)
+// Takes what comes until the bus ends (true) or the recording does (false).
+bool TakeAll(BusClient& aBus, const std::function<void(DBusMessage*)>& aTake)
 {
-    aRecord.whole.Tell(kAskerSignal, aAsker.Name());
-    aAsker.AskAboutAll();
-    // The queue first: the first messages may have come in behind the answer to BecomeMonitor.
+    // The queue first: the first messages may have come in behind an answer.
     do {
-        if (!WriteQueue(aBus, aRecord, aAsker)) {
+        if (!TakeQueue(aBus, aTake)) {
             return false;
         }
     } while (dbus_connection_read_write(aBus.Get(), -1) != FALSE);
     return true;
+}
+
+bool RecordLightly(BusClient& aBus, const BusRecord& aRecord)
+{
+    LightTraffic traffic(aBus.Get(), aRecord.whole);
+    return TakeAll(aBus, [&](DBusMessage* aMessage) { traffic.Take(aMessage); });
+}
+
+bool Record(BusClient& aBus, const BusRecord& aRecord, ConnectionAsker& aAsker)
+{
+    if (aRecord.isLight) {
+        return RecordLightly(aBus, aRecord);
+    }
+    aRecord.whole.Tell(kAskerSignal, aAsker.Name());
+    aAsker.AskAboutAll();
+    return TakeAll(aBus, [&](DBusMessage* aMessage) {
+        if (!aAsker.IsOwn(aMessage)) {
+            aRecord.traffic.Write(aMessage);
+        }
+        aRecord.whole.Write(aMessage);
+        aAsker.AskAboutNew(aMessage);
+    });
 }
 
 // Messages keep their order on the way to a monitor: what it gets after this one was sent after it.
@@ -108,13 +122,15 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
 }
 
 [[noreturn]] void RunRecorder(const std::string& aSocket, const BusRecord& aRecord, int aStop,
-                              UniqueFd aReady)
+                              UniqueFd aReady, UniqueFd aDone)
 {
+    prctl(PR_SET_NAME, "mpl-recorder");
     std::signal(SIGQUIT, SIG_IGN);
     aRecord.traffic.Begin();
     aRecord.whole.Begin();
     const std::string address = "unix:path=" + aSocket;
-    const UniqueFd watch = WatchFolderOf(aSocket);
+    // The kernel takes some ten milliseconds to close a watch, more than all else of a light record costs.
+    const UniqueFd watch = aRecord.isLight ? UniqueFd() : WatchFolderOf(aSocket);
     int pauseMs = 1;
     for (;;) {
         const bool isThere = access(aSocket.c_str(), F_OK) == 0;
@@ -123,16 +139,21 @@ UniqueFd WatchFolderOf(const std::string& aSocket)
         if (isThere) {
             bus = BusClient::Connect(address);
         }
-        if (bus.IsConnected() && aRecord.whole.IsThere()) {
+        if (bus.IsConnected() && aRecord.whole.IsThere() && !aRecord.isLight) {
             asker = ConnectionAsker(address);
         }
-        const bool isMonitor = bus.IsConnected() && BecomeMonitor(bus);
+        const bool hears = bus.IsConnected() && (aRecord.isLight || BecomeMonitor(bus));
         aReady.Close();
         // A socket that is there refuses until its daemon listens, which no event tells; and for ever when
         // its daemon was killed.
-        pauseMs = isMonitor || !isThere ? 1 : std::min(2 * pauseMs, kLongestPauseMs);
-        if (isMonitor ? !Record(bus, aRecord, asker)
-                      : !WaitForChange(watch.Get(), aStop, isThere ? pauseMs : -1)) {
+        const bool isPolling = isThere || aRecord.isLight;
+        pauseMs = hears || !isPolling ? 1 : std::min(2 * pauseMs, kLongestPauseMs);
+        if (hears ? !Record(bus, aRecord, asker)
+                  : !WaitForChange(watch.Get(), aStop, isPolling ? pauseMs : -1)) {
+            aDone.Close();
+            if (aRecord.isLight && hears) {
+                pause();
+            }
             _exit(0);
         }
     }
@@ -144,15 +165,18 @@ BusRecorder::BusRecorder(std::string aSocket, const BusRecord& aRecord) : m_Sock
 {
     Pipe stop = MakePipe();
     Pipe ready = MakePipe();
+    Pipe done = MakePipe();
+    m_StaysConnected = aRecord.isLight;
     m_Process = stop.read.IsValid() && ready.read.IsValid() ? fork() : -1;
     if (m_Process == 0) {
         stop.write.Close();
-        RunRecorder(m_Socket, aRecord, stop.read.Get(), std::move(ready.write));
+        RunRecorder(m_Socket, aRecord, stop.read.Get(), std::move(ready.write), std::move(done.write));
     }
     ready.write.Close();
     pollfd isReady = {ready.read.Get(), POLLIN, 0};
     poll(&isReady, 1, kSettleLimitMs);
     m_Stop = std::move(stop.write);
+    m_Done = std::move(done.read);
 }
 
 BusRecorder::~BusRecorder()
@@ -164,12 +188,13 @@ BusRecorder::~BusRecorder()
     if (const BusClient bus = BusClient::Connect("unix:path=" + m_Socket); bus.IsConnected()) {
         SendEnd(bus);
     }
-    const UniqueFd process = HandleOf(m_Process);
-    pollfd ended = {process.Get(), POLLIN, 0};
-    if (poll(&ended, 1, kSettleLimitMs) != 1) {
+    pollfd done = {m_Done.Get(), POLLIN, 0};
+    if (poll(&done, 1, kSettleLimitMs) != 1) {
         kill(m_Process, SIGKILL);
     }
-    WaitForEnd(m_Process);
+    if (!m_StaysConnected) {
+        WaitForEnd(m_Process);
+    }
 }
 
 } // namespace sandbox

@@ -7,9 +7,13 @@
 #include "Posix.h"
 #include "Preloading.h"
 #include "RunningClock.h"
+#include "ServiceBuses.h"
 #include "Speed.h"
 #include "TestProgram.h"
 #include "World.h"
+#include "record/Alarm.h"
+#include "record/Recording.h"
+#include "record/UnwellUnits.h"
 #include "record/Witness.h"
 
 #include <fcntl.h>
@@ -20,6 +24,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <limits>
 #include <optional>
 
 namespace fs = std::filesystem;
@@ -178,15 +183,39 @@ int RunAll(const InsideSettings& aSettings)
     KeepEnvironment();
     std::optional<BusRecorder> system;
     std::optional<BusRecorder> test;
-    if (aSettings.recordFd >= 0 || aSettings.wholeTestFd >= 0) {
+    if (aSettings.recordFd >= 0 || (aSettings.wholeTestFd >= 0 && !aSettings.isLight)) {
         const auto file = [&](int aFd) { return PcapFile(aFd, clock.clock); };
         system.emplace(BusSocket(), BusRecord{file(aSettings.recordSystemFd), file(aSettings.wholeSystemFd)});
         test.emplace(kTestBusSocket, BusRecord{file(aSettings.recordFd), file(aSettings.wholeTestFd)});
     }
     const int status = RunTestProgram(aSettings, clock);
+    if (status != 0) {
+        NoteUnwellUnits(FactLog(aSettings.factsFd));
+    }
     if (status != 0 && aSettings.isKept) {
         Keep(aSettings, status);
     }
+    return status;
+}
+
+int RunObserved(const InsideSettings& aSettings)
+{
+    const FactLog log(aSettings.factsFd);
+    Alarm alarm(Say);
+    ServiceBuses buses(aSettings);
+    size_t left = aSettings.isLight ? kMostOutputInMemory : std::numeric_limits<size_t>::max();
+    const auto take = [&](const Fact& aFact) {
+        const size_t size = aFact.kind == fact::kOutput ? aFact.fields[1].size() : 0;
+        if (size <= left) {
+            left -= size;
+            log.Write(aFact);
+        }
+        buses.Take(aFact);
+        alarm.Take(aFact);
+    };
+    const int status = RunWitnessed(take, aSettings.isLight ? Detail::Light : Detail::Full,
+                                    [&aSettings] { return RunAll(aSettings); });
+    buses.End(status == 0);
     return status;
 }
 
@@ -199,8 +228,7 @@ int RunInside(const InsideSettings& aSettings)
         return kExitBadUsage;
     }
     TakeOver(aSettings);
-    const auto run = [&aSettings] { return RunAll(aSettings); };
-    return aSettings.factsFd < 0 ? run() : RunWitnessed(FactLog(aSettings.factsFd), Detail::Full, run);
+    return aSettings.factsFd < 0 ? RunAll(aSettings) : RunObserved(aSettings);
 }
 
 } // namespace sandbox

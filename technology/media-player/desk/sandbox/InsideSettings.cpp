@@ -22,6 +22,7 @@ const std::pair<const char*, Field> kFields[] = {
     {"factsFd", &InsideSettings::factsFd},
     {"wholeTestFd", &InsideSettings::wholeTestFd},
     {"wholeSystemFd", &InsideSettings::wholeSystemFd},
+    {"isLight", &InsideSettings::isLight},
     {"wantsManager", &InsideSettings::wantsManager},
     {"isKept", &InsideSettings::isKept},
     {"outsidePid", &InsideSettings::outsidePid},

@@ -16,6 +16,7 @@ struct InsideSettings {
     int factsFd = -1;        ///< what is seen of the run; with it go the next two
     int wholeTestFd = -1;    ///< both buses again, with who is who on them
     int wholeSystemFd = -1;
+    bool isLight = false;          ///< see no more than a post-mortem needs
     bool wantsManager = false;     ///< start the lifecycle manager
     bool isKept = false;           ///< stay after a failure
     int outsidePid = 0;            ///< of the half that stays outside

@@ -212,6 +212,9 @@ Options:
                           shows or by the program that it runs
   --help, --version
 
+At the end of its output it says why services did not come up, when the library waited for one in vain or the program
+crashed, was killed or ran out of time; and at once which service ended though nobody had asked it to.
+
 Inside, the environment says MPL_SANDBOX=1, MPL_SANDBOX_LIFECYCLE_MANAGER=systemd or none, and MPL_SANDBOX_SPEED;
 DBUS_SYSTEM_BUS_ADDRESS and DBUS_SESSION_BUS_ADDRESS both name the sandbox's bus, and TMPDIR a folder that goes
 with the sandbox.

@@ -1,12 +1,12 @@
 #include "Outside.h"
 
 #include "Bubblewrap.h"
+#include "Observer.h"
 #include "Posix.h"
 #include "PrivateCgroup.h"
 #include "Speed.h"
 #include "Stack.h"
 #include "World.h"
-#include "timeline/Timeline.h"
 
 #include <fcntl.h>
 
@@ -97,13 +97,11 @@ int RunOutside(const Options& aOptions)
     if (!FindClock(aOptions, places, settings) || !OpenRecords(aOptions.recordFile, records)) {
         return kExitNoSandbox;
     }
-    Timeline timeline;
-    const auto kept = aOptions.isTimelineOfFailure ? Timeline::Kept::AfterFailure : Timeline::Kept::Always;
-    const bool hasTimeline = !aOptions.timeline.recording.empty();
-    if (hasTimeline && !timeline.Begin(aOptions.timeline, kept, aOptions.command)) {
+    Observer observer;
+    if (!observer.Begin(aOptions)) {
         return kExitNoSandbox;
     }
-    timeline.Tell(settings);
+    observer.Tell(settings);
     settings.recordFd = records.testBus.Get();
     settings.recordSystemFd = records.sandboxBus.Get();
     settings.timeLimit = aOptions.timeLimit;
@@ -124,8 +122,8 @@ int RunOutside(const Options& aOptions)
         places.managerLibrary = FindOwnLibrary("libmpl-manager.so");
     }
     const int status =
-        RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {timeline.Out(), timeline.Err()});
-    timeline.End(status);
+        RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {observer.Out(), observer.Err()});
+    observer.End(status);
     return status;
 }
 

@@ -113,6 +113,12 @@ void Say(const std::string& aText)
     WriteAll(STDERR_FILENO, std::string(program_invocation_short_name) + ": " + aText + "\n");
 }
 
+std::string SignalText(int aNumber)
+{
+    const char* words = sigdescr_np(aNumber);
+    return "signal " + std::to_string(aNumber) + (words != nullptr ? " (" + std::string(words) + ")" : "");
+}
+
 std::string WithErrno(const std::string& aText, int aErrno)
 {
     return aText + ": " + std::strerror(aErrno);

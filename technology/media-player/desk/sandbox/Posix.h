@@ -66,6 +66,9 @@ void Say(const std::string& aText);
 /// "text: what errno says"
 std::string WithErrno(const std::string& aText, int aErrno);
 
+/// "signal 11 (Segmentation fault)"
+std::string SignalText(int aNumber);
+
 /// What became of a Spawn: the child's process id, or the errno that stopped it from running the command.
 struct Spawned {
     pid_t pid;

@@ -36,7 +36,7 @@ const char* HowEnded(int aCode)
 
 } // namespace
 
-Ends::Ends(const FactLog& aFacts, pid_t aFirst)
+Ends::Ends(const FactSink& aFacts, pid_t aFirst)
     : m_Facts(aFacts), m_First(aFirst), m_Manager(ListenToManager())
 {
 }
@@ -115,7 +115,7 @@ void Ends::NoteStranger(pid_t aProcess)
 
 void Ends::Note(pid_t aProcess, const char* aHow, int aNumber)
 {
-    m_Facts.Write(fact::kGone, {std::to_string(aProcess), aHow, std::to_string(aNumber)});
+    m_Facts({MachineNow(), fact::kGone, {std::to_string(aProcess), aHow, std::to_string(aNumber)}});
     m_Followed.erase(aProcess);
 }
 

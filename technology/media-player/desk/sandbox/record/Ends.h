@@ -19,7 +19,7 @@ class Ends
 {
 public:
     /// `aFirst` is a child, and the one whose end is awaited.
-    Ends(const FactLog& aFacts, pid_t aFirst);
+    Ends(const FactSink& aFacts, pid_t aFirst);
 
     void Follow(pid_t aProcess);
 
@@ -37,7 +37,7 @@ private:
     void NoteStranger(pid_t aProcess);
     void Note(pid_t aProcess, const char* aHow, int aNumber);
 
-    FactLog m_Facts;
+    FactSink m_Facts;
     pid_t m_First;
     bool m_HasFirstEnded = false;
     int m_FirstStatus = 0;

@@ -2,6 +2,7 @@
 /// nothing is lost whoever is killed when.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,7 @@ namespace fact
 inline const std::string kCommand = "command";        ///< argument…
 inline const std::string kClock = "clock";            ///< speed, start; missing: the machine's
 inline const std::string kLimit = "limit";            ///< seconds: the program ran out of this time
+inline const std::string kRoot = "root";              ///< pid: of the sandbox's own that starts all
 inline const std::string kProgram = "program";        ///< pid: the program was started
 inline const std::string kProgramEnd = "program end"; ///< status as a shell counts it
 inline const std::string kEnd = "end";                ///< status of mpl-sandbox; missing: cut off
@@ -31,6 +33,7 @@ inline const std::string kExit = "exit";     ///< pid, status: it is about to en
 inline const std::string kGone = "gone";     ///< pid, "exit" | "signal" | "", number
 inline const std::string kKill = "kill";     ///< sender, target, signal
 inline const std::string kPause = "pause";   ///< pid, thread, nanoseconds asked of the machine's clock
+inline const std::string kUnit = "unit";     ///< name, state, result, in the lifecycle manager's words
 inline const std::string kOutput = "output"; ///< "out" | "err", bytes
 } // namespace fact
 
@@ -55,6 +58,9 @@ public:
 private:
     int m_Fd;
 };
+
+/// Takes what is seen, in the order in which it is.
+using FactSink = std::function<void(const Fact&)>;
 
 std::string ToLine(const Fact& aFact);
 

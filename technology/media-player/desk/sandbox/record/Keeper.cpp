@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -18,7 +19,8 @@ namespace
 // The end of the sandbox takes the kernel a moment after its last word.
 constexpr int kLastWordsLimitMs = 10000;
 
-std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, int aTarget, const char* aName, bool aTakesTerminals)
+std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, size_t aMostBytes, int aTarget, const char* aName,
+                                 bool aTakesTerminals)
 {
     const bool isTerminal = isatty(aTarget) != 0;
     if (isTerminal && !aTakesTerminals) {
@@ -26,19 +28,22 @@ std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, int aTarget, const char*
     }
     return std::make_unique<Relay>(
         aTarget,
-        [aFacts, aName](std::string_view aPiece) {
-            aFacts.Write(fact::kOutput, {aName, std::string(aPiece)});
+        [aFacts, left = aMostBytes, aName](std::string_view aPiece) mutable {
+            if (aPiece.size() <= left) {
+                aFacts.Write(fact::kOutput, {aName, std::string(aPiece)});
+                left -= aPiece.size();
+            }
         },
         isTerminal ? MakePseudoTerminal(aTarget) : MakePipe());
 }
 
 } // namespace
 
-bool Keeper::Start(const FactLog& aFacts, const std::function<void()>& aFinish)
+bool Keeper::Start(const FactLog& aFacts, size_t aMostBytes, const std::function<void()>& aFinish)
 {
     m_IsOne = AreSameFile(STDOUT_FILENO, STDERR_FILENO);
-    m_Out = MakeRelay(aFacts, STDOUT_FILENO, "out", m_TakesTerminals);
-    m_Err = m_IsOne ? nullptr : MakeRelay(aFacts, STDERR_FILENO, "err", m_TakesTerminals);
+    m_Out = MakeRelay(aFacts, aMostBytes, STDOUT_FILENO, "out", m_TakesTerminals);
+    m_Err = m_IsOne ? nullptr : MakeRelay(aFacts, aMostBytes, STDERR_FILENO, "err", m_TakesTerminals);
     Pipe alive = MakePipe();
     Pipe done = MakePipe();
     const pid_t child = alive.read.IsValid() && done.read.IsValid() ? fork() : -1;
@@ -77,6 +82,7 @@ void Keeper::WaitForEnd()
 
 void Keeper::Run(int aAlive, UniqueFd aDone, const FactLog& aFacts, const std::function<void()>& aFinish)
 {
+    prctl(PR_SET_NAME, "mpl-keeper");
     setsid();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
         std::signal(signal, SIG_IGN);

@@ -21,12 +21,12 @@ public:
     Keeper& operator=(const Keeper&) = delete;
 
     /// What goes to a terminal is taken down, too: the program then gets another in its place, which is none
-    /// for its shell's job control. Otherwise a terminal is left to it.
+    /// for its shell's job control. Otherwise a terminal is left to it: what it writes there is seen inside.
     void TakeTerminals() { m_TakesTerminals = true; }
 
-    /// Starts it; `aFinish` runs in it, with the standard streams still where they were. False, with errno,
-    /// when there can be no process.
-    bool Start(const FactLog& aFacts, const std::function<void()>& aFinish);
+    /// Starts it. It takes down so many bytes of each stream, and passes on all; `aFinish` runs in it, with
+    /// the standard streams still where they were. False, with errno, when there can be no process.
+    bool Start(const FactLog& aFacts, size_t aMostBytes, const std::function<void()>& aFinish);
 
     /// What the sandbox is to have as stdout and stderr: the same as this process without a Keeper.
     int Out() const { return m_Out ? m_Out->Entry() : STDOUT_FILENO; }

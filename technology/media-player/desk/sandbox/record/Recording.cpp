@@ -54,6 +54,9 @@ bool Recording::Open(const std::string& aFolder)
 
 void Recording::Remove() const
 {
+    if (m_Folder.empty()) {
+        return;
+    }
     std::error_code error;
     for (const char* name : {kFacts, kTestBus, kSystemBus}) {
         std::filesystem::remove(m_Folder + "/" + name, error);

@@ -5,9 +5,13 @@
 #include "Fact.h"
 
 #include <string>
+#include <vector>
 
 namespace sandbox
 {
+
+/// Of each stream, in a recording that is in memory.
+constexpr size_t kMostOutputInMemory = 64 * 1024 * 1024;
 
 /// Three files that are only appended to: the facts, and the traffic of both buses as pcap.
 class Recording
@@ -25,6 +29,8 @@ public:
     FactLog Facts() const { return FactLog(m_Facts.Get()); }
     int TestBus() const { return m_TestBus.Get(); }
     int SystemBus() const { return m_SystemBus.Get(); }
+
+    std::vector<Fact> ReadFacts() const { return ParseFacts(Content(m_Facts.Get())); }
 
     /// All that is in the file of one of these descriptors.
     static std::string Content(int aFile);

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -18,6 +19,8 @@ namespace
 {
 
 constexpr long long kSecond = 1000000000;
+constexpr size_t kLongestWrite = 65536;
+constexpr size_t kMostPieces = 16;
 
 using Facts = std::vector<Fact>;
 
@@ -130,6 +133,32 @@ Fact PauseFact(const SystemCall& aCall, pid_t aProcess)
     return Now(fact::kPause, {Number(aProcess), Number(aCall.thread), Number(length)});
 }
 
+// What a process writes to the terminal that this one has there, too.
+Facts OutputFacts(const SystemCall& aCall, pid_t aProcess)
+{
+    const int stream = static_cast<int>(aCall.arguments[0]);
+    struct stat here = {};
+    struct stat there = {};
+    if (fstat(stream, &here) != 0 || stat(ProcFile(aProcess, "fd/" + Number(stream)).c_str(), &there) != 0 ||
+        here.st_rdev != there.st_rdev || here.st_ino != there.st_ino) {
+        return {};
+    }
+    std::string bytes;
+    if (aCall.number == SYS_write) {
+        bytes =
+            ReadMemory(aProcess, aCall.arguments[1], std::min<uint64_t>(aCall.arguments[2], kLongestWrite));
+    } else {
+        std::vector<iovec> pieces(std::min<uint64_t>(aCall.arguments[2], kMostPieces));
+        const std::string list = ReadMemory(aProcess, aCall.arguments[1], pieces.size() * sizeof(iovec));
+        std::memcpy(pieces.data(), list.data(), list.size());
+        for (const iovec& piece : pieces) {
+            bytes += ReadMemory(aProcess, reinterpret_cast<uint64_t>(piece.iov_base),
+                                std::min<size_t>(piece.iov_len, kLongestWrite));
+        }
+    }
+    return {Now(fact::kOutput, {stream == STDOUT_FILENO ? "out" : "err", bytes})};
+}
+
 } // namespace
 
 std::vector<pid_t> SystemCallFacts::TakeOne()
@@ -143,7 +172,7 @@ std::vector<pid_t> SystemCallFacts::TakeOne()
     const Facts facts = FactsOf(*call, process, found);
     if (LetGo(m_Listener, *call)) {
         for (const Fact& fact : facts) {
-            m_Facts.Write(fact);
+            m_Facts(fact);
         }
     }
     return found;
@@ -173,6 +202,9 @@ Facts SystemCallFacts::FactsOf(const SystemCall& aCall, pid_t aProcess, std::vec
     case SYS_kill:
     case SYS_rt_sigqueueinfo:
         return KillFacts(aProcess, Targets(aProcess, static_cast<pid_t>(given[0])), given[1]);
+    case SYS_write:
+    case SYS_writev:
+        return OutputFacts(aCall, aProcess);
     default:
         return {PauseFact(aCall, aProcess)};
     }

@@ -14,7 +14,7 @@ namespace sandbox
 class SystemCallFacts
 {
 public:
-    SystemCallFacts(const FactLog& aFacts, int aListener) : m_Facts(aFacts), m_Listener(aListener) {}
+    SystemCallFacts(const FactSink& aFacts, int aListener) : m_Facts(aFacts), m_Listener(aListener) {}
 
     /// Takes the next call, lets it be made and puts it down. The processes that are new by it.
     std::vector<pid_t> TakeOne();
@@ -24,7 +24,7 @@ private:
     Fact ExecFact(pid_t aProcess, const std::string& aPath, uint64_t aArguments) const;
     std::vector<Fact> ExitFacts(const SystemCall& aCall, pid_t aProcess, std::vector<pid_t>& aNew);
 
-    FactLog m_Facts;
+    FactSink m_Facts;
     int m_Listener;
 };
 

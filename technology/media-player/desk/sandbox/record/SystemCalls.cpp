@@ -48,18 +48,38 @@ std::vector<uint32_t> ToldCalls(bool aWithPauses)
     return calls;
 }
 
-std::vector<sock_filter> MakeFilter(const std::vector<uint32_t>& aCalls)
+constexpr uint32_t kLowHalf = __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__ ? 4 : 0;
+
+// Tells such a call if its first argument is that. Each block ends with the call's number loaded again.
+void AppendForArgument(uint32_t aCall, uint32_t aArgument, std::vector<sock_filter>& aFilter)
 {
-    const auto count = static_cast<uint8_t>(aCalls.size());
-    std::vector<sock_filter> filter = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kArchitecture, 0, static_cast<uint8_t>(count + 1)),
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
-    for (uint8_t i = 0; i < count; ++i) {
-        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, aCalls[i], static_cast<uint8_t>(count - i), 0));
+    const uint32_t argument = offsetof(seccomp_data, args) + kLowHalf;
+    aFilter.insert(aFilter.end(), {BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, aCall, 0, 4),
+                                   BPF_STMT(BPF_LD | BPF_W | BPF_ABS, argument),
+                                   BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, aArgument, 0, 1),
+                                   BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF),
+                                   BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))});
+}
+
+std::vector<sock_filter> MakeFilter(const Wanted& aWanted)
+{
+    std::vector<sock_filter> filter = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
+                                       BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kArchitecture, 1, 0),
+                                       BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+                                       BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr))};
+    for (const uint32_t call : ToldCalls(aWanted.pauses)) {
+        filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1));
+        filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF));
+    }
+    for (const uint32_t call : {uint32_t{SYS_write}, uint32_t{SYS_writev}}) {
+        if (aWanted.out) {
+            AppendForArgument(call, STDOUT_FILENO, filter);
+        }
+        if (aWanted.err) {
+            AppendForArgument(call, STDERR_FILENO, filter);
+        }
     }
     filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW));
-    filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF));
     return filter;
 }
 
@@ -71,9 +91,9 @@ size_t UpToPageEnd(uint64_t aAddress)
 
 } // namespace
 
-UniqueFd TellSystemCalls(bool aWithPauses)
+UniqueFd TellSystemCalls(const Wanted& aWanted)
 {
-    std::vector<sock_filter> filter = MakeFilter(ToldCalls(aWithPauses));
+    std::vector<sock_filter> filter = MakeFilter(aWanted);
     const sock_fprog program = {static_cast<unsigned short>(filter.size()), filter.data()};
     constexpr unsigned long kFlags = SECCOMP_FILTER_FLAG_NEW_LISTENER | SECCOMP_FILTER_FLAG_SPEC_ALLOW;
     const auto install = [&](unsigned long aFlags) {

@@ -15,11 +15,17 @@
 namespace sandbox
 {
 
-/// Of this thread and all that it starts from now on, the starts and ends of programs and the signals between
-/// processes are told to the descriptor that is returned, and pauses if they are wanted. Without somebody who
-/// listens they would hang. Invalid, with errno, where the kernel does not do that. There must be no way to
-/// new privileges, as bubblewrap makes it.
-UniqueFd TellSystemCalls(bool aWithPauses);
+/// What is told beside the starts and ends of programs and the signals between processes.
+struct Wanted {
+    bool pauses = false;
+    bool out = false; ///< what is written to the descriptors of stdout and stderr
+    bool err = false;
+};
+
+/// Of this thread and all that it starts from now on, these calls are told to the descriptor that is
+/// returned. Without somebody who listens they would hang. Invalid, with errno, where the kernel does not do
+/// that. There must be no way to new privileges, as bubblewrap makes it.
+UniqueFd TellSystemCalls(const Wanted& aWanted);
 
 /// One call; its caller waits for LetGo.
 struct SystemCall {

@@ -71,7 +71,7 @@ UniqueFd BlockChildSignal(sigset_t& aBefore)
 }
 
 // Until the first child has ended.
-int Watch(pid_t aChild, int aSignals, int aListener, const FactLog& aFacts)
+int Watch(pid_t aChild, int aSignals, int aListener, const FactSink& aFacts)
 {
     Ends ends(aFacts, aChild);
     SystemCallFacts calls(aFacts, aListener);
@@ -94,7 +94,7 @@ int Watch(pid_t aChild, int aSignals, int aListener, const FactLog& aFacts)
 
 } // namespace
 
-int RunWitnessed(const FactLog& aFacts, Detail aDetail, const std::function<int()>& aBody)
+int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int()>& aBody)
 {
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     sigset_t before = {};
@@ -103,17 +103,22 @@ int RunWitnessed(const FactLog& aFacts, Detail aDetail, const std::function<int(
     socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends);
     UniqueFd here(ends[0]);
     UniqueFd there(ends[1]);
+    const bool isLight = aDetail == Detail::Light;
+    const Wanted wanted = {!isLight, isLight && isatty(STDOUT_FILENO) != 0,
+                           isLight && isatty(STDERR_FILENO) != 0};
     const pid_t child = fork();
     if (child == 0) {
         sigprocmask(SIG_SETMASK, &before, nullptr);
         here.Close();
-        if (const UniqueFd listener = TellSystemCalls(aDetail == Detail::Full); listener.IsValid()) {
+        if (const UniqueFd listener = TellSystemCalls(wanted); listener.IsValid()) {
             Send(there.Get(), listener.Get());
         }
         there.Close();
         std::exit(aBody());
     }
     there.Close();
+    prctl(PR_SET_NAME, "mpl-witness");
+    aFacts({MachineNow(), fact::kRoot, {std::to_string(child)}});
     const UniqueFd listener = Receive(here.Get());
     return child > 0 ? Watch(child, signals.Get(), listener.Get(), aFacts) : aBody();
 }

@@ -10,13 +10,13 @@ namespace sandbox
 {
 
 enum class Detail {
-    Light, ///< programs, their ends, signals between processes
-    Full   ///< pauses as well
+    Light, ///< programs, their ends, signals between processes, and what goes to a terminal
+    Full   ///< pauses as well; terminals are somebody else's
 };
 
 /// Runs `aBody` in a child and puts down what happens to all processes that come from it; those whose parent
 /// is gone are handed to this process, which so learns how they end. Returns the child's status when the
 /// child has ended, whatever else still runs.
-int RunWitnessed(const FactLog& aFacts, Detail aDetail, const std::function<int()>& aBody);
+int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int()>& aBody);
 
 } // namespace sandbox

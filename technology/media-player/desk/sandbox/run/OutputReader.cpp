@@ -4,6 +4,7 @@
 #include "Lines.h"
 #include "LogLevel.h"
 
+#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -13,18 +14,11 @@ namespace sandbox
 namespace
 {
 
-// Services name themselves at the beginning of a line.
-std::string ProcessOf(const std::string& aLine, const std::set<std::string>& aNames)
-{
-    const std::string name = aLine.substr(0, aLine.find_first_of(":["));
-    return aNames.count(name) != 0 ? name : std::string();
-}
-
 std::set<std::string> NamesIn(const Run& aRun)
 {
     std::set<std::string> names = {"mpl-sandbox"};
     for (const ProcessLife& process : aRun.processes) {
-        names.insert(process.name);
+        names.insert({process.name, process.service});
     }
     return names;
 }
@@ -44,11 +38,25 @@ public:
         line.time = aTime;
         line.text = aLine;
         line.level = LevelOf(aLine);
-        line.process = line.level != LogLevel::Output ? m_Program : ProcessOf(aLine, m_Names);
+        line.process = line.level != LogLevel::Output ? m_Program : ProcessOf(aLine, aTime);
         m_Run.log.push_back(line);
     }
 
 private:
+    // Services name themselves at the beginning of a line: "name: text", or "name[process id]: text".
+    std::string ProcessOf(const std::string& aLine, Moment aTime) const
+    {
+        const size_t end = aLine.find_first_of(":[");
+        if (end != std::string::npos && aLine[end] == '[') {
+            const ProcessLife* process = FindProcess(m_Run, std::atoi(aLine.c_str() + end + 1), aTime);
+            if (process != nullptr) {
+                return process->name;
+            }
+        }
+        const std::string name = aLine.substr(0, end);
+        return !name.empty() && m_Names.count(name) != 0 ? name : std::string();
+    }
+
     Run& m_Run;
     std::set<std::string> m_Names;
     std::string m_Program;

@@ -1,6 +1,7 @@
 #include "ProcessReader.h"
 
 #include "../World.h"
+#include "../record/StackProgram.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -38,7 +39,9 @@ public:
     {
         const Fields fields(aFact);
         const Moment time = m_Clock.At(aFact.time);
-        if (aFact.kind == fact::kExec) {
+        if (aFact.kind == fact::kRoot) {
+            m_Root = fields.Small(0);
+        } else if (aFact.kind == fact::kExec) {
             Exec(aFact, time);
         } else if (aFact.kind == fact::kFork) {
             Fork(fields);
@@ -106,6 +109,9 @@ private:
         life->command.clear();
         for (size_t i = 5; i < aFact.fields.size(); ++i) {
             life->command += (i > 5 ? " " : "") + aFact.fields[i];
+        }
+        if (life->service.empty() && life->parent != m_Root) {
+            life->service = ServiceName(life->path, life->command);
         }
     }
 
@@ -207,6 +213,7 @@ private:
 
     const RunClock& m_Clock;
     Run& m_Run;
+    int m_Root = 0;
     std::map<int, size_t> m_Last;      // process to its last life
     std::map<int, size_t> m_LastPause; // thread to its last pause
 };

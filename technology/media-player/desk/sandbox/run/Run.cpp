@@ -1,12 +1,10 @@
 #include "Run.h"
 
+#include "../Posix.h"
+
 #include <algorithm>
-#include <cstring>
 
 namespace sandbox
-{
-
-namespace
 {
 
 std::string InCase(const Run& aRun)
@@ -15,8 +13,6 @@ std::string InCase(const Run& aRun)
     return running != nullptr ? " in " + TitleOf(*running) : std::string();
 }
 
-} // namespace
-
 const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)
 {
     const auto found =
@@ -24,6 +20,15 @@ const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)
             return aProcess.id == aId && aProcess.span.begin <= aTime;
         });
     return found != aRun.processes.rend() ? &*found : nullptr;
+}
+
+const ProcessLife* ProcessBehind(const Run& aRun, Bus aBus, const std::string& aConnection, Moment aTime)
+{
+    const auto found =
+        std::find_if(aRun.connections.begin(), aRun.connections.end(), [&](const Connection& aKnown) {
+            return aKnown.bus == aBus && aKnown.name == aConnection;
+        });
+    return found != aRun.connections.end() ? FindProcess(aRun, found->process, aTime) : nullptr;
 }
 
 const char* WordOf(Bus aBus)
@@ -38,12 +43,6 @@ std::string ProcessTitle(const Run& aRun, int aId, Moment aTime)
         return aId > 0 ? "pid " + std::to_string(aId) : std::string();
     }
     return process->name + " (pid " + std::to_string(aId) + ")";
-}
-
-std::string SignalText(int aNumber)
-{
-    const char* words = sigdescr_np(aNumber);
-    return "signal " + std::to_string(aNumber) + (words != nullptr ? " (" + std::string(words) + ")" : "");
 }
 
 std::string EndText(const ProcessLife& aProcess)

@@ -38,6 +38,7 @@ struct ProcessLife {
     std::string name;    ///< of the executable
     std::string path;    ///< as it was started; empty: a copy of its parent
     std::string command; ///< all arguments
+    std::string service; ///< the service that it is, or has become another program from; empty: none
     std::string problem; ///< why it could not be run, in the system's words; it never was a program then
     Span span;
     ProcessEnd end;
@@ -98,6 +99,13 @@ struct Job {
     std::string result;
 };
 
+/// A unit of the lifecycle manager that was not well when the program had ended.
+struct Unit {
+    std::string name;
+    std::string state;  ///< in the manager's words, as are the others
+    std::string result; ///< how it failed
+};
+
 /// A line that some process printed.
 struct LogLine {
     Moment time = 0;
@@ -127,11 +135,15 @@ struct Run {
     std::vector<Call> calls;
     std::vector<Signal> signals;
     std::vector<Job> jobs;
+    std::vector<Unit> units;
     std::vector<LogLine> log;
 };
 
 /// The last process of that id that had begun by then; none: nullptr.
 const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime);
+
+/// The process of a connection, by the connection's name; nullptr when it is not known.
+const ProcessLife* ProcessBehind(const Run& aRun, Bus aBus, const std::string& aConnection, Moment aTime);
 
 /// "media_manager (pid 23)"; empty when it is not known.
 std::string ProcessTitle(const Run& aRun, int aId, Moment aTime);
@@ -139,13 +151,13 @@ std::string ProcessTitle(const Run& aRun, int aId, Moment aTime);
 /// "private bus"
 const char* WordOf(Bus aBus);
 
+/// " in Suite.Case" when one was running at the end; otherwise empty.
+std::string InCase(const Run& aRun);
+
 /// The result in one sentence.
 std::string ResultText(const Run& aRun);
 
 /// "exit status 0", "signal 9 (Killed)", "still ran at the end".
 std::string EndText(const ProcessLife& aProcess);
-
-/// "signal 11 (Segmentation fault)"
-std::string SignalText(int aNumber);
 
 } // namespace sandbox

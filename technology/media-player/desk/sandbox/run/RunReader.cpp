@@ -28,16 +28,6 @@ std::string FieldOf(const std::vector<Fact>& aFacts, const std::string& aKind, s
     return fact != nullptr && aIndex < fact->fields.size() ? fact->fields[aIndex] : std::string();
 }
 
-Clock ClockOf(const std::vector<Fact>& aFacts)
-{
-    Clock clock;
-    if (const std::string speed = FieldOf(aFacts, fact::kClock, 0); !speed.empty()) {
-        clock.speed = std::strtod(speed.c_str(), nullptr);
-        clock.start = std::atoll(FieldOf(aFacts, fact::kClock, 1).c_str());
-    }
-    return clock;
-}
-
 // When the program began to be what it is, or the first that is known.
 long long MachineStart(const std::vector<Fact>& aFacts)
 {
@@ -92,6 +82,15 @@ void TakeCommand(const std::vector<Fact>& aFacts, Run& aRun)
     aRun.status = std::atoi((ofProgram.empty() ? FieldOf(aFacts, fact::kEnd, 0) : ofProgram).c_str());
 }
 
+void TakeUnits(const std::vector<Fact>& aFacts, Run& aRun)
+{
+    for (const Fact& fact : aFacts) {
+        if (fact.kind == fact::kUnit && fact.fields.size() == 3) {
+            aRun.units.push_back({fact.fields[0], fact.fields[1], fact.fields[2]});
+        }
+    }
+}
+
 // What was still going on went on to the end.
 template <typename Things>
 void CloseSpans(Things& aThings, Moment aEnd)
@@ -125,6 +124,16 @@ Moment LastMoment(const Run& aRun)
 
 } // namespace
 
+Clock ClockOf(const std::vector<Fact>& aFacts)
+{
+    Clock clock;
+    if (const std::string speed = FieldOf(aFacts, fact::kClock, 0); !speed.empty()) {
+        clock.speed = std::strtod(speed.c_str(), nullptr);
+        clock.start = std::atoll(FieldOf(aFacts, fact::kClock, 1).c_str());
+    }
+    return clock;
+}
+
 Run ReadRun(const RecordedRun& aRecord)
 {
     Run run;
@@ -133,6 +142,7 @@ Run ReadRun(const RecordedRun& aRecord)
     clock.zero = clock.clock.FromMachine(MachineStart(aRecord.facts));
     run.start = clock.zero;
     TakeCommand(aRecord.facts, run);
+    TakeUnits(aRecord.facts, run);
     ReadProcesses(aRecord.facts, clock, run);
     ReadOutput(aRecord.facts, clock, run);
     ReadBus(aRecord.testBus, Bus::Private, clock.zero, run);

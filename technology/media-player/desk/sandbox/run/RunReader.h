@@ -1,6 +1,7 @@
 /// Makes a run of what was put down of it.
 #pragma once
 
+#include "../clock/Clock.h"
 #include "../record/Fact.h"
 #include "Run.h"
 
@@ -14,6 +15,9 @@ struct RecordedRun {
     std::string testBus;   ///< pcap
     std::string systemBus; ///< pcap
 };
+
+/// The sandbox's clock, as far as it is set by then.
+Clock ClockOf(const std::vector<Fact>& aFacts);
 
 /// Whatever of it is there: a record may end anywhere.
 Run ReadRun(const RecordedRun& aRecord);

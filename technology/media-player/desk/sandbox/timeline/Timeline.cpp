@@ -1,6 +1,7 @@
 #include "Timeline.h"
 
 #include "../Posix.h"
+#include "../postmortem/PostMortem.h"
 #include "../run/RunReader.h"
 
 #include <cerrno>
@@ -11,18 +12,6 @@ namespace sandbox
 namespace
 {
 
-Run ReadRecording(const Recording& aRecording)
-{
-    return ReadRun({ParseFacts(Recording::Content(aRecording.Facts().Get())),
-                    Recording::Content(aRecording.TestBus()), Recording::Content(aRecording.SystemBus())});
-}
-
-bool CantWrite(const std::string& aFile)
-{
-    Say(WithErrno("the time line can't be written to " + aFile, errno));
-    return false;
-}
-
 std::string HowToFinish(const TimelineFiles& aFiles)
 {
     return "mpl-sandbox --timeline-from " + aFiles.recording;
@@ -30,54 +19,45 @@ std::string HowToFinish(const TimelineFiles& aFiles)
 
 } // namespace
 
-bool Timeline::Begin(const TimelineFiles& aFiles, Kept aKept, const std::vector<std::string>& aCommand)
+Run ReadRecording(const Recording& aRecording)
 {
-    m_Files = aFiles;
-    m_Kept = aKept;
-    if (!m_Recording.Make(aFiles.recording)) {
-        return CantWrite(aFiles.recording);
+    return ReadRun({aRecording.ReadFacts(), Recording::Content(aRecording.TestBus()),
+                    Recording::Content(aRecording.SystemBus())});
+}
+
+bool Timeline::CantWrite(const std::string& aFile)
+{
+    Say(WithErrno("the time line can't be written to " + aFile, errno));
+    return false;
+}
+
+bool Timeline::Begin(const Recording& aRecording, bool aIsMade) const
+{
+    if (!aIsMade) {
+        return CantWrite(m_Files.recording);
     }
-    m_Recording.Facts().Write(fact::kCommand, aCommand);
     std::string file;
-    if (!WriteTimeline(m_Files, ReadRecording(m_Recording),
+    if (!WriteTimeline(m_Files, ReadRecording(aRecording),
                        {"What was seen of the run is still to be written here: " + HowToFinish(m_Files)},
                        file)) {
-        m_Recording.Remove();
+        aRecording.Remove();
         return CantWrite(file);
-    }
-    m_Keeper.TakeTerminals();
-    if (!m_Keeper.Start(m_Recording.Facts(), [this] { Finish(); })) {
-        m_Recording.Remove();
-        return CantWrite("a process of its own");
     }
     return true;
 }
 
-void Timeline::Tell(InsideSettings& aSettings) const
+void Timeline::Finish(const Recording& aRecording, const Run& aRun,
+                      const std::vector<std::string>& aPostMortem) const
 {
-    aSettings.factsFd = m_Recording.Facts().Get();
-    aSettings.wholeTestFd = m_Recording.TestBus();
-    aSettings.wholeSystemFd = m_Recording.SystemBus();
-}
-
-void Timeline::End(int aStatus)
-{
-    m_Recording.Facts().Write(fact::kEnd, {std::to_string(aStatus)});
-    m_Keeper.WaitForEnd();
-}
-
-void Timeline::Finish() const
-{
-    const Run run = ReadRecording(m_Recording);
     std::string file;
-    if (m_Kept == Kept::AfterFailure && run.result == RunResult::Passed) {
+    if (m_Kept == Kept::AfterFailure && aRun.result == RunResult::Passed) {
         RemoveTimeline(m_Files);
-    } else if (!WriteTimeline(m_Files, run, {}, file)) {
+    } else if (!WriteTimeline(m_Files, aRun, aPostMortem, file)) {
         CantWrite(file);
         Say("what was seen of the run is kept; when there is room, run " + HowToFinish(m_Files));
         return;
     }
-    m_Recording.Remove();
+    aRecording.Remove();
 }
 
 int WriteTimelineFrom(const std::string& aRecording)
@@ -93,8 +73,9 @@ int WriteTimelineFrom(const std::string& aRecording)
         Say(WithErrno("the recording " + files.recording + " can't be read", errno));
         return kExitNoSandbox;
     }
-    if (!WriteTimeline(files, ReadRecording(recording), {}, file)) {
-        CantWrite(file);
+    const Run run = ReadRecording(recording);
+    if (!WriteTimeline(files, run, PostMortem(run), file)) {
+        Timeline::CantWrite(file);
         return kExitNoSandbox;
     }
     recording.Remove();

@@ -1,9 +1,8 @@
 /// The time line of the run that mpl-sandbox makes.
 #pragma once
 
-#include "../InsideSettings.h"
-#include "../record/Keeper.h"
 #include "../record/Recording.h"
+#include "../run/Run.h"
 #include "TimelineFiles.h"
 
 #include <string>
@@ -17,28 +16,26 @@ class Timeline
 public:
     enum class Kept { Always, AfterFailure };
 
-    /// Begins to record a run of that command. From then on there is a file that says that the run was cut
-    /// off, until a better one takes its place. False, after a message, when that can't be written.
-    bool Begin(const TimelineFiles& aFiles, Kept aKept, const std::vector<std::string>& aCommand);
+    Timeline(TimelineFiles aFiles, Kept aKept) : m_Files(std::move(aFiles)), m_Kept(aKept) {}
 
-    /// What the half inside has to know. No-op when nothing is recorded.
-    void Tell(InsideSettings& aSettings) const;
+    /// From then on there is a file that says that the run was cut off, until a better one takes its place.
+    /// False, after a message, when that can't be written, or when the recording could not be made.
+    bool Begin(const Recording& aRecording, bool aIsMade) const;
 
-    /// What the sandbox is to have as stdout and stderr.
-    int Out() const { return m_Keeper.Out(); }
-    int Err() const { return m_Keeper.Err(); }
+    /// Writes what is to be kept of the run that has ended, and then removes its recording.
+    void Finish(const Recording& aRecording, const Run& aRun,
+                const std::vector<std::string>& aPostMortem) const;
 
-    /// The sandbox has ended with that status. Blocks until the time line is written.
-    void End(int aStatus);
+    /// Says so, with errno. False.
+    static bool CantWrite(const std::string& aFile);
 
 private:
-    void Finish() const;
-
     TimelineFiles m_Files;
     Kept m_Kept = Kept::Always;
-    Recording m_Recording;
-    Keeper m_Keeper;
 };
+
+/// Whatever is there of it.
+Run ReadRecording(const Recording& aRecording);
 
 /// Writes the time line of a run whose recording was left. The status to end with.
 int WriteTimelineFrom(const std::string& aRecording);

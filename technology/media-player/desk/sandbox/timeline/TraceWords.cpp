@@ -1,5 +1,7 @@
 #include "TraceWords.h"
 
+#include "../Posix.h"
+
 #include <algorithm>
 #include <cmath>
 #include <csignal>

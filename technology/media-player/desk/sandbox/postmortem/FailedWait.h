@@ -1,0 +1,25 @@
+/// What the library waited for in vain.
+#pragma once
+
+#include "../run/Run.h"
+
+#include <string>
+#include <vector>
+
+namespace sandbox
+{
+
+struct FailedWait {
+    enum class For { Name, Object, OneObject, PrivateBus, Program };
+
+    For what = For::Name;
+    std::string about; ///< the bus name, or the program that could not be started
+    int found = 0;     ///< objects
+    Span span;
+};
+
+/// As the library tells them in its log, in order. What a case passed with it has expected, so that is left
+/// out.
+std::vector<FailedWait> FailedWaits(const Run& aRun);
+
+} // namespace sandbox
