@@ -20,6 +20,15 @@ const Connection* ConnectionOn(const Service& aService, Bus aBus)
     return found != aService.connections.end() ? *found : nullptr;
 }
 
+// Whose connection it was can't be asked any more once it is gone.
+bool MayHaveJoined(const Run& aRun, const ProcessLife& aLife)
+{
+    return std::any_of(aRun.connections.begin(), aRun.connections.end(), [&](const Connection& aConnection) {
+        return aConnection.process == 0 && aConnection.span.begin >= aLife.span.begin &&
+               aConnection.span.begin <= aLife.span.end;
+    });
+}
+
 // A bus may forbid to look at what others send.
 bool IsSeen(const Run& aRun, Bus aBus)
 {
@@ -104,7 +113,8 @@ std::string IntrospectionClause(const Run& aRun, const Service& aService, const 
 std::string BusClause(const Run& aRun, const Service& aService)
 {
     if (aService.connections.empty()) {
-        return aRun.connections.empty() || aService.name == kBusDaemon ? std::string() : "joined no bus";
+        const bool isKnown = !aRun.connections.empty() && !MayHaveJoined(aRun, *aService.life);
+        return isKnown && aService.name != kBusDaemon ? "joined no bus" : std::string();
     }
     const Connection* meant = ConnectionOn(aService, aService.bus);
     const Connection& joined = meant != nullptr ? *meant : *aService.connections.front();
