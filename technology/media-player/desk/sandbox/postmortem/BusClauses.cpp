@@ -70,7 +70,7 @@ std::string OwnerAt(const Run& aRun, const Service& aService, Moment aTime)
 
 std::string OwnedClause(const Service& aService, const NameOwnership& aName)
 {
-    const std::string owned = "owned " + aService.busName + " from " + Seconds(aName.span.begin);
+    std::string owned = "owned " + aService.busName + " from " + Seconds(aName.span.begin);
     const bool isLate = aService.wait != nullptr && aService.wait->what == FailedWait::For::Name;
     if (!isLate) {
         return owned;
