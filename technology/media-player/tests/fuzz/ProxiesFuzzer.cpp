@@ -40,7 +40,8 @@ const std::map<QByteArray, Reader> kReaders{
     {"MPL::ServiceObject", Read<MPL::ServiceObject>},
     {"QList<MPL::ServiceObject>", Read<QList<MPL::ServiceObject>>},
     {"MPL::BufferedMedia", Read<MPL::BufferedMedia>},
-    {"QVector<MPL::BrowserHierarchy>", Read<QVector<MPL::BrowserHierarchy>>}};
+    {"QVector<MPL::BrowserHierarchy>", Read<QVector<MPL::BrowserHierarchy>>},
+    {"QList<MPL::BrowserHierarchy>", Read<QVector<MPL::BrowserHierarchy>>}}; // its name with Qt 6
 
 QByteArray ReplyType(const QMetaMethod& aMethod)
 {
