@@ -11,7 +11,7 @@ namespace sandbox
 {
 
 /// Of each stream, in a recording that is in memory.
-constexpr size_t kMostOutputInMemory = 64 * 1024 * 1024;
+constexpr size_t kMostOutputInMemory = 64UL * 1024 * 1024;
 
 /// Three files that are only appended to: the facts, and the traffic of both buses as pcap.
 class Recording

@@ -56,6 +56,7 @@ template <typename Things>
 std::vector<const typename Things::value_type*> Sorted(const Things& aThings)
 {
     std::vector<const typename Things::value_type*> sorted;
+    sorted.reserve(aThings.size());
     for (const auto& thing : aThings) {
         sorted.push_back(&thing);
     }
