@@ -29,23 +29,23 @@ void ExpectXml(const QString& aFile)
 
 int LLVMFuzzerTestOneInput(const uint8_t* aData, size_t aSize)
 {
-    static const QTemporaryDir s_Folder("/dev/shm/mpl-fuzz-XXXXXX");
-    static const QString s_File = s_Folder.filePath("report.xml");
+    static const QTemporaryDir kFolder("/dev/shm/mpl-fuzz-XXXXXX");
+    static const QString kFile = kFolder.filePath("report.xml");
     std::string_view output(reinterpret_cast<const char*>(aData), aSize);
     const size_t size = output.empty() ? 1 : std::max<size_t>(1, static_cast<uint8_t>(output.front()));
     output.remove_prefix(std::min<size_t>(1, output.size()));
 
     sandbox::Cases cases;
     sandbox::GoogletestLog log(cases);
-    sandbox::JunitReport report("fuzz", s_File.toStdString());
+    sandbox::JunitReport report("fuzz", kFile.toStdString());
     while (!output.empty()) {
         log.Take(output.substr(0, size));
         output.remove_prefix(std::min(size, output.size()));
     }
     fuzz::Promise(report.Save(cases), "a report can be saved while its program runs");
-    ExpectXml(s_File);
+    ExpectXml(kFile);
     log.Finish();
     report.Finish(cases, "exit status 0", 0);
-    ExpectXml(s_File);
+    ExpectXml(kFile);
     return 0;
 }
