@@ -11,7 +11,11 @@ foreach(part STYLE SCRIPT)
     endforeach()
     string(REPLACE "@${part}@" "${joined}" page "${page}")
 endforeach()
-file(WRITE ${OUTPUT} "namespace sandbox
+# The text is longer than what every compiler has to take; those in use take it.
+file(WRITE ${OUTPUT} "#ifdef __clang__
+#pragma clang diagnostic ignored \"-Woverlength-strings\"
+#endif
+namespace sandbox
 {
 extern const char ${NAME}[];
 const char ${NAME}[] = R\"__(${page})__\";

@@ -23,9 +23,12 @@ const Connection* ConnectionOn(const Service& aService, Bus aBus)
 // Whose connection it was can't be asked any more once it is gone.
 bool MayHaveJoined(const Run& aRun, const ProcessLife& aLife)
 {
+    // Once the program has ended the recorders themselves connect, to say so.
+    const ProcessLife* program = FindProcess(aRun, aRun.program, aRun.end);
+    const Moment end = std::min(aLife.span.end, program != nullptr ? program->span.end : aRun.end);
     return std::any_of(aRun.connections.begin(), aRun.connections.end(), [&](const Connection& aConnection) {
         return aConnection.process == 0 && aConnection.span.begin >= aLife.span.begin &&
-               aConnection.span.begin <= aLife.span.end;
+               aConnection.span.begin <= end;
     });
 }
 
