@@ -1,5 +1,7 @@
 #include "ConnectionAsker.h"
 
+#include "BusQuestions.h"
+
 #include <dbus/dbus.h>
 
 namespace sandbox
@@ -7,9 +9,6 @@ namespace sandbox
 
 namespace
 {
-
-constexpr int kLimitMs = 2000;
-constexpr const char* kAskForProcess = "GetConnectionUnixProcessID";
 
 struct OwnerChange {
     const char* name = "";
@@ -27,11 +26,6 @@ OwnerChange OwnerChangeIn(DBusMessage* aMessage)
     return change;
 }
 
-DBusMessage* NewCall(const char* aMethod)
-{
-    return dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, aMethod);
-}
-
 } // namespace
 
 std::string ConnectionAsker::Name() const
@@ -44,21 +38,9 @@ void ConnectionAsker::AskAboutAll()
     if (!m_Bus.IsConnected()) {
         return;
     }
-    DBusMessage* call = NewCall("ListNames");
-    DBusMessage* reply = dbus_connection_send_with_reply_and_block(m_Bus.Get(), call, kLimitMs, nullptr);
-    dbus_message_unref(call);
-    char** names = nullptr;
-    int count = 0;
-    if (reply == nullptr) {
-        return;
+    for (const Question& question : QuestionsAboutAll(m_Bus.Get())) {
+        Send(question.method, question.name);
     }
-    dbus_message_get_args(reply, nullptr, DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &names, &count,
-                          DBUS_TYPE_INVALID);
-    for (int i = 0; i < count; ++i) {
-        Send(names[i][0] == ':' ? kAskForProcess : "GetNameOwner", names[i]);
-    }
-    dbus_free_string_array(names);
-    dbus_message_unref(reply);
 }
 
 void ConnectionAsker::AskAboutNew(DBusMessage* aMessage)
@@ -83,9 +65,7 @@ void ConnectionAsker::Send(const char* aMethod, const std::string& aName)
     if (!m_Bus.IsConnected()) {
         return;
     }
-    DBusMessage* call = NewCall(aMethod);
-    const char* name = aName.c_str();
-    dbus_message_append_args(call, DBUS_TYPE_STRING, &name, DBUS_TYPE_INVALID);
+    DBusMessage* call = NewQuestion(aMethod, aName.c_str());
     dbus_connection_send(m_Bus.Get(), call, nullptr);
     dbus_connection_flush(m_Bus.Get());
     dbus_message_unref(call);

@@ -1,5 +1,6 @@
 #include "LightTraffic.h"
 
+#include "BusQuestions.h"
 #include "ConnectionAsker.h"
 
 #include <dbus/dbus.h>
@@ -11,8 +12,6 @@ namespace sandbox
 
 namespace
 {
-
-constexpr int kLimitMs = 2000;
 
 constexpr const char* kRules[] = {
     "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
@@ -29,11 +28,6 @@ std::string Text(const char* aText)
     return aText != nullptr ? aText : "";
 }
 
-DBusMessage* NewCall(const char* aMethod)
-{
-    return dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, aMethod);
-}
-
 } // namespace
 
 LightTraffic::LightTraffic(DBusConnection* aConnection, const PcapFile& aFile)
@@ -43,33 +37,15 @@ LightTraffic::LightTraffic(DBusConnection* aConnection, const PcapFile& aFile)
     for (const char* rule : kRules) {
         dbus_bus_add_match(m_Connection, rule, nullptr);
     }
-    AskAboutAll();
-}
-
-void LightTraffic::AskAboutAll() const
-{
-    DBusMessage* call = NewCall("ListNames");
-    DBusMessage* reply = dbus_connection_send_with_reply_and_block(m_Connection, call, kLimitMs, nullptr);
-    dbus_message_unref(call);
-    char** names = nullptr;
-    int count = 0;
-    if (reply == nullptr) {
-        return;
+    for (const Question& question : QuestionsAboutAll(m_Connection)) {
+        Ask(question.method, question.name.c_str());
     }
-    dbus_message_get_args(reply, nullptr, DBUS_TYPE_ARRAY, DBUS_TYPE_STRING, &names, &count,
-                          DBUS_TYPE_INVALID);
-    for (int i = 0; i < count; ++i) {
-        Ask(names[i][0] == ':' ? "GetConnectionUnixProcessID" : "GetNameOwner", names[i]);
-    }
-    dbus_free_string_array(names);
-    dbus_message_unref(reply);
 }
 
 // The question is written here, as the bus would show it only after its answer.
 void LightTraffic::Ask(const char* aMethod, const char* aName) const
 {
-    DBusMessage* call = NewCall(aMethod);
-    dbus_message_append_args(call, DBUS_TYPE_STRING, &aName, DBUS_TYPE_INVALID);
+    DBusMessage* call = NewQuestion(aMethod, aName);
     dbus_message_set_sender(call, m_Name.c_str());
     dbus_connection_send(m_Connection, call, nullptr);
     m_File.Write(call);
@@ -90,7 +66,7 @@ void LightTraffic::Take(DBusMessage* aMessage)
         dbus_message_get_args(aMessage, nullptr, DBUS_TYPE_STRING, &name, DBUS_TYPE_STRING, &before,
                               DBUS_TYPE_STRING, &after, DBUS_TYPE_INVALID) != FALSE &&
         name[0] == ':' && std::strlen(after) > 0) {
-        Ask("GetConnectionUnixProcessID", name);
+        Ask(kAskForProcess, name);
     }
 }
 

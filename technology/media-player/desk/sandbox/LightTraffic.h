@@ -27,7 +27,6 @@ public:
 private:
     bool IsWanted(DBusMessage* aMessage);
     void Ask(const char* aMethod, const char* aName) const;
-    void AskAboutAll() const;
 
     DBusConnection* m_Connection;
     const PcapFile& m_File;
