@@ -1,5 +1,7 @@
 #include "Posix.h"
 
+#include "ProgramPath.h"
+
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -28,7 +30,9 @@ namespace
         arguments.push_back(const_cast<char*>(argument.c_str()));
     }
     arguments.push_back(nullptr);
-    execvp(arguments[0], arguments.data());
+    // Each folder that execvp tries in vain is a system call of which who looks on is told.
+    const std::string file = FindProgram(aCommand.front());
+    execvp(file.empty() ? arguments[0] : file.c_str(), arguments.data());
     WriteAll(aReport, std::to_string(errno));
     _exit(kExitCannotRun);
 }

@@ -1,14 +1,12 @@
 #include "Preloading.h"
 
 #include "ElfProgram.h"
+#include "ProgramPath.h"
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <sstream>
 
 namespace sandbox
 {
@@ -21,23 +19,6 @@ constexpr int kDeepestScript = 4;
 
 // Runtimes that insist on being the first library.
 constexpr const char* kSanitizers[] = {"libasan.", "libhwasan.", "liblsan.", "libtsan.", "libclang_rt."};
-
-// As execvp finds it; empty when it doesn't.
-std::string FindProgram(const std::string& aName)
-{
-    if (aName.find('/') != std::string::npos) {
-        return aName;
-    }
-    const char* path = std::getenv("PATH");
-    std::istringstream folders(path != nullptr ? path : "/bin:/usr/bin");
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        std::string file = (folder.empty() ? "." : folder) + "/" + aName;
-        if (access(file.c_str(), X_OK) == 0) {
-            return file;
-        }
-    }
-    return {};
-}
 
 // "#!interpreter argument"; empty when the file is no script.
 std::string InterpreterOf(const std::string& aFile)
