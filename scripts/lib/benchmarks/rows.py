@@ -131,6 +131,15 @@ def speeds(machine):
             yield measure.record("One shard by speed", "ours", "s", walls, speed)
 
 
+def manager(machine):
+    """One shard, and what its lifecycle manager adds to it."""
+    program = ["--", machine.bin("benchmark_fixture_shards"), "--gtest_filter=*/0"]
+    plain = [machine.sandbox, "--speed", "20"]
+    yield from measure.costs_by_turns("One shard at speed 20", {
+        "ours, no lifecycle manager": [*plain, "--no-lifecycle-manager", *program],
+        "with one": [*plain, *program]}, machine.times(15))
+
+
 def timeline(machine):
     """The first example, recorded and not, at the speed of this project's own tests and at the machine's."""
     with tempfile.TemporaryDirectory() as folder:
@@ -154,4 +163,4 @@ def crowd(machine):
 
 
 ALL = {"programs": programs, "starts": starts, "mock": mock, "compile": compile_costs, "shards": shards,
-       "speeds": speeds, "timeline": timeline, "crowd": crowd}
+       "speeds": speeds, "manager": manager, "timeline": timeline, "crowd": crowd}
