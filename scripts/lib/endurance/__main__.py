@@ -18,14 +18,10 @@ def main():
     parser.add_argument("--count", type=positive, default=1000, help="how many sandboxes (default 1000)")
     parser.add_argument("--jobs", type=positive, default=8, help="how many of them side by side (default 8)")
     parser.add_argument("--seed", type=positive, help="what decides who is killed when (default: another each time)")
-    parser.add_argument("--managed", action="store_true",
-                        help="only sandboxes with a lifecycle manager: their control group also catches the process that "
-                             "bubblewrap forgets when it is killed in its first milliseconds")
     parser.add_argument("--build", required=True, help=argparse.SUPPRESS)
     arguments = parser.parse_args()
     world.enter()
-    return sandboxes.run(arguments.build, arguments.count, arguments.jobs, arguments.seed or random.randrange(1, 10**6),
-                         sandboxes.MANAGED if arguments.managed else sandboxes.OPTIONS)
+    return sandboxes.run(arguments.build, arguments.count, arguments.jobs, arguments.seed or random.randrange(1, 10**6))
 
 
 if __name__ == "__main__":

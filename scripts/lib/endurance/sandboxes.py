@@ -15,8 +15,7 @@ PLACE = "/tmp/endurance"  # where everybody can read
 PROGRAM = "sleep 1000 & setsid sleep 1000 & dbus-send --system --print-reply --dest=org.freedesktop.DBus / " \
           "org.freedesktop.DBus.ListNames >/dev/null; sleep 0.1"
 RECORDS = f"{PLACE}/records"
-MANAGED = ([], [], ["--speed", "10"], ["--record-bus"])
-OPTIONS = (*MANAGED, ["--no-lifecycle-manager"])
+OPTIONS = ([], [], ["--speed", "10"], ["--record-bus"], ["--no-lifecycle-manager"])
 
 
 def prepare(build):
@@ -67,9 +66,9 @@ def kill(sandbox, everything):
 
 
 class Sandbox:
-    def __init__(self, dice, number, choices):
+    def __init__(self, dice, number):
         self.ordinary = dice.random() < 0.5
-        self.options = list(dice.choice(choices))
+        self.options = list(dice.choice(OPTIONS))
         if "--record-bus" in self.options:
             self.options.append(f"{RECORDS}/{number}.pcap")
         self.kill_at = time.monotonic() + dice.uniform(0, 0.5) if dice.random() < 1 / 3 else None
@@ -111,14 +110,14 @@ def table(before, left, after):
     print("swept: after one more start of each user")
 
 
-def run(build, count, jobs, seed, choices):
+def run(build, count, jobs, seed):
     dice = random.Random(seed)
     prepare(build)
     before = world.count()
     running, killed, problems, started, told = [], 0, [], 0, time.monotonic()
     while started < count or running:
         if started < count and len(running) < jobs:
-            running.append(Sandbox(dice, started, choices))
+            running.append(Sandbox(dice, started))
             started += 1
         for sandbox in [sandbox for sandbox in running if sandbox.is_over()]:
             running.remove(sandbox)

@@ -4,6 +4,7 @@
 #include "World.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -64,18 +65,32 @@ int ExplainFailure(int aError)
     return kExitNoSandbox;
 }
 
+// Waits for its end, but leaves taking note of that to the caller.
+bool IsKilled(pid_t aProcess)
+{
+    siginfo_t end = {};
+    while (waitid(P_PID, static_cast<id_t>(aProcess), &end, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
+    }
+    return end.si_code != CLD_EXITED;
+}
+
 // bubblewrap ends as soon as it knows the status. Its last child is the sandbox's process 1, which is handed
-// to us; the kernel lets it end only after everything else in there. It is in our process group.
+// to us; the kernel lets it end only after everything else in there.
 void WaitForOrphans()
 {
-    while (waitpid(0, nullptr, 0) > 0 || errno == EINTR) {
+    while (waitpid(-1, nullptr, 0) > 0 || errno == EINTR) {
     }
+}
+
+bool HasSomething(const UniqueFd& aPipe)
+{
+    pollfd content = {aPipe.Get(), POLLIN, 0};
+    return poll(&content, 1, 0) > 0 && (content.revents & POLLIN) != 0;
 }
 
 } // namespace
 
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup,
-                  const Streams& aStreams)
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const Streams& aStreams)
 {
     Pipe ready = MakePipe();
     Pipe messages = MakePipe();
@@ -87,31 +102,31 @@ int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
     aArguments.insert(aArguments.end(), inside.begin(), inside.end());
 
     prctl(PR_SET_CHILD_SUBREAPER, 1);
-    const pid_t self = getpid();
-    const Spawned bubblewrap = Spawn(
-        aArguments,
-        [&] {
-            DieWithParent(self);
-            for (const int given :
-                 {ready.write.Get(), aSettings.factsFd, aSettings.wholeTestFd, aSettings.wholeSystemFd}) {
-                fcntl(given, F_SETFD, 0);
-            }
-            dup2(aStreams.out, STDOUT_FILENO);
-            dup2(messages.write.Get(), STDERR_FILENO);
-        },
-        [&] { return aCgroup.Fork(); });
+    const Spawned bubblewrap = Spawn(aArguments, [&] {
+        ready.read.Close();
+        DieWithParent(ready.write.Get());
+        for (const int given :
+             {ready.write.Get(), aSettings.factsFd, aSettings.wholeTestFd, aSettings.wholeSystemFd}) {
+            fcntl(given, F_SETFD, 0);
+        }
+        dup2(aStreams.out, STDOUT_FILENO);
+        dup2(messages.write.Get(), STDERR_FILENO);
+    });
     ready.write.Close();
     messages.write.Close();
     if (bubblewrap.pid < 0) {
         return ExplainFailure(bubblewrap.error);
     }
-    const bool stands = !ReadAll(ready.read.Get()).empty();
+    if (IsKilled(bubblewrap.pid)) {
+        return WaitForEnd(bubblewrap.pid); // its child may wait for its word for ever
+    }
     const int status = WaitForEnd(bubblewrap.pid);
     WaitForOrphans();
-    if (!stands) {
+    if (!HasSomething(ready.read)) {
         ExplainRefusal(ReadAll(messages.read.Get()));
+        return kExitNoSandbox;
     }
-    return stands ? status : kExitNoSandbox;
+    return status;
 }
 
 } // namespace sandbox

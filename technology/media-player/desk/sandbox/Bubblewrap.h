@@ -2,7 +2,6 @@
 #pragma once
 
 #include "InsideSettings.h"
-#include "PrivateCgroup.h"
 
 #include <string>
 #include <vector>
@@ -15,10 +14,10 @@ struct Streams {
     int err;
 };
 
-/// Runs bubblewrap in the control group with these arguments, streams and the settings for the half inside,
-/// whose stderrFd and readyFd it adds. Returns the status to exit with once nothing of the sandbox is left.
-/// Where bubblewrap can't make a sandbox, one line says why and what to do.
-int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const PrivateCgroup& aCgroup,
-                  const Streams& aStreams);
+/// Runs bubblewrap with these arguments, streams and the settings for the half inside, whose stderrFd and
+/// readyFd it adds. Returns the status to exit with once nothing of the sandbox is left, or at once when
+/// bubblewrap was killed: the caller's end is to end the rest then (see RunEnclosed). Where bubblewrap can't
+/// make a sandbox, one line says why and what to do.
+int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings, const Streams& aStreams);
 
 } // namespace sandbox

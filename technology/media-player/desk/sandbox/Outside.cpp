@@ -1,6 +1,7 @@
 #include "Outside.h"
 
 #include "Bubblewrap.h"
+#include "Enclosure.h"
 #include "Observer.h"
 #include "Posix.h"
 #include "PrivateCgroup.h"
@@ -121,8 +122,9 @@ int RunOutside(const Options& aOptions)
         places.hasCgroup = true;
         places.managerLibrary = FindOwnLibrary("libmpl-manager.so");
     }
-    const int status =
-        RunBubblewrap(BubblewrapArguments(places), settings, cgroup, {observer.Out(), observer.Err()});
+    const int status = RunEnclosed(cgroup, [&] {
+        return RunBubblewrap(BubblewrapArguments(places), settings, {observer.Out(), observer.Err()});
+    });
     observer.End(status);
     return status;
 }

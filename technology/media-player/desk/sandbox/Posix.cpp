@@ -3,6 +3,7 @@
 #include "ProgramPath.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -128,12 +129,11 @@ std::string WithErrno(const std::string& aText, int aErrno)
     return aText + ": " + std::strerror(aErrno);
 }
 
-Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild,
-              const std::function<pid_t()>& aFork)
+Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild)
 {
     // The pipe closes when the command runs; before that it carries the reason why it can't.
     Pipe report = MakePipe();
-    const pid_t pid = report.read.IsValid() ? aFork() : -1;
+    const pid_t pid = report.read.IsValid() ? fork() : -1;
     if (pid < 0) {
         return {-1, errno};
     }
@@ -157,11 +157,13 @@ UniqueFd HandleOf(pid_t aProcess)
     return UniqueFd(static_cast<int>(syscall(SYS_pidfd_open, aProcess, 0)));
 }
 
-void DieWithParent(pid_t aParent)
+void DieWithParent(int aPipe)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // The parent may have ended before the kernel was asked to watch it.
-    if (getppid() != aParent) {
+    // The parent may have ended before the kernel was asked to watch it. Its process id doesn't tell: in
+    // other process id spaces it has none.
+    pollfd end = {aPipe, 0, 0};
+    if (poll(&end, 1, 0) != 0) {
         _exit(kExitNoSandbox);
     }
 }

@@ -75,18 +75,18 @@ struct Spawned {
     int error;
 };
 
-/// Forks, by `aFork` when given, runs `aInChild` in the child, then the command (looked up in PATH). Blocks
+/// Forks, runs `aInChild` in the child, then the command (looked up in PATH). Blocks
 /// until the command runs or could not be run. Call it from the main thread: children that die with their
 /// parent die with the *thread* that forked them.
-Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild = {},
-              const std::function<pid_t()>& aFork = fork);
+Spawned Spawn(const std::vector<std::string>& aCommand, const std::function<void()>& aInChild = {});
 
 /// A descriptor of the process that becomes readable when it ends; of this one, even when its id is used
 /// again.
 UniqueFd HandleOf(pid_t aProcess);
 
-/// To be called in a fresh child: the kernel kills it when `aParent` ends, however that ends.
-void DieWithParent(pid_t aParent);
+/// To be called in a fresh child: the kernel kills it when its parent ends, however that ends. `aPipe` is the
+/// writing end of a pipe that the parent alone reads.
+void DieWithParent(int aPipe);
 
 /// Waits for the child's end; the status as a shell counts it (exit status, or 128 + signal).
 int WaitForEnd(pid_t aPid);

@@ -84,23 +84,23 @@ bool PrivateCgroup::Make(std::string& aReason)
     return true;
 }
 
-pid_t PrivateCgroup::Fork() const
+pid_t PrivateCgroup::Fork(unsigned aNamespaces) const
 {
-    if (Folder().empty()) {
-        return fork();
-    }
     const UniqueFd group(open(Folder().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     clone_args arguments = {};
-    arguments.flags = CLONE_INTO_CGROUP;
+    arguments.flags = aNamespaces;
     arguments.exit_signal = SIGCHLD;
-    arguments.cgroup = static_cast<__u64>(group.Get());
+    if (group.IsValid()) {
+        arguments.flags |= CLONE_INTO_CGROUP;
+        arguments.cgroup = static_cast<__u64>(group.Get());
+    }
     auto child = static_cast<pid_t>(syscall(SYS_clone3, &arguments, sizeof arguments));
     if (child >= 0) {
         return child;
     }
     // Kernels before 5.7 can't, and some containers forbid it.
     child = fork();
-    if (child == 0 && !MoveIn(Folder())) {
+    if (child == 0 && !Folder().empty() && !MoveIn(Folder())) {
         _exit(errno);
     }
     return child;

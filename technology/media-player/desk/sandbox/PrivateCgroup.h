@@ -26,8 +26,9 @@ public:
     /// False, with the reason, where the machine gives the caller no group to start processes in.
     bool Make(std::string& aReason);
 
-    /// As fork(2), but with the child in the group. A plain fork when there is none.
-    pid_t Fork() const;
+    /// As fork(2), but with the child in the group, if there is one, and in new namespaces of these kinds
+    /// (CLONE_NEW…), if the machine lets the caller make them.
+    pid_t Fork(unsigned aNamespaces = 0) const;
 
     /// Ends what is left in the group and waits until it is gone. Nothing to do when it was never made.
     void Remove();

@@ -30,19 +30,19 @@ that the status is 1 when the program's was 0 and the report has an error;
 2 when the command line is wrong, 125 when FILE can't be written, 126 or 127 when the program can't be run.
 )";
 
-Spawned Start(const std::vector<std::string>& aCommand, int aOutput)
+Spawned Start(const std::vector<std::string>& aCommand, Relay& aOutput)
 {
-    const pid_t self = getpid();
     const bool wasIgnored = std::signal(SIGINT, SIG_IGN) == SIG_IGN;
     return Spawn(aCommand, [&] {
-        DieWithParent(self);
+        aOutput.CloseExit();
+        DieWithParent(aOutput.Entry());
         if (!wasIgnored) {
             std::signal(SIGINT, SIG_DFL);
         }
         if (AreSameFile(STDOUT_FILENO, STDERR_FILENO)) {
-            dup2(aOutput, STDERR_FILENO);
+            dup2(aOutput.Entry(), STDERR_FILENO);
         }
-        dup2(aOutput, STDOUT_FILENO);
+        dup2(aOutput.Entry(), STDOUT_FILENO);
     });
 }
 
@@ -78,7 +78,7 @@ int RunAndReport(const std::vector<std::string>& aCommand, JunitReport& aReport)
             aReport.Save(cases);
         }
     });
-    const Spawned program = Start(aCommand, output.Entry());
+    const Spawned program = Start(aCommand, output);
     output.CloseEntry();
     if (program.pid < 0) {
         return ExplainFailure(aCommand.front(), program.error, aReport);

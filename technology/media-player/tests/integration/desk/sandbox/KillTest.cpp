@@ -1,13 +1,18 @@
 // Whatever is killed, nothing is left.
 #include "SandboxRun.h"
+#include "WaitUntil.h"
 
 #include <QDir>
 #include <QFileInfo>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <map>
+#include <string>
 
 namespace sandbox
 {
@@ -51,6 +56,71 @@ INSTANTIATE_TEST_SUITE_P(
                     Victim{"FirstProcessInside", "/run/mpl-sandbox/mpl-sandbox", SIGKILL, 128 + SIGKILL},
                     Victim{"TestProgram", "sh -c", SIGKILL, 128 + SIGKILL}),
     [](const testing::TestParamInfo<Victim>& aInfo) { return std::string(aInfo.param.name); });
+
+// bubblewrap is held where the first process inside is born and waits for its word: it is made to tell of the
+// birth to a pipe that takes no more.
+class SandboxBeforeItStands : public Sandbox, public testing::WithParamInterface<const char*>
+{
+protected:
+    void SetUp() override
+    {
+        Sandbox::SetUp();
+        const QByteArray pipe = m_OpenFolder.filePath("pipe").toUtf8();
+        ASSERT_EQ(mkfifo(pipe, 0600), 0);
+        m_Pipe = open(pipe, O_RDWR | O_NONBLOCK | O_CLOEXEC);
+        const std::string page(4096, '.');
+        while (write(m_Pipe, page.data(), page.size()) > 0) {
+        }
+        WriteFile(m_OpenFolder.filePath("bwrap"),
+                  "#!/bin/sh\nPATH=${PATH#*:}\nexec bwrap --info-fd 0 \"$@\" 0<>" + pipe, kProgram);
+        m_Environment.insert("PATH", m_OpenFolder.path() + ':' + m_Environment.value("PATH"));
+        Start(m_Sandbox, QStringList{"--no-lifecycle-manager"} + ShellCommand("true"));
+        ASSERT_TRUE(WaitUntil("the first process inside is born", [this] { return FindProcesses(); }));
+    }
+
+    ~SandboxBeforeItStands() override { close(m_Pipe); }
+
+    bool FindProcesses()
+    {
+        std::map<pid_t, pid_t> parents; // of bubblewrap and the one inside, which is a copy of it
+        for (const ProcessEntry& process : MarkedProcesses()) {
+            if (process.arguments.rfind("bwrap --info-fd", 0) == 0) {
+                parents[process.pid] = process.parent;
+            }
+        }
+        for (const auto& [process, parent] : parents) {
+            if (parents.count(parent) > 0) {
+                m_Inside = process;
+                m_Victims = {{"MplSandbox", static_cast<pid_t>(m_Sandbox.processId())},
+                             {"Bubblewrap", parent},
+                             {"WhatRunsBubblewrap", parents[parent]}};
+            }
+        }
+        return m_Inside != 0;
+    }
+
+    int m_Pipe = -1;
+    QProcess m_Sandbox;
+    pid_t m_Inside = 0;
+    std::map<std::string, pid_t> m_Victims;
+};
+
+TEST_P(SandboxBeforeItStands, LeavesNothingBehindWhenKilled)
+{
+    for (const ProcessEntry& process : MarkedProcesses()) {
+        const auto victim = m_Victims.find(GetParam());
+        if (victim != m_Victims.end() ? process.pid == victim->second : process.pid != m_Inside) {
+            kill(process.pid, SIGKILL);
+        }
+    }
+    EXPECT_EQ(WaitForEnd(m_Sandbox).status, 128 + SIGKILL);
+    EXPECT_TRUE(WaitForNoProcess()) << MarkedProcesses().front().arguments;
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, SandboxBeforeItStands,
+                         testing::Values("MplSandbox", "WhatRunsBubblewrap", "Bubblewrap",
+                                         "AllOutsideAtOnce"),
+                         [](const auto& aInfo) { return std::string(aInfo.param); });
 
 // All at once, so that nobody is left to clean up: as CI servers end what takes too long. In a control group
 // of the case's own, where nobody else's sandboxes sweep.

@@ -23,6 +23,13 @@ constexpr int kEndLimitMs = 60000;
 constexpr int kGoneLimitMs = 10000;
 const QString kMark = "MPL_TEST_MARK";
 
+pid_t ParentOf(const QString& aPid)
+{
+    // pid (name) state parent …, and a name may hold anything
+    const QByteArray status = ReadFile("/proc/" + aPid + "/stat");
+    return status.mid(status.lastIndexOf(')')).split(' ').value(2).toInt();
+}
+
 } // namespace
 
 void WriteFile(const QString& aPath, const QByteArray& aText, int aPermissions)
@@ -144,7 +151,7 @@ std::vector<ProcessEntry> Sandbox::MarkedProcesses() const
     for (const QString& name : QDir("/proc").entryList(QDir::Dirs)) {
         if (name.toInt() > 0 && ReadFile("/proc/" + name + "/environ").contains(mark)) {
             const QByteArray arguments = ReadFile("/proc/" + name + "/cmdline").replace('\0', ' ');
-            found.push_back({name.toInt(), arguments.toStdString()});
+            found.push_back({name.toInt(), ParentOf(name), arguments.toStdString()});
         }
     }
     return found;

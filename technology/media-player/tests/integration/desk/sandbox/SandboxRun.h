@@ -26,6 +26,7 @@ struct Outcome {
 /// A process as /proc shows it.
 struct ProcessEntry {
     pid_t pid;
+    pid_t parent;
     std::string arguments;
 };
 
