@@ -119,8 +119,13 @@ int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int
     there.Close();
     prctl(PR_SET_NAME, "mpl-witness");
     aFacts({MachineNow(), fact::kRoot, {std::to_string(child)}});
-    const UniqueFd listener = Receive(here.Get());
-    return child > 0 ? Watch(child, signals.Get(), listener.Get(), aFacts) : aBody();
+    if (child < 0) {
+        return aBody();
+    }
+    // Open to this process' end: when it is closed, the kernel refuses what is asked of it, and what still
+    // runs would complain.
+    const int listener = Receive(here.Get()).Release();
+    return Watch(child, signals.Get(), listener, aFacts);
 }
 
 } // namespace sandbox

@@ -19,6 +19,11 @@ TEST_F(Sandbox, EndsAsItsProgramDoes)
     }
 }
 
+TEST_F(Sandbox, EndsWithoutAWordOfWhatStillStartsPrograms)
+{
+    EXPECT_EQ(RunScript("for i in 1 2 3 4; do (while :; do /bin/true; done) & done; sleep 0.1").err, "");
+}
+
 const struct {
     QStringList arguments;
     int status;
