@@ -37,7 +37,7 @@ set(CPACK_COMPONENT_HOST_DESCRIPTION "Host platform for tests of the media-playe
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_NAME mpl-test-support-sandbox)
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_SANDBOX_PACKAGE_DEPENDS "dbus-daemon, bubblewrap, libfaketime")
-set(CPACK_DEBIAN_SANDBOX_PACKAGE_RECOMMENDS "systemd")
+set(CPACK_DEBIAN_SANDBOX_PACKAGE_RECOMMENDS "systemd, libdw1") # libdw1 for where programs crashed
 set(CPACK_COMPONENT_SANDBOX_DESCRIPTION "Sandbox for tests of the media-player service stack
  A private world of its own for each test program, and its JUnit report.")
 

@@ -3,6 +3,7 @@
 #include "Posix.h"
 #include "Running.h"
 #include "World.h"
+#include "record/Visitor.h"
 
 #include <fcntl.h>
 #include <sched.h>
@@ -151,6 +152,7 @@ int EnterSandbox(const std::string& aWhich, const std::vector<std::string>& aCom
             "; it may just have ended");
         return kExitNoSandbox;
     }
+    AnnounceVisitor();
     TakeEnvironment();
     GoTo(folder);
     // At once: a sanitizer's last check clones this process and waits for the clone, which is born in another

@@ -213,7 +213,8 @@ int RunObserved(const InsideSettings& aSettings)
         buses.Take(aFact);
         alarm.Take(aFact);
     };
-    const int status = RunWitnessed(take, aSettings.isLight ? Detail::Light : Detail::Full,
+    CrashWatch crashes(log, aSettings.command.front());
+    const int status = RunWitnessed(take, crashes, aSettings.isLight ? Detail::Light : Detail::Full,
                                     [&aSettings] { return RunAll(aSettings); });
     buses.End(status == 0);
     kill(-1, SIGKILL); // while nothing is refused to what still runs: with this process the witness ends

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -122,6 +123,12 @@ std::string SignalText(int aNumber)
 {
     const char* words = sigdescr_np(aNumber);
     return "signal " + std::to_string(aNumber) + (words != nullptr ? " (" + std::string(words) + ")" : "");
+}
+
+bool IsCrash(int aSignal)
+{
+    constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS};
+    return std::find(std::begin(kCrashes), std::end(kCrashes), aSignal) != std::end(kCrashes);
 }
 
 std::string WithErrno(const std::string& aText, int aErrno)

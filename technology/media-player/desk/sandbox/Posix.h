@@ -69,6 +69,9 @@ std::string WithErrno(const std::string& aText, int aErrno);
 /// "signal 11 (Segmentation fault)"
 std::string SignalText(int aNumber);
 
+/// Whether a program gets that signal for its own fault, rather than from somebody.
+bool IsCrash(int aSignal);
+
 /// What became of a Spawn: the child's process id, or the errno that stopped it from running the command.
 struct Spawned {
     pid_t pid;

@@ -1,6 +1,7 @@
 #include "EndClauses.h"
 
 #include "../Posix.h"
+#include "CrashWords.h"
 #include "Times.h"
 
 #include <algorithm>
@@ -46,7 +47,8 @@ std::string SignalClause(const ProcessLife& aLife)
     const std::string end = SignalText(aLife.end.number) + " at " + Seconds(aLife.span.end);
     return sent != nullptr && sent->sender != aLife.id
                ? "was ended by " + end + " from " + SenderOf(aLife, *sent)
-               : "crashed with " + end + (sent != nullptr ? ", which it sent itself" : "");
+               : "crashed with " + end + (sent != nullptr ? ", which it sent itself" : "") +
+                     (aLife.crash.empty() ? "" : ", " + CrashWords(aLife));
 }
 
 std::string ExitClause(const ProcessLife& aLife)

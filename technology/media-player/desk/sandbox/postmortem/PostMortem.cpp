@@ -1,6 +1,7 @@
 #include "PostMortem.h"
 
 #include "Clauses.h"
+#include "CrashWords.h"
 #include "FailedWait.h"
 #include "Service.h"
 #include "Times.h"
@@ -91,14 +92,18 @@ std::vector<std::string> PostMortem(const Run& aRun)
         return {};
     }
     std::vector<std::string> lines = {Headline(aRun, waits)};
+    const ProcessLife* program = FindProcess(aRun, aRun.program, aRun.end);
+    if (program != nullptr && !program->crash.empty()) {
+        lines.push_back(program->name + " crashed " + CrashWords(*program));
+    }
     const std::vector<Service> services = ServicesOf(aRun, waits);
-    for (const Service& service : services) {
-        const size_t left = services.size() + 1 - lines.size();
+    for (size_t told = 0; told < services.size(); ++told) {
+        const size_t left = services.size() - told;
         if (lines.size() + 1 == kMostLines && left > 1) {
             lines.push_back("and " + std::to_string(left) + " more services");
             break;
         }
-        lines.push_back(WordsFor(aRun, service));
+        lines.push_back(WordsFor(aRun, services[told]));
     }
     return lines;
 }

@@ -36,8 +36,8 @@ const char* HowEnded(int aCode)
 
 } // namespace
 
-Ends::Ends(const FactSink& aFacts, pid_t aFirst)
-    : m_Facts(aFacts), m_First(aFirst), m_Manager(ListenToManager())
+Ends::Ends(const FactSink& aFacts, CrashWatch& aCrashes, pid_t aFirst)
+    : m_Facts(aFacts), m_Crashes(aCrashes), m_First(aFirst), m_Manager(ListenToManager())
 {
 }
 
@@ -79,7 +79,7 @@ void Ends::Reap()
         if (ended.si_pid == m_First) {
             m_HasFirstEnded = true;
             m_FirstStatus = (ended.si_code == CLD_EXITED ? 0 : 128) + ended.si_status;
-        } else {
+        } else if (!m_Crashes.Take(ended)) {
             Note(ended.si_pid, HowEnded(ended.si_code), ended.si_status);
         }
         ended = {};
@@ -94,7 +94,9 @@ void Ends::TakeManagersWord()
         int process = 0;
         int code = 0;
         int number = 0;
-        if (std::sscanf(text, "%d %d %d", &process, &code, &number) == 3) {
+        if (std::strcmp(text, kSomebodyComes) == 0) {
+            m_Crashes.LetAllGo();
+        } else if (std::sscanf(text, "%d %d %d", &process, &code, &number) == 3) {
             Note(process, HowEnded(code), number);
         }
     }

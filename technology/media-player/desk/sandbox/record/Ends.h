@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../Posix.h"
+#include "CrashWatch.h"
 #include "Fact.h"
 
 #include <poll.h>
@@ -19,7 +20,7 @@ class Ends
 {
 public:
     /// `aFirst` is a child, and the one whose end is awaited.
-    Ends(const FactSink& aFacts, pid_t aFirst);
+    Ends(const FactSink& aFacts, CrashWatch& aCrashes, pid_t aFirst);
 
     void Follow(pid_t aProcess);
 
@@ -38,6 +39,7 @@ private:
     void Note(pid_t aProcess, const char* aHow, int aNumber);
 
     FactSink m_Facts;
+    CrashWatch& m_Crashes;
     pid_t m_First;
     bool m_HasFirstEnded = false;
     int m_FirstStatus = 0;

@@ -31,6 +31,7 @@ inline const std::string kExec = "exec"; ///< pid, parent, its parent, problem (
 inline const std::string kFork = "fork";     ///< pid, parent, its parent, start on the machine's clock, name
 inline const std::string kExit = "exit";     ///< pid, status: it is about to end with that
 inline const std::string kGone = "gone";     ///< pid, "exit" | "signal" | "", number
+inline const std::string kCrash = "crash";   ///< pid, signal, then of each frame its file, function and line
 inline const std::string kKill = "kill";     ///< sender, target, signal
 inline const std::string kPause = "pause";   ///< pid, thread, nanoseconds asked of the machine's clock
 inline const std::string kUnit = "unit";     ///< name, state, result, in the lifecycle manager's words

@@ -7,6 +7,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -170,6 +171,7 @@ std::vector<pid_t> SystemCallFacts::TakeOne()
     std::vector<pid_t> found;
     const pid_t process = ProcessOf(call->thread);
     const Facts facts = FactsOf(*call, process, found);
+    std::for_each(facts.begin(), facts.end(), [this](const Fact& aFact) { m_Crashes.Follow(aFact); });
     if (LetGo(m_Listener, *call)) {
         for (const Fact& fact : facts) {
             m_Facts(fact);
@@ -202,6 +204,9 @@ Facts SystemCallFacts::FactsOf(const SystemCall& aCall, pid_t aProcess, std::vec
     case SYS_kill:
     case SYS_rt_sigqueueinfo:
         return KillFacts(aProcess, Targets(aProcess, static_cast<pid_t>(given[0])), given[1]);
+    case SYS_ptrace:
+        m_Crashes.LetGo(static_cast<pid_t>(given[1]));
+        return {};
     case SYS_write:
     case SYS_writev:
         return OutputFacts(aCall, aProcess);

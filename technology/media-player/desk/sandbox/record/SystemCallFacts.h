@@ -1,6 +1,7 @@
 /// What the calls of processes say, as facts.
 #pragma once
 
+#include "CrashWatch.h"
 #include "Fact.h"
 #include "SystemCalls.h"
 
@@ -14,7 +15,10 @@ namespace sandbox
 class SystemCallFacts
 {
 public:
-    SystemCallFacts(const FactSink& aFacts, int aListener) : m_Facts(aFacts), m_Listener(aListener) {}
+    SystemCallFacts(const FactSink& aFacts, CrashWatch& aCrashes, int aListener)
+        : m_Facts(aFacts), m_Crashes(aCrashes), m_Listener(aListener)
+    {
+    }
 
     /// Takes the next call, lets it be made and puts it down. The processes that are new by it.
     std::vector<pid_t> TakeOne();
@@ -25,6 +29,7 @@ private:
     std::vector<Fact> ExitFacts(const SystemCall& aCall, pid_t aProcess, std::vector<pid_t>& aNew);
 
     FactSink m_Facts;
+    CrashWatch& m_Crashes;
     int m_Listener;
 };
 

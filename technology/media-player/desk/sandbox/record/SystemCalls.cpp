@@ -4,6 +4,7 @@
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/ioctl.h>
+#include <sys/ptrace.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -70,6 +71,9 @@ std::vector<sock_filter> MakeFilter(const Wanted& aWanted)
     for (const uint32_t call : ToldCalls(aWanted.pauses)) {
         filter.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call, 0, 1));
         filter.push_back(BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_USER_NOTIF));
+    }
+    for (const uint32_t request : {uint32_t{PTRACE_ATTACH}, uint32_t{PTRACE_SEIZE}}) {
+        AppendForArgument(SYS_ptrace, request, filter);
     }
     for (const uint32_t call : {uint32_t{SYS_write}, uint32_t{SYS_writev}}) {
         if (aWanted.out) {

@@ -71,10 +71,11 @@ UniqueFd BlockChildSignal(sigset_t& aBefore)
 }
 
 // Until the first child has ended.
-int Watch(pid_t aChild, int aSignals, int aListener, const FactSink& aFacts)
+int Watch(pid_t aChild, int aSignals, int aListener, const FactSink& aFacts, CrashWatch& aCrashes)
 {
-    Ends ends(aFacts, aChild);
-    SystemCallFacts calls(aFacts, aListener);
+    aCrashes.SetRoot(aChild);
+    Ends ends(aFacts, aCrashes, aChild);
+    SystemCallFacts calls(aFacts, aCrashes, aListener);
     while (!ends.HasFirstEnded()) {
         std::vector<pollfd> events = {{aListener, POLLIN, 0}, {aSignals, POLLIN, 0}};
         ends.AddTo(events);
@@ -89,12 +90,14 @@ int Watch(pid_t aChild, int aSignals, int aListener, const FactSink& aFacts)
         }
         ends.Look(events);
     }
+    aCrashes.Finish();
     return ends.FirstStatus();
 }
 
 } // namespace
 
-int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int()>& aBody)
+int RunWitnessed(const FactSink& aFacts, CrashWatch& aCrashes, Detail aDetail,
+                 const std::function<int()>& aBody)
 {
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     sigset_t before = {};
@@ -125,7 +128,7 @@ int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int
     // Open to this process' end: when it is closed, the kernel refuses what is asked of it, and what still
     // runs would complain.
     const int listener = Receive(here.Get()).Release();
-    return Watch(child, signals.Get(), listener, aFacts);
+    return Watch(child, signals.Get(), listener, aFacts, aCrashes);
 }
 
 } // namespace sandbox

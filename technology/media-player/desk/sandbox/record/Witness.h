@@ -1,6 +1,7 @@
 /// Sees which programs start in the sandbox, how they end, and who signals whom.
 #pragma once
 
+#include "CrashWatch.h"
 #include "Fact.h"
 
 #include <functional>
@@ -17,6 +18,7 @@ enum class Detail {
 /// Runs `aBody` in a child and puts down what happens to all processes that come from it; those whose parent
 /// is gone are handed to this process, which so learns how they end. Returns the child's status when the
 /// child has ended, whatever else still runs.
-int RunWitnessed(const FactSink& aFacts, Detail aDetail, const std::function<int()>& aBody);
+int RunWitnessed(const FactSink& aFacts, CrashWatch& aCrashes, Detail aDetail,
+                 const std::function<int()>& aBody);
 
 } // namespace sandbox

@@ -51,6 +51,8 @@ public:
             Gone(fields, time);
         } else if (aFact.kind == fact::kKill) {
             Kill(fields, time);
+        } else if (aFact.kind == fact::kCrash) {
+            Crash(aFact);
         } else if (aFact.kind == fact::kPause) {
             Sleep(fields, time);
         } else if (aFact.kind == fact::kProgram) {
@@ -167,6 +169,16 @@ private:
             const ProcessLife* sender = Find(aFields.Small(0));
             life->signals.push_back(
                 {aTime, aFields.Small(2), aFields.Small(0), sender != nullptr ? sender->name : ""});
+        }
+    }
+
+    void Crash(const Fact& aFact)
+    {
+        const Fields fields(aFact);
+        if (ProcessLife* life = Find(fields.Small(0)); life != nullptr) {
+            for (size_t i = 2; i + 2 < aFact.fields.size(); i += 3) {
+                life->crash.push_back({fields.Text(i), fields.Text(i + 1), fields.Text(i + 2)});
+            }
         }
     }
 

@@ -3,9 +3,29 @@
 #include "../Posix.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace sandbox
 {
+
+namespace
+{
+
+// "Run(int, char**) const" without the parameters' types.
+std::string WithoutParameters(const std::string& aFunction)
+{
+    const size_t end = aFunction.rfind(')');
+    size_t begin = end;
+    for (int depth = 0; end != std::string::npos && begin > 0; --begin) {
+        depth += aFunction[begin] == ')' ? 1 : aFunction[begin] == '(' ? -1 : 0;
+        if (depth == 0) {
+            break;
+        }
+    }
+    return end == std::string::npos ? aFunction : aFunction.substr(0, begin + 1) + aFunction.substr(end);
+}
+
+} // namespace
 
 std::string InCase(const Run& aRun)
 {
@@ -43,6 +63,15 @@ std::string ProcessTitle(const Run& aRun, int aId, Moment aTime)
         return aId > 0 ? "pid " + std::to_string(aId) : std::string();
     }
     return process->name + " (pid " + std::to_string(aId) + ")";
+}
+
+std::string FrameText(const Frame& aFrame)
+{
+    constexpr size_t kLongest = 120; // of templates' names
+    const std::string name = WithoutParameters(aFrame.function);
+    return name.substr(0, kLongest) + (name.size() > kLongest ? "…" : "") +
+           (aFrame.place.empty() ? " in " + std::filesystem::path(aFrame.file).filename().string()
+                                 : " at " + aFrame.place);
 }
 
 std::string EndText(const ProcessLife& aProcess)

@@ -30,6 +30,13 @@ struct ProcessEnd {
     int number = 0; ///< exit status or signal
 };
 
+/// A function that was running when a program crashed.
+struct Frame {
+    std::string file;     ///< the program or a library
+    std::string function; ///< or its address in the file
+    std::string place;    ///< "file.cpp:12"; empty: not known
+};
+
 /// One program from its start to its end; of a process that became another program, the last one.
 struct ProcessLife {
     int id = 0; ///< inside the sandbox
@@ -43,6 +50,7 @@ struct ProcessLife {
     Span span;
     ProcessEnd end;
     std::vector<SentSignal> signals; ///< to it, in order
+    std::vector<Frame> crash;        ///< where it crashed, and who called that, and so on; empty: not known
     bool isMachinery = false;        ///< the sandbox's own
 };
 
@@ -156,6 +164,9 @@ std::string InCase(const Run& aRun);
 
 /// The result in one sentence.
 std::string ResultText(const Run& aRun);
+
+/// "Load() at Manager.cpp:12", or "raise in libc.so.6" when the line is not known.
+std::string FrameText(const Frame& aFrame);
 
 /// "exit status 0", "signal 9 (Killed)", "still ran at the end".
 std::string EndText(const ProcessLife& aProcess);

@@ -1,12 +1,12 @@
 #include "RunReader.h"
 
+#include "../Posix.h"
 #include "BusReader.h"
 #include "OutputReader.h"
 #include "ProcessReader.h"
 #include "RunClock.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 
 namespace sandbox
@@ -43,12 +43,6 @@ long long MachineStart(const std::vector<Fact>& aFacts)
         }
     }
     return start;
-}
-
-bool IsCrash(int aSignal)
-{
-    constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS};
-    return std::find(std::begin(kCrashes), std::end(kCrashes), aSignal) != std::end(kCrashes);
 }
 
 RunResult ResultOf(const Run& aRun, const std::vector<Fact>& aFacts)

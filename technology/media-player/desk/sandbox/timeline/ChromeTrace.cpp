@@ -88,6 +88,15 @@ void AddPauses(const Run& aRun, TraceEvents& aEvents)
     }
 }
 
+std::string CrashText(const ProcessLife& aProcess)
+{
+    std::string lines;
+    for (const Frame& frame : aProcess.crash) {
+        lines += (lines.empty() ? "" : "\n") + FrameText(frame);
+    }
+    return lines;
+}
+
 void AddProcesses(const Run& aRun, TraceEvents& aEvents)
 {
     for (const ProcessLife* process : Sorted(aRun.processes)) {
@@ -102,6 +111,7 @@ void AddProcesses(const Run& aRun, TraceEvents& aEvents)
                             .Text("command", process->command)
                             .Text("end", EndText(*process))
                             .Text("killedBy", KilledBy(*process))
+                            .Text("crash", CrashText(*process))
                             .Text("startedBy", process->parentName.empty() ? "the sandbox" : parent));
     }
 }

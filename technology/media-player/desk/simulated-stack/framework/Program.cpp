@@ -10,11 +10,13 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 
 namespace sim
 {
@@ -49,6 +51,14 @@ int& BlockSignalsFirst(int& argc)
     const sigset_t ending = EndingSignals();
     sigprocmask(SIG_BLOCK, &ending, nullptr);
     return argc;
+}
+
+// It is meant, so nobody needs a core of it.
+void Crash()
+{
+    const rlimit none = {};
+    setrlimit(RLIMIT_CORE, &none);
+    std::abort();
 }
 
 } // namespace
@@ -101,7 +111,7 @@ void Program::WatchSignals()
 void Program::ArmEnds() const
 {
     if (m_Faults.crashAfterMs) {
-        QTimer::singleShot(*m_Faults.crashAfterMs, this, [] { ::kill(::getpid(), SIGKILL); });
+        QTimer::singleShot(*m_Faults.crashAfterMs, this, Crash);
     }
     if (m_Faults.hangAfterMs) {
         // The signals that would end it are blocked, and from here on nobody reads them.

@@ -1,6 +1,6 @@
 // The card with the details of one event, beside what it tells about.
 
-const LONG_ARGUMENTS = new Set(["failure", "request", "reply", "content", "error", "command"]);
+const LONG_ARGUMENTS = new Set(["failure", "request", "reply", "content", "error", "command", "crash"]);
 
 function describeTime(event) {
     const start = timeText(event.start, 4);

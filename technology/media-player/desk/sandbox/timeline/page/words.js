@@ -34,6 +34,7 @@ const ARGUMENT_WORDS = {
     command: "Command",
     end: "End",
     killedBy: "Ended by",
+    crash: "Crashed in",
     startedBy: "Started by",
     bus: "Bus",
     owner: "Owner",

@@ -47,6 +47,19 @@ TEST_P(LookingAround, FindsASandboxAndActsInIt)
     EXPECT_EQ(Run({"--list"}).out.find(" " + id.toStdString() + " "), std::string::npos);
 }
 
+// Only one can trace a process, and the sandbox does until somebody else wants to.
+TEST_P(LookingAround, CanAttachADebugger)
+{
+    const QString attach = "gdb -q -batch -p %1 2>&1 | grep -o 'Inferior 1.*detached\\|ptrace.*'";
+    EXPECT_NE(RunScript(attach.arg("$$")).out.find("detached"), std::string::npos);
+    const auto sandbox =
+        StartScript("echo $$ > $TMPDIR/pid; echo up; exec sleep 1001", {"--no-lifecycle-manager"});
+    const Outcome look = Run({"--enter", Id(*sandbox), "--", "sh", "-c", attach.arg("$(cat $TMPDIR/pid)")});
+    EXPECT_NE(look.out.find("detached"), std::string::npos) << look.out << look.err;
+    sandbox->terminate();
+    WaitForEnd(*sandbox);
+}
+
 TEST_P(LookingAround, IsPossibleAfterAFailureInAKeptSandbox)
 {
     QProcess sandbox;

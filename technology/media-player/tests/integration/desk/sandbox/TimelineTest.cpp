@@ -70,6 +70,9 @@ TEST_F(Timeline, NamesTheCaseThatACrashWasIn)
     const QJsonObject program = trace.Event("process", "mpl_report_subject");
     EXPECT_EQ(TraceFile::Argument(program, "end"), "signal 6 (Aborted)");
     EXPECT_TRUE(TraceFile::Argument(program, "killedBy").startsWith("itself"));
+    const QString crash = TraceFile::Argument(program, "crash");
+    EXPECT_TRUE(crash.contains("\nSubject_Crashes_Test::TestBody() at ReportSubject.cpp:"))
+        << qPrintable(crash);
 }
 
 TEST_F(Timeline, ShowsEveryProcessFromStartToEnd)
