@@ -114,7 +114,8 @@ private:
             !source.empty()) {
             Add(FailedWait::For::Program, source, aTime, aTime);
         }
-        if (const std::string unit = WordBehind(aText, "SlmStartService -- can't start "); !unit.empty()) {
+        const std::string unit = WordBehind(aText, "SlmStartService -- can't start ");
+        if (!unit.empty() && !Has(aText, "no systemd on the system bus")) {
             Add(FailedWait::For::Program, unit, aTime, aTime);
         }
     }
@@ -142,6 +143,9 @@ private:
 // The two streams' times may differ a little, so the middle counts.
 bool WasExpected(const Run& aRun, const FailedWait& aWait)
 {
+    if (aRun.result == RunResult::Passed) {
+        return true;
+    }
     const Moment middle = (aWait.span.begin + aWait.span.end) / 2;
     return std::any_of(aRun.cases.all.begin(), aRun.cases.all.end(), [&](const TestCase& aCase) {
         return aCase.kind == TestCase::Kind::Case && aCase.result == CaseResult::Passed &&

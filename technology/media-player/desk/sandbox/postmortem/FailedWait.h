@@ -18,8 +18,8 @@ struct FailedWait {
     Span span;
 };
 
-/// As the library tells them in its log, in order. What a case passed with it has expected, so that is left
-/// out.
+/// As the library tells them in its log, in order. What a case or the whole run passed with was
+/// expected, so that is left out; and that there is no lifecycle manager is no fault of a service.
 std::vector<FailedWait> FailedWaits(const Run& aRun);
 
 } // namespace sandbox

@@ -277,6 +277,7 @@ TEST_F(PostMortem, IsNotPrintedWhenThereIsNothingToExplain)
 {
     EXPECT_EQ(Answer("HasNothingToDoWithAFailure"), "");
     EXPECT_EQ(Answer("OfTheManager"), "");
+    EXPECT_EQ(Answer("OfTheManagersUnit"), "");
     Replace("media_manager", "exec sleep 1000");
     EXPECT_EQ(Answer("IsExpectedToFail"), "");
 }
