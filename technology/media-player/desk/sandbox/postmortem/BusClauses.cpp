@@ -10,8 +10,9 @@ namespace sandbox
 namespace
 {
 
-constexpr Moment kLastPause = 2000000000; // after which the library does not look again
-constexpr Moment kLookup = 500000000;     // that begins before the library tells of it
+constexpr Moment kLastPause = 2000000000;  // after which the library does not look again
+constexpr Moment kLatestNews = 5000000000; // of a bus, which a machine with much to do hears late
+constexpr Moment kLookup = 500000000;      // that begins before the library tells of it
 
 const Connection* ConnectionOn(const Service& aService, Bus aBus)
 {
@@ -25,7 +26,8 @@ bool MayHaveJoined(const Run& aRun, const ProcessLife& aLife)
 {
     // Once the program has ended the recorders themselves connect, to say so.
     const ProcessLife* program = FindProcess(aRun, aRun.program, aRun.end);
-    const Moment end = std::min(aLife.span.end, program != nullptr ? program->span.end : aRun.end);
+    const Moment end =
+        std::min(aLife.span.end + kLatestNews, program != nullptr ? program->span.end : aRun.end);
     return std::any_of(aRun.connections.begin(), aRun.connections.end(), [&](const Connection& aConnection) {
         return aConnection.process == 0 && aConnection.span.begin >= aLife.span.begin &&
                aConnection.span.begin <= end;
