@@ -76,20 +76,20 @@ bool GoogletestLog::Take(std::string_view aPiece, Moment aTime)
     return hasChanged;
 }
 
-// A set-up that has not ended is where the program died; it only has a place in time.
+// What had not ended is where the program died. After a case googletest goes to the next at once, or tears
+// the suite down.
 void GoogletestLog::Finish(Moment aTime)
 {
+    const bool wasTornDown = m_Between.kind == TestCase::Kind::TearDown && !m_Between.suite.empty();
     if (RunningCase(m_Cases) != nullptr) {
         return;
     }
-    const bool wasInSpan = m_Between.isSpan && !m_Cases.areClosed;
-    const size_t before = m_Cases.all.size();
-    EndBetween(aTime);
-    if (wasInSpan && m_Cases.all.size() > before) {
-        TestCase& last = m_Cases.all.back();
-        last.span.isOpen = true;
-        last.result = last.result == CaseResult::Failed ? CaseResult::Failed : CaseResult::Running;
+    if (m_Cases.areClosed || !(m_Between.isSpan || wasTornDown)) {
+        EndBetween(aTime);
+        return;
     }
+    AddBetween(aTime, TellsFailure(m_Cases.rest) ? CaseResult::Failed : CaseResult::Running);
+    m_Cases.all.back().span.isOpen = true;
 }
 
 bool GoogletestLog::TakeLine(const std::string& aLine, Moment aTime)
@@ -188,17 +188,22 @@ void GoogletestLog::EndBetween(Moment aTime)
 {
     const bool hasFailed = !m_Cases.areClosed && TellsFailure(m_Cases.rest);
     if (hasFailed || (m_Between.isSpan && aTime - m_Between.begin >= kShortest)) {
-        TestCase between;
-        between.kind = m_Between.kind;
-        between.suite = m_Between.suite;
-        between.result = hasFailed ? CaseResult::Failed : CaseResult::Passed;
-        between.span = {m_Between.begin, aTime, false};
-        if (hasFailed) {
-            between.output.swap(m_Cases.rest);
-        }
-        m_Cases.all.push_back(between);
+        AddBetween(aTime, hasFailed ? CaseResult::Failed : CaseResult::Passed);
     }
     m_Between.begin = aTime;
+}
+
+void GoogletestLog::AddBetween(Moment aTime, CaseResult aResult)
+{
+    TestCase between;
+    between.kind = m_Between.kind;
+    between.suite = m_Between.suite;
+    between.result = aResult;
+    between.span = {m_Between.begin, aTime, false};
+    if (aResult == CaseResult::Failed) {
+        between.output.swap(m_Cases.rest);
+    }
+    m_Cases.all.push_back(between);
 }
 
 } // namespace sandbox

@@ -41,6 +41,7 @@ private:
     void BeginCase(const std::string& aFullName, Moment aTime);
     void EndCase(CaseResult aResult, long long aMilliseconds, Moment aTime);
     void EndBetween(Moment aTime);
+    void AddBetween(Moment aTime, CaseResult aResult);
 
     Cases& m_Cases;
     Lines m_Lines;

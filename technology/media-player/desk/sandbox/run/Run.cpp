@@ -29,8 +29,15 @@ std::string WithoutParameters(const std::string& aFunction)
 
 std::string InCase(const Run& aRun)
 {
-    const TestCase* running = RunningCase(aRun.cases);
-    return running != nullptr ? " in " + TitleOf(*running) : std::string();
+    if (const TestCase* running = RunningCase(aRun.cases); running != nullptr) {
+        return " in " + TitleOf(*running);
+    }
+    const TestCase* last = aRun.cases.all.empty() ? nullptr : &aRun.cases.all.back();
+    if (last == nullptr || last->kind == TestCase::Kind::Case || !last->span.isOpen) {
+        return {};
+    }
+    return std::string(" in the ") + (last->kind == TestCase::Kind::SetUp ? "set-up" : "tear-down") + " of " +
+           (last->suite.empty() ? "the environment" : "suite " + last->suite);
 }
 
 const ProcessLife* FindProcess(const Run& aRun, int aId, Moment aTime)

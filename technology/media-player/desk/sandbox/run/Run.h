@@ -159,7 +159,7 @@ std::string ProcessTitle(const Run& aRun, int aId, Moment aTime);
 /// "private bus"
 const char* WordOf(Bus aBus);
 
-/// " in Suite.Case" when one was running at the end; otherwise empty.
+/// " in Suite.Case", or " in the set-up of suite Suite", whichever was running at the end; otherwise empty.
 std::string InCase(const Run& aRun);
 
 /// The result in one sentence.

@@ -51,6 +51,14 @@ protected:
 
 TEST_F(Opening, Hangs) {}
 
+class Dying : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { std::abort(); }
+};
+
+TEST_F(Dying, InItsSetUp) {}
+
 class Closing : public testing::Test
 {
 protected:

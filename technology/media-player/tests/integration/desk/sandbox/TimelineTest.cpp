@@ -75,6 +75,19 @@ TEST_F(Timeline, NamesTheCaseThatACrashWasIn)
         << qPrintable(crash);
 }
 
+TEST_F(Timeline, NamesTheSetUpOrTearDownThatACrashWasIn)
+{
+    EXPECT_EQ(RunCases("Dying.*").status, 128 + SIGABRT);
+    EXPECT_EQ(TraceFile(m_File).About("resultText"), "signal 6 (Aborted) in the set-up of suite Dying");
+    EXPECT_EQ(TraceFile(m_File).CaseStates(), Texts{"Dying: set-up killed"});
+    EXPECT_EQ(RunCases("Closing.*").status, 128 + SIGABRT);
+    EXPECT_EQ(TraceFile(m_File).About("resultText"), "signal 6 (Aborted) in the tear-down of suite Closing");
+    const Outcome outcome = Run({"--no-lifecycle-manager", "--time-limit", "0.5", "--", MPL_REPORT_SUBJECT,
+                                 "--gtest_filter=Opening.*"});
+    EXPECT_NE(outcome.err.find(" ran out of its 0.5 s in the set-up of suite Opening\n"), std::string::npos)
+        << outcome.err;
+}
+
 TEST_F(Timeline, ShowsEveryProcessFromStartToEnd)
 {
     // Detached, killed by another, ended by a signal that it takes, gone before anybody looks, and never

@@ -55,14 +55,14 @@ double TraceFile::End(const QJsonObject& aEvent)
     return Begin(aEvent) + aEvent.value("dur").toDouble();
 }
 
-// The program's own set-up and tear-down are told when they take long enough, which nobody knows before.
+// A set-up and tear-down that went well is told when it takes long enough, which nobody knows before.
 std::vector<std::string> TraceFile::CaseStates() const
 {
     std::vector<std::string> states;
     for (const QJsonObject& event : Events("case")) {
-        const QString name = event.value("name").toString();
-        if (!name.startsWith("environment: ")) {
-            states.push_back(QString(name + " " + Argument(event, "state")).toStdString());
+        const QString state = event.value("name").toString() + " " + Argument(event, "state");
+        if (!state.endsWith("-up ok") && !state.endsWith("-down ok")) {
+            states.push_back(state.toStdString());
         }
     }
     return states;

@@ -33,7 +33,7 @@ public:
     static double Begin(const QJsonObject& aEvent) { return aEvent.value("ts").toDouble(); }
     static double End(const QJsonObject& aEvent);
 
-    /// "name state" of each case, of a suite's set-up and tear-down, too.
+    /// "name state" of each case, and of set-ups and tear-downs that did not go well.
     std::vector<std::string> CaseStates() const;
 
 private:
