@@ -209,6 +209,8 @@ int RunObserved(const InsideSettings& aSettings)
         if (size <= left) {
             left -= size;
             log.Write(aFact);
+        } else {
+            left = 0;
         }
         buses.Take(aFact);
         alarm.Take(aFact);

@@ -32,6 +32,8 @@ std::unique_ptr<Relay> MakeRelay(const FactLog& aFacts, size_t aMostBytes, int a
             if (aPiece.size() <= left) {
                 aFacts.Write(fact::kOutput, {aName, std::string(aPiece)});
                 left -= aPiece.size();
+            } else {
+                left = 0;
             }
         },
         isTerminal ? MakePseudoTerminal(aTarget) : MakePipe());

@@ -5,6 +5,9 @@ namespace sandbox
 
 std::string Lines::WithoutColours(const std::string& aLine)
 {
+    if (aLine.find('\033') == std::string::npos) {
+        return aLine;
+    }
     std::string plain;
     for (size_t index = 0; index < aLine.size(); ++index) {
         if (aLine.compare(index, 2, "\033[") == 0) {

@@ -15,9 +15,11 @@ public:
     template <typename Function>
     void Take(std::string_view aPiece, Function aTake)
     {
+        const size_t isNew = m_Rest.size(); // what was there holds no end
         m_Rest += aPiece;
         size_t begin = 0;
-        for (size_t end = m_Rest.find('\n'); end != std::string::npos; end = m_Rest.find('\n', begin)) {
+        for (size_t end = m_Rest.find('\n', isNew); end != std::string::npos;
+             end = m_Rest.find('\n', begin)) {
             aTake(WithoutColours(m_Rest.substr(begin, end - begin)));
             begin = end + 1;
         }

@@ -4,6 +4,9 @@
 
 #include <QDir>
 
+#include <algorithm>
+#include <csignal>
+#include <functional>
 #include <regex>
 
 namespace sandbox
@@ -44,6 +47,32 @@ protected:
     {
         return Explanation(Run(QStringList{"--speed", "20"} + aOptions +
                                QStringList{"--", MPL_BRING_UP_SUBJECT, "--gtest_filter=BringUp." + aCase}));
+    }
+
+    void KillProgram() const
+    {
+        for (const ProcessEntry& process : MarkedProcesses()) {
+            if (process.arguments.rfind(MPL_BRING_UP_SUBJECT, 0) == 0) {
+                kill(process.pid, SIGKILL);
+            }
+        }
+    }
+
+    /// Runs a case, and something is killed while the library waits; the lines from the sandbox.
+    std::string AnswerToKill(const std::function<void(QProcess&)>& aKill)
+    {
+        QProcess sandbox;
+        const QString output = m_OpenFolder.filePath("output"); // that lives longer than the process
+        sandbox.setStandardErrorFile(output);
+        Start(sandbox,
+              {"--no-lifecycle-manager", "--", MPL_BRING_UP_SUBJECT, "--gtest_filter=*.OfTheManager"});
+        EXPECT_TRUE(WaitUntil(
+            "the library waits", [&] { return ReadFile(output).count("pausing for 2 seconds..") > 1; },
+            20000));
+        aKill(sandbox);
+        WaitForEnd(sandbox);
+        EXPECT_TRUE(WaitForNoProcess());
+        return Explanation({0, {}, ReadFile(output).toStdString()});
     }
 
     /// What the sandbox says, with a letter for each number that differs from run to run.
@@ -252,25 +281,59 @@ TEST_F(PostMortem, NamesTheProgramThatCrashedAndItsCase)
             kName + " from T, still ran at the end\n");
 }
 
-TEST_F(PostMortem, IsPrintedWhenTheSandboxIsKilled)
+// Whoever is killed while the library waits.
+TEST_F(PostMortem, IsPrintedWhenTheProgramOrTheSandboxIsKilled)
 {
     Replace("media_manager", "echo 'media_manager: hanging' >&2; exec sleep 1000");
-    QProcess sandbox;
-    const QString output = m_OpenFolder.filePath("output"); // that lives longer than the process
-    sandbox.setStandardErrorFile(output);
-    Start(sandbox, {"--no-lifecycle-manager", "--", MPL_BRING_UP_SUBJECT, "--gtest_filter=*.OfTheManager"});
-    EXPECT_TRUE(WaitUntil(
-        "the library waits", [&] { return ReadFile(output).count("pausing for 2 seconds..") > 1; }, 20000));
-    sandbox.kill();
-    WaitForEnd(sandbox);
-    EXPECT_TRUE(WaitForNoProcess());
+    const std::string services =
+        kMount + "  media_manager (pid P) started at T, joined no bus, still ran at the end; its last line: "
+                 "\"hanging\"\n";
+    EXPECT_EQ(AnswerToKill([this](QProcess&) { KillProgram(); }),
+              "mpl-sandbox: post-mortem: mpl_bring_up_subject (pid P) ended by signal 9 (Killed) in "
+              "BringUp.OfTheManager\n" +
+                  services);
+    EXPECT_EQ(AnswerToKill([](QProcess& aSandbox) { aSandbox.kill(); }),
+              "mpl-sandbox: post-mortem: the sandbox was killed in BringUp.OfTheManager while "
+              "mpl_bring_up_subject (pid P) ran\n" +
+                  services);
+}
+
+TEST_F(PostMortem, KnowsWhatWentToATerminal)
+{
+    Replace("media_manager", "test -t 2 && echo 'media_manager: no licence' >&2; exit 3");
+    QProcess terminal;
+    terminal.setProcessEnvironment(m_Environment);
+    terminal.start("script",
+                   {"-qec",
+                    m_Command.first() + " --no-lifecycle-manager --speed 20 -- " MPL_BRING_UP_SUBJECT
+                                        " --gtest_filter=BringUp.OfTheManager",
+                    "/dev/null"});
+    Outcome outcome = WaitForEnd(terminal);
+    EXPECT_EQ(outcome.status, 1);
+    outcome.out.erase(std::remove(outcome.out.begin(), outcome.out.end(), '\r'), outcome.out.end());
+    EXPECT_EQ(Explanation({0, {}, outcome.out}),
+              "mpl-sandbox: media_manager (pid P) ended with exit status 3, and nobody had asked it to\n" +
+                  kNameWait +
+                  "  media_manager (pid P) started at T, joined no bus, exited with status 3 at T; its "
+                  "last line: \"no licence\"\n" +
+                  kMount);
+    EXPECT_LT(outcome.out.find("[ RUN      ]"), outcome.out.find("no licence"));
+    EXPECT_LT(outcome.out.find("no licence"), outcome.out.find("[  FAILED  ]"));
+}
+
+TEST_F(PostMortem, LooksAtTheFirst64MegabytesOfAStream)
+{
+    Replace("media_manager", "echo 'media_manager: early'; head -c 67108864 /dev/zero; echo; "
+                             "echo 'media_manager: late'; exit 3");
+    const Outcome outcome = RunScript("/opt/talvex/bin/media_manager; kill -9 $$");
+    EXPECT_EQ(outcome.status, 128 + SIGKILL);
+    EXPECT_EQ(outcome.out.size(), 67108864U + sizeof "media_manager: early\n\nmedia_manager: late");
     EXPECT_EQ(
-        Explanation({0, {}, ReadFile(output).toStdString()}),
-        "mpl-sandbox: post-mortem: the sandbox was killed in BringUp.OfTheManager while mpl_bring_up_subject "
-        "(pid P) ran\n" +
-            kMount +
-            "  media_manager (pid P) started at T, joined no bus, still ran at the end; its last line: "
-            "\"hanging\"\n");
+        Explanation(outcome),
+        "mpl-sandbox: media_manager (pid P) ended with exit status 3, and nobody had asked it to\n"
+        "mpl-sandbox: post-mortem: sh (pid P) ended by signal 9 (Killed)\n"
+        "  media_manager (pid P) started at T, joined no bus, exited with status 3 at T; its last line: "
+        "\"early\"\n");
 }
 
 TEST_F(PostMortem, IsNotPrintedWhenThereIsNothingToExplain)

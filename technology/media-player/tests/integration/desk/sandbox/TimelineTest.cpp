@@ -254,6 +254,8 @@ TEST_F(Timeline, OutlivesTheKillOfItsSandbox)
     EXPECT_TRUE(WaitForNoProcess()) << MarkedProcesses().front().arguments;
     const TraceFile trace(m_File);
     EXPECT_EQ(trace.About("result"), "cut off");
+    EXPECT_EQ(trace.About("resultText"),
+              "the sandbox was killed in Subject.Hangs: what follows is what was known");
     EXPECT_EQ(trace.CaseStates(), (Texts{"Subject.Passes ok", "Subject.Hangs running"}));
     EXPECT_TRUE(IsAlone());
 }
