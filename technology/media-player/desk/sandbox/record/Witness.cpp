@@ -21,43 +21,42 @@ namespace sandbox
 namespace
 {
 
-// A descriptor for the process at the other end.
+// A message that carries a descriptor to another process.
+struct Parcel {
+    Parcel()
+    {
+        message.msg_iov = &data;
+        message.msg_iovlen = 1;
+        message.msg_control = room;
+        message.msg_controllen = sizeof room;
+    }
+
+    char byte = '+'; // nothing goes without one
+    iovec data = {&byte, 1};
+    alignas(cmsghdr) char room[CMSG_SPACE(sizeof(int))] = {};
+    msghdr message = {};
+};
+
 void Send(int aSocket, int aFd)
 {
-    char byte = '+';
-    iovec data = {&byte, 1};
-    alignas(cmsghdr) char room[CMSG_SPACE(sizeof aFd)] = {};
-    msghdr message = {};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = room;
-    message.msg_controllen = sizeof room;
-    cmsghdr* header = CMSG_FIRSTHDR(&message);
+    Parcel parcel;
+    cmsghdr* header = CMSG_FIRSTHDR(&parcel.message);
     header->cmsg_level = SOL_SOCKET;
     header->cmsg_type = SCM_RIGHTS;
     header->cmsg_len = CMSG_LEN(sizeof aFd);
     *reinterpret_cast<int*>(CMSG_DATA(header)) = aFd;
-    sendmsg(aSocket, &message, 0);
+    sendmsg(aSocket, &parcel.message, 0);
 }
 
 // Invalid when the other end closes without sending one.
 UniqueFd Receive(int aSocket)
 {
-    char byte = 0;
-    iovec data = {&byte, 1};
-    int fd = -1;
-    alignas(cmsghdr) char room[CMSG_SPACE(sizeof fd)] = {};
-    msghdr message = {};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = room;
-    message.msg_controllen = sizeof room;
-    const cmsghdr* header =
-        recvmsg(aSocket, &message, MSG_CMSG_CLOEXEC) == 1 ? CMSG_FIRSTHDR(&message) : nullptr;
-    if (header != nullptr && header->cmsg_type == SCM_RIGHTS) {
-        fd = *reinterpret_cast<const int*>(CMSG_DATA(header));
-    }
-    return UniqueFd(fd);
+    Parcel parcel;
+    const bool hasCome = recvmsg(aSocket, &parcel.message, MSG_CMSG_CLOEXEC) == 1;
+    const cmsghdr* header = hasCome ? CMSG_FIRSTHDR(&parcel.message) : nullptr;
+    return UniqueFd(header != nullptr && header->cmsg_type == SCM_RIGHTS
+                        ? *reinterpret_cast<const int*>(CMSG_DATA(header))
+                        : -1);
 }
 
 // SIGCHLD as a descriptor.

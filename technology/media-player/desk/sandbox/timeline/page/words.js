@@ -122,7 +122,9 @@ function suspicionOf(event) {
 const REMARKS = {
     case: ({args}) => [args.failure],
     pause: ({args}) => [args.asked !== undefined && `asked for ${args.asked} ms`],
-    process: ({args}) => [args.end, args.killedBy && `ended by ${args.killedBy}`, args.command],
+    process: ({args}) =>
+        [args.end, args.killedBy && `ended by ${args.killedBy}`,
+         args.crash && `crashed in ${args.crash.split("\n").join(", from ")}`, args.command],
     name: ({args}) => [args.process, args.owner, args.bus],
     call: ({args}) =>
         [args.error, args.from && `${args.from} → ${args.to}`, args.path, args.request,
