@@ -121,11 +121,12 @@ int RunBubblewrap(std::vector<std::string> aArguments, InsideSettings aSettings,
         return WaitForEnd(bubblewrap.pid); // its child may wait for its word for ever
     }
     const int status = WaitForEnd(bubblewrap.pid);
-    WaitForOrphans();
     if (!HasSomething(ready.read)) {
+        fcntl(messages.read.Get(), F_SETFL, O_NONBLOCK); // here, too, its child may wait
         ExplainRefusal(ReadAll(messages.read.Get()));
         return kExitNoSandbox;
     }
+    WaitForOrphans();
     return status;
 }
 

@@ -81,17 +81,18 @@ bool EndGroup(const std::string& aFolder, int aLimitMs)
     const long long end = NowMs() + aLimitMs;
     WriteTextFile(aFolder + "/cgroup.kill", "1");
     const UniqueFd events(open((aFolder + "/cgroup.events").c_str(), O_RDONLY | O_CLOEXEC));
+    bool isEmpty = false;
     while (!RemoveTree(aFolder)) {
         const int obstacle = errno;
-        if (NowMs() >= end) {
+        if (isEmpty || NowMs() >= end) {
             errno = obstacle;
             return false;
         }
         // Reading arms the notification; the short limit covers a change between removal and reading.
         lseek(events.Get(), 0, SEEK_SET);
-        ReadAll(events.Get());
+        isEmpty = ReadAll(events.Get()).find("populated 0") != std::string::npos;
         pollfd change = {events.Get(), POLLPRI, 0};
-        poll(&change, 1, 20);
+        poll(&change, 1, isEmpty ? 0 : 20);
     }
     return true;
 }

@@ -10,7 +10,7 @@ namespace sandbox
 std::string OwnGroup();
 
 /// Ends what runs in the group and in those below it, waits for the last of it to go, at most so long, and
-/// removes them. False, with errno, when the group is still there then.
+/// removes them. False, with errno, when the group is still there then: at once when nothing runs in it.
 bool EndGroup(const std::string& aFolder, int aLimitMs);
 
 } // namespace sandbox

@@ -19,7 +19,7 @@ namespace sandbox
 namespace
 {
 
-constexpr int kSweepLimitMs = 200;
+constexpr int kSweepLimitMs = 5000; // of which a busy machine needs some to end what was killed
 const std::string kPrefix = "mpl-sandbox.";
 
 // Invalid when somebody has it, or the group is another user's or gone.

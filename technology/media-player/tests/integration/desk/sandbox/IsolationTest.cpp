@@ -73,6 +73,16 @@ TEST_F(Sandbox, SaysWhatToDoWithoutBubblewrapOrWhenItRefuses)
     }
 }
 
+// Its child waits for its word then, for ever if nobody ends it.
+TEST_F(Sandbox, SaysWhyBubblewrapGaveUpBesideItsChild)
+{
+    WriteFile(m_OpenFolder.filePath("bwrap"),
+              "#!/bin/sh\nPATH=${PATH#*:}\nexec bwrap --info-fd 0 \"$@\" 0>/dev/full\n", kProgram);
+    m_Environment.insert("PATH", m_OpenFolder.path() + ':' + m_Environment.value("PATH"));
+    ExpectRefusal({"--no-lifecycle-manager", "--", "true"}, 125, "No space left on device");
+    EXPECT_TRUE(WaitForNoProcess());
+}
+
 TEST_F(Sandbox, SaysThatItNeedsProc)
 {
     m_Command = QStringList{"bwrap", "--dev-bind", "/", "/", "--tmpfs", "/proc", MPL_SANDBOX_PROGRAM};
