@@ -50,8 +50,8 @@ bool Load(Libdw& aLibdw)
 const Libdw* Libdw::Get()
 {
     static Libdw s_Libdw;
-    static const bool s_IsLoaded = Load(s_Libdw);
-    return s_IsLoaded ? &s_Libdw : nullptr;
+    static const bool kIsLoaded = Load(s_Libdw);
+    return kIsLoaded ? &s_Libdw : nullptr;
 }
 
 } // namespace sandbox
