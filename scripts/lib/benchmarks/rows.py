@@ -1,5 +1,6 @@
 """What is measured: the rows of the table, each with its peers."""
 import os
+import re
 import subprocess
 import tempfile
 
@@ -25,6 +26,13 @@ class Machine:
     @property
     def sandbox(self):
         return self.bin("mpl-sandbox")
+
+    @property
+    def qt(self):
+        """The libraries of the Qt that this build is made with, as pkg-config knows them."""
+        with open(os.path.join(self.build, "CMakeCache.txt"), encoding="utf-8") as cache:
+            version = re.search(r"^MPL_QT_VERSION:\w+=(\d)$", cache.read(), re.M)[1]
+        return [f"Qt{version}{part}" for part in ("Core", "DBus", "Test")]
 
     def times(self, full):
         return 1 if self.quick else full
@@ -91,7 +99,7 @@ def public_headers(machine):
 def compile_costs(machine):
     folders = ["common/include", "tests/common/include", "dbus/include", "platform/include"]
     includes = [f"-I{machine.root}/technology/media-player/{folder}" for folder in folders]
-    qt = measure.run(["pkg-config", "--cflags", "Qt5Core", "Qt5DBus", "Qt5Test"]).split()
+    qt = measure.run(["pkg-config", "--cflags", *machine.qt]).split()
     flags = ["-std=c++17", "-O2", "-fPIC", *includes, f"-I{machine.build}/generated/proxies", *qt]
     with tempfile.TemporaryDirectory() as folder:
         for row, ours, peer in (("a typical test", TYPICAL, TYPICAL_PEER),
