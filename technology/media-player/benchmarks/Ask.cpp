@@ -18,7 +18,7 @@ int main(int argc, char** argv)
     const auto end = std::chrono::steady_clock::now() + 10s;
     int result = -1;
     while (result < 0 && std::chrono::steady_clock::now() < end) {
-        sd_bus_error error = SD_BUS_ERROR_NULL;
+        sd_bus_error error{};
         result = sd_bus_call_method(bus, argv[1], argv[2], argv[3], argv[4], &error, nullptr, nullptr);
         sd_bus_error_free(&error);
         std::this_thread::sleep_for(result < 0 ? 1ms : 0ms);
