@@ -40,16 +40,24 @@ install_packages_of_preset() {
     [ ! -f "$list" ] || install_missing_packages "$list"
 }
 
-# Configures (only when needed) and builds a preset; arguments after it are targets.
+# What a cross-compiled program is linked with, and what it runs in, which is this machine's own.
+prepare_armhf() {
+    say "Filling the sysroot"
+    scripts/make-armhf-sysroot
+    build_preset dev mpl-sandbox mpl-junit mpl_simulated_stack
+}
+
+# Configures (only when needed) and builds a preset; arguments after it are targets other than its own.
 build_preset() {
     local preset=$1 target targets=()
     shift
     cd "$project_root"
+    [ "$preset" != armhf ] || prepare_armhf
     if [ ! -f "build/$preset/build.ninja" ]; then
         say "Configuring preset $preset"
         cmake --preset "$preset"
     fi
     for target in "$@"; do targets+=(--target "$target"); done
     say "Building preset $preset"
-    cmake --build "build/$preset" "${targets[@]}"
+    cmake --build --preset "$preset" "${targets[@]}"
 }
