@@ -134,6 +134,12 @@ Fact PauseFact(const SystemCall& aCall, pid_t aProcess)
     return Now(fact::kPause, {Number(aProcess), Number(aCall.thread), Number(length)});
 }
 
+// What a call says it has, no more than is worth reading; a size of this machine, whatever its words are.
+size_t AtMost(uint64_t aLength, size_t aMost)
+{
+    return static_cast<size_t>(std::min<uint64_t>(aLength, aMost));
+}
+
 // What a process writes to the terminal that this one has there, too.
 Facts OutputFacts(const SystemCall& aCall, pid_t aProcess)
 {
@@ -146,15 +152,14 @@ Facts OutputFacts(const SystemCall& aCall, pid_t aProcess)
     }
     std::string bytes;
     if (aCall.number == SYS_write) {
-        bytes =
-            ReadMemory(aProcess, aCall.arguments[1], std::min<uint64_t>(aCall.arguments[2], kLongestWrite));
+        bytes = ReadMemory(aProcess, aCall.arguments[1], AtMost(aCall.arguments[2], kLongestWrite));
     } else {
-        std::vector<iovec> pieces(std::min<uint64_t>(aCall.arguments[2], kMostPieces));
+        std::vector<iovec> pieces(AtMost(aCall.arguments[2], kMostPieces));
         const std::string list = ReadMemory(aProcess, aCall.arguments[1], pieces.size() * sizeof(iovec));
         std::memcpy(pieces.data(), list.data(), list.size());
         for (const iovec& piece : pieces) {
             bytes += ReadMemory(aProcess, reinterpret_cast<uint64_t>(piece.iov_base),
-                                std::min<size_t>(piece.iov_len, kLongestWrite));
+                                AtMost(piece.iov_len, kLongestWrite));
         }
     }
     return {Now(fact::kOutput, {stream == STDOUT_FILENO ? "out" : "err", bytes})};

@@ -14,6 +14,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 
 namespace sandbox
 {
@@ -44,7 +45,7 @@ void Send(int aSocket, int aFd)
     header->cmsg_level = SOL_SOCKET;
     header->cmsg_type = SCM_RIGHTS;
     header->cmsg_len = CMSG_LEN(sizeof aFd);
-    *reinterpret_cast<int*>(CMSG_DATA(header)) = aFd;
+    std::memcpy(CMSG_DATA(header), &aFd, sizeof aFd);
     sendmsg(aSocket, &parcel.message, 0);
 }
 
@@ -54,9 +55,11 @@ UniqueFd Receive(int aSocket)
     Parcel parcel;
     const bool hasCome = recvmsg(aSocket, &parcel.message, MSG_CMSG_CLOEXEC) == 1;
     const cmsghdr* header = hasCome ? CMSG_FIRSTHDR(&parcel.message) : nullptr;
-    return UniqueFd(header != nullptr && header->cmsg_type == SCM_RIGHTS
-                        ? *reinterpret_cast<const int*>(CMSG_DATA(header))
-                        : -1);
+    int fd = -1;
+    if (header != nullptr && header->cmsg_type == SCM_RIGHTS) {
+        std::memcpy(&fd, CMSG_DATA(header), sizeof fd);
+    }
+    return UniqueFd(fd);
 }
 
 // SIGCHLD as a descriptor.
