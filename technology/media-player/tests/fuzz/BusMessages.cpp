@@ -77,18 +77,26 @@ void AppendNumber(DBusMessageIter& aTo, int aType, const QByteArray& aText)
 
 void AppendAll(DBusMessageIter& aTo, DBusSignatureIter aTypes, Lines& aLines, int aDepth);
 
+// A variant holds what its signature says once, an array any number of times.
+void AppendContainer(DBusMessageIter& aTo, int aType, const char* aSignature, int aCount, Lines& aLines,
+                     int aDepth)
+{
+    DBusMessageIter inside;
+    dbus_message_iter_open_container(&aTo, aType, aSignature, &inside);
+    for (int index = 0; index < aCount; ++index) {
+        DBusSignatureIter types;
+        dbus_signature_iter_init(&types, aSignature);
+        AppendAll(inside, types, aLines, aDepth + 1);
+    }
+    dbus_message_iter_close_container(&aTo, &inside);
+}
+
 void AppendVariant(DBusMessageIter& aTo, Lines& aLines, int aDepth)
 {
-    QByteArray signature = NextSignature(aLines);
-    if (aDepth >= kDeepest || dbus_signature_validate_single(signature.constData(), nullptr) == FALSE) {
-        signature = "s";
-    }
-    DBusMessageIter inside;
-    dbus_message_iter_open_container(&aTo, DBUS_TYPE_VARIANT, signature.constData(), &inside);
-    DBusSignatureIter type;
-    dbus_signature_iter_init(&type, signature.constData());
-    AppendAll(inside, type, aLines, aDepth + 1);
-    dbus_message_iter_close_container(&aTo, &inside);
+    const QByteArray signature = NextSignature(aLines);
+    const bool isOne = dbus_signature_validate_single(signature.constData(), nullptr) != FALSE;
+    AppendContainer(aTo, DBUS_TYPE_VARIANT, aDepth < kDeepest && isOne ? signature.constData() : "s", 1,
+                    aLines, aDepth);
 }
 
 void AppendArray(DBusMessageIter& aTo, const DBusSignatureIter& aTypes, Lines& aLines, int aDepth)
@@ -98,14 +106,7 @@ void AppendArray(DBusMessageIter& aTo, const DBusSignatureIter& aTypes, Lines& a
     const std::unique_ptr<char, decltype(&dbus_free)> signature(dbus_signature_iter_get_signature(&element),
                                                                 dbus_free);
     const int count = std::abs(std::atoi(aLines.Next().constData()) % (kLongestArray + 1));
-    DBusMessageIter inside;
-    dbus_message_iter_open_container(&aTo, DBUS_TYPE_ARRAY, signature.get(), &inside);
-    for (int index = 0; index < count; ++index) {
-        DBusSignatureIter alone;
-        dbus_signature_iter_init(&alone, signature.get());
-        AppendAll(inside, alone, aLines, aDepth + 1);
-    }
-    dbus_message_iter_close_container(&aTo, &inside);
+    AppendContainer(aTo, DBUS_TYPE_ARRAY, signature.get(), count, aLines, aDepth);
 }
 
 void AppendStructure(DBusMessageIter& aTo, const DBusSignatureIter& aTypes, Lines& aLines, int aDepth)
