@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ostream>
 
 namespace
 {
@@ -21,6 +22,12 @@ struct Fault {
     const char* name;
     QDBusError::ErrorType error;
 };
+
+// googletest would print its bytes, those between the members as well.
+void PrintTo(const Fault& aFault, std::ostream* aStream)
+{
+    *aStream << aFault.name;
+}
 
 class AQueryOfTheManager : public testing::TestWithParam<Fault>
 {
