@@ -8,7 +8,7 @@ INTERVAL = 10  # seconds between two reports
 # No stacks of what was allocated, no filling of fresh memory and less memory kept back for errors: several times as fast.
 # A finding is run again without.
 OPTIONS = "malloc_context_size=1:max_malloc_fill_size=0:quarantine_size_mb=1:thread_local_quarantine_size_kb=128"
-SHORTEST_LIMIT = 512  # bytes
+SHORTEST_LIMIT = 256  # bytes
 
 
 class Fuzzing:
