@@ -43,6 +43,8 @@ void LookUp::Take(const QString& aPath, const QDBusPendingCallWatcher& aWatcher)
     if (reply.isValid()) {
         Q_EMIT Answered(reply.reply().service());
         Read(aPath, reply.value());
+    } else if (reply.error().type() == QDBusError::NoReply) {
+        m_WasCutOff = true;
     }
     if (m_Unanswered.isEmpty()) {
         Q_EMIT Finished();

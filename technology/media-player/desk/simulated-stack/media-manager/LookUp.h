@@ -25,6 +25,9 @@ public:
     /// The object paths of the media sources found so far.
     QStringList Found() const { return m_Found; }
 
+    /// A question was not answered in time, so there may be more.
+    bool WasCutOff() const { return m_WasCutOff; }
+
 Q_SIGNALS:
     /// The connection that owns the service's name has answered.
     void Answered(const QString& aOwner);
@@ -41,6 +44,7 @@ private:
     QSet<QString> m_Asked;
     QSet<QString> m_Unanswered;
     QStringList m_Found;
+    bool m_WasCutOff = false;
 };
 
 } // namespace sim

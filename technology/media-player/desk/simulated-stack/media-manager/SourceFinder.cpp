@@ -4,6 +4,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +13,10 @@ namespace sim
 {
 namespace
 {
+
+// A service that does not answer in time may be slow, as on a busy machine, or hang.
+constexpr int kMostCutOff = 5;
+constexpr int kPauseMs = 1000;
 
 const QLatin1String kObjectManager("org.freedesktop.DBus.ObjectManager");
 
@@ -93,10 +98,23 @@ void SourceFinder::Finish(const QString& aName)
     Service& service = m_Services[aName];
     const QStringList now = service.lookUp->Found();
     const QStringList before = std::exchange(service.known, now);
+    service.cutOff = service.lookUp->WasCutOff() ? service.cutOff + 1 : 0;
     service.lookUp.release()->deleteLater(); // it is telling us that it has finished
+    if (service.cutOff > 0 && service.cutOff < kMostCutOff) {
+        QTimer::singleShot(kPauseMs, this, [this, aName] { LookUpAgain(aName); });
+    }
     Tell(&SourceFinder::Lost, aName, before, now);
     Tell(&SourceFinder::Found, aName, now, before);
     TellIfSettled();
+}
+
+// Unless it has gone meanwhile, or is looked at for another reason.
+void SourceFinder::LookUpAgain(const QString& aName)
+{
+    const auto service = m_Services.find(aName);
+    if (service != m_Services.end() && service->second.cutOff > 0 && service->second.lookUp == nullptr) {
+        StartLookUp(aName);
+    }
 }
 
 void SourceFinder::Forget(const QString& aName)
@@ -123,8 +141,9 @@ void SourceFinder::Tell(Signal aSignal, const QString& aName, const QStringList&
 
 bool SourceFinder::IsSettled() const
 {
-    return m_Listed && std::none_of(m_Services.begin(), m_Services.end(),
-                                    [](const auto& aEntry) { return aEntry.second.lookUp != nullptr; });
+    return m_Listed && std::none_of(m_Services.begin(), m_Services.end(), [](const auto& aEntry) {
+               return aEntry.second.lookUp != nullptr && aEntry.second.cutOff == 0;
+           });
 }
 
 void SourceFinder::TellIfSettled()

@@ -44,12 +44,14 @@ private:
         QString owner;
         QStringList known;
         std::unique_ptr<LookUp> lookUp; // while one runs
+        int cutOff = 0;                 // look-ups one after the other; nobody waits for the next
     };
     using Signal = void (SourceFinder::*)(const MPL::ServiceObject&);
 
     void TakeNames(const QStringList& aNames);
     void StartLookUp(const QString& aName);
     void Finish(const QString& aName);
+    void LookUpAgain(const QString& aName);
     void Forget(const QString& aName);
     void Tell(Signal aSignal, const QString& aName, const QStringList& aPaths, const QStringList& aExcept);
     void TellIfSettled();

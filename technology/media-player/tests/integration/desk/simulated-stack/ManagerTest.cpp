@@ -7,6 +7,8 @@
 
 #include <QElapsedTimer>
 
+#include <atomic>
+
 using Simulation = ComTalvexDBusMediaPlayerMediaSourceFactorySimulationInterface;
 using Source = ComTalvexDBusMediaPlayerMediaSourceInterface;
 
@@ -107,4 +109,22 @@ TEST_F(SimulatedManager, WaitsABoundedTimeForASourceThatNeverAnswers)
     time.start();
     EXPECT_EQ(Available().size(), 1);
     EXPECT_LT(time.elapsed(), 4000);
+}
+
+TEST_F(SimulatedManager, FindsASourceThatAnswersOnlyWhenAskedAgain)
+{
+    StartManager();
+    QSignalSpy added(&Manager(), &ManagerProxy::MediaSourceAdded);
+    const QString name = "com.talvex.DBus.MediaPlayer.MediaSource.Slow";
+    std::atomic<int> asked{0};
+    const MPL::Doubles::FakeService slow(kBus, name, [&](const QDBusMessage& aCall, QDBusConnection& aBus) {
+        if (++asked > 1) {
+            aBus.send(aCall.createReply(
+                "<node><interface name='com.talvex.DBus.MediaPlayer.MediaSource'/></node>"));
+        }
+    });
+    EXPECT_TRUE(Available().isEmpty());
+    EXPECT_TRUE(IsSignalled(added));
+    EXPECT_EQ(added, (QList<QVariantList>{{name, "/"}}));
+    EXPECT_EQ(asked, 2);
 }
