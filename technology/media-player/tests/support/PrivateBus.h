@@ -26,8 +26,13 @@ public:
     static void Redirect(const QString& aAddress, const QString& aInstead);
 
 private:
+    // Qt starts any other class than its own by fork; its own by a newer way that emulators refuse.
+    class ForkedProcess : public QProcess
+    {
+    };
+
     QTemporaryDir m_Folder;
-    QProcess m_Daemon;
+    ForkedProcess m_Daemon;
     QString m_Address;
 };
 
