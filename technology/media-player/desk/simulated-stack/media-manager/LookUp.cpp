@@ -9,12 +9,12 @@ namespace sim
 namespace
 {
 
-constexpr int kLookUpMs = 2000;
 constexpr int kMaximumObjects = 1000;
 
 } // namespace
 
-LookUp::LookUp(const QDBusConnection& aBus, const QString& aService) : m_Bus(aBus), m_Service(aService)
+LookUp::LookUp(const QDBusConnection& aBus, const QString& aService, int aLimitMs)
+    : m_Bus(aBus), m_Service(aService), m_LimitMs(aLimitMs)
 {
     m_Time.start();
     Ask(QStringLiteral("/"));
@@ -28,12 +28,21 @@ void LookUp::Ask(const QString& aPath)
                                                        QStringLiteral("org.freedesktop.DBus.Introspectable"),
                                                        QStringLiteral("Introspect"));
     call.setAutoStartService(false);
-    const int timeLeft = qMax(1, kLookUpMs - static_cast<int>(m_Time.elapsed()));
+    const int timeLeft = qMax(1, m_LimitMs - static_cast<int>(m_Time.elapsed()));
     auto* watcher = new QDBusPendingCallWatcher(m_Bus.asyncCall(call, timeLeft), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, aPath] {
         watcher->deleteLater();
         Take(aPath, *watcher);
     });
+}
+
+void LookUp::AskInTime(const QString& aPath)
+{
+    if (m_Time.elapsed() < m_LimitMs) {
+        Ask(aPath);
+    } else {
+        m_WasCutOff = true;
+    }
 }
 
 void LookUp::Take(const QString& aPath, const QDBusPendingCallWatcher& aWatcher)
@@ -62,9 +71,8 @@ void LookUp::Read(const QString& aPath, const QString& aXml)
             name == QLatin1String("com.talvex.DBus.MediaPlayer.MediaSource")) {
             m_Found.append(aPath);
         } else if (reader.name() == QLatin1String("node") && !name.isEmpty() &&
-                   !m_Asked.contains(prefix + name) && m_Asked.size() < kMaximumObjects &&
-                   m_Time.elapsed() < kLookUpMs) {
-            Ask(prefix + name);
+                   !m_Asked.contains(prefix + name) && m_Asked.size() < kMaximumObjects) {
+            AskInTime(prefix + name);
         }
         reader.skipCurrentElement();
     }

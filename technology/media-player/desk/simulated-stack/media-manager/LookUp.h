@@ -1,6 +1,6 @@
 /// One walk through the objects of a service, by introspection, for the media sources among them. Ends with
-/// Finished, once; to delete it before that cancels it. A service that hangs or lies costs two seconds and a
-/// thousand questions at most.
+/// Finished, once; to delete it before that cancels it. A service that hangs or lies costs the time given and
+/// a thousand questions at most.
 #pragma once
 
 #include <QDBusConnection>
@@ -20,12 +20,12 @@ class LookUp : public QObject
 
 public:
     /// Asks at once, and does not block.
-    LookUp(const QDBusConnection& aBus, const QString& aService);
+    LookUp(const QDBusConnection& aBus, const QString& aService, int aLimitMs);
 
     /// The object paths of the media sources found so far.
     QStringList Found() const { return m_Found; }
 
-    /// A question was not answered in time, so there may be more.
+    /// A question was not answered or not asked for want of time, so there may be more.
     bool WasCutOff() const { return m_WasCutOff; }
 
 Q_SIGNALS:
@@ -35,11 +35,13 @@ Q_SIGNALS:
 
 private:
     void Ask(const QString& aPath);
+    void AskInTime(const QString& aPath);
     void Take(const QString& aPath, const QDBusPendingCallWatcher& aWatcher);
     void Read(const QString& aPath, const QString& aXml);
 
     QDBusConnection m_Bus;
     QString m_Service;
+    int m_LimitMs;
     QElapsedTimer m_Time;
     QSet<QString> m_Asked;
     QSet<QString> m_Unanswered;

@@ -14,7 +14,9 @@ namespace sim
 namespace
 {
 
-// A service that does not answer in time may be slow, as on a busy machine, or hang.
+// A service that does not answer in time may be slow, as on a busy machine, or hang: the next look-up, for
+// which nobody waits, has twice the time.
+constexpr int kLookUpMs = 2000;
 constexpr int kMostCutOff = 5;
 constexpr int kPauseMs = 1000;
 
@@ -87,7 +89,7 @@ void SourceFinder::ObjectsChanged(const QDBusMessage& aSignal)
 void SourceFinder::StartLookUp(const QString& aName)
 {
     Service& service = m_Services[aName];
-    service.lookUp = std::make_unique<LookUp>(m_Bus, aName);
+    service.lookUp = std::make_unique<LookUp>(m_Bus, aName, kLookUpMs << service.cutOff);
     connect(service.lookUp.get(), &LookUp::Answered, this,
             [&service](const QString& aOwner) { service.owner = aOwner; });
     connect(service.lookUp.get(), &LookUp::Finished, this, [this, aName] { Finish(aName); });
