@@ -98,9 +98,13 @@ void SourceFinder::StartLookUp(const QString& aName)
 void SourceFinder::Finish(const QString& aName)
 {
     Service& service = m_Services[aName];
-    const QStringList now = service.lookUp->Found();
-    const QStringList before = std::exchange(service.known, now);
+    QStringList now = service.lookUp->Found();
     service.cutOff = service.lookUp->WasCutOff() ? service.cutOff + 1 : 0;
+    if (service.cutOff > 0) {
+        now += service.known; // what was not seen for want of time may be there still
+        now.removeDuplicates();
+    }
+    const QStringList before = std::exchange(service.known, now);
     service.lookUp.release()->deleteLater(); // it is telling us that it has finished
     if (service.cutOff > 0 && service.cutOff < kMostCutOff) {
         QTimer::singleShot(kPauseMs, this, [this, aName] { LookUpAgain(aName); });
