@@ -37,6 +37,7 @@ class Browser:
         self._command("Network.enable")
         self._command("Network.emulateNetworkConditions", offline=True, latency=0, downloadThroughput=0,
                       uploadThroughput=0)
+        self._command("Performance.enable", timeDomain="threadTicks")
         return self
 
     def __exit__(self, *_):
@@ -57,6 +58,11 @@ class Browser:
     def complaints(self):
         """What the console says of the page since the last question."""
         return [entry["message"] for entry in self.driver.get_log("browser")]
+
+    def computed(self):
+        """Seconds that the page's own thread has computed so far: what it waited, or others had the processor, is not in it."""
+        metrics = self._command("Performance.getMetrics")["metrics"]
+        return next(metric["value"] for metric in metrics if metric["name"] == "TaskDuration")
 
     def picture(self):
         return base64.b64decode(self._command("Page.captureScreenshot", format="png")["data"])
