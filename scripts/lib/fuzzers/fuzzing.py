@@ -8,7 +8,7 @@ INTERVAL = 10  # seconds between two reports
 # No stacks of what was allocated, no filling of fresh memory and less memory kept back for errors: several times as fast.
 # A finding is run again without.
 OPTIONS = "malloc_context_size=1:max_malloc_fill_size=0:quarantine_size_mb=1:thread_local_quarantine_size_kb=128"
-SHORTEST_LIMIT = 256  # bytes
+SHORTEST_LIMIT, LONGEST_LIMIT = 256, 1200  # bytes
 
 
 class Fuzzing:
@@ -18,7 +18,7 @@ class Fuzzing:
         self.target = target
         self.known = set(target.findings.iterdir())
         # Anything longer only makes each input slower: no parser here knows lengths.
-        longest = max(SHORTEST_LIMIT, *(seed.stat().st_size for seed in target.seeds.iterdir()))
+        longest = max(SHORTEST_LIMIT, *(min(seed.stat().st_size, LONGEST_LIMIT) for seed in target.seeds.iterdir()))
         command = [target.program, *limit, f"-max_len={longest}", "-timeout=10", "-rss_limit_mb=2048", "-print_final_stats=1",
                    f"-dict={target.dictionary}", f"-artifact_prefix={target.findings}/", target.grown, target.seeds]
         with open(target.log, "wb") as log:

@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr int kDeepest = 16; // variants in variants; the bus allows four times as many
-constexpr int kLongestArray = 64;
+constexpr int kLongestArray = 8;
 const QByteArray kInterfaces = "com.talvex.DBus.MediaPlayer.";
 
 class Lines

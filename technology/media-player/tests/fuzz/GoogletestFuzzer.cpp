@@ -1,5 +1,5 @@
 // What a test program prints, and the report that is made of it. The input's first byte says in how large
-// pieces it arrives.
+// pieces it arrives; when that is odd, the report is also saved before the program has ended.
 #include "Fuzzing.h"
 #include "report/JunitReport.h"
 #include "run/GoogletestLog.h"
@@ -42,8 +42,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* aData, size_t aSize)
         log.Take(output.substr(0, size));
         output.remove_prefix(std::min(size, output.size()));
     }
-    fuzz::Promise(report.Save(cases), "a report can be saved while its program runs");
-    ExpectXml(kFile);
+    if (size % 2 != 0) {
+        fuzz::Promise(report.Save(cases), "a report can be saved while its program runs");
+        ExpectXml(kFile);
+    }
     log.Finish();
     report.Finish(cases, "exit status 0", 0);
     ExpectXml(kFile);

@@ -1,4 +1,4 @@
-// Every value type, read from arguments of any signature.
+// Every value type, read from arguments of any signature: the first few, as the others are read no other way.
 #include "BusEntrance.h"
 #include "BusMessages.h"
 #include "Fuzzing.h"
@@ -10,6 +10,8 @@
 
 namespace
 {
+
+constexpr int kArguments = 6; // a signal has no more
 
 // What has another signature is read as a default value, as the stack's types promise.
 template <typename Value>
@@ -49,7 +51,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* aData, size_t aSize)
     if (!message) {
         return 0;
     }
-    const QVariantList arguments = s_Entrance.Deliver(message.get()).arguments();
+    const QVariantList arguments = s_Entrance.Deliver(message.get()).arguments().mid(0, kArguments);
     for (const QVariant& argument : arguments) {
         testing::PrintToString(argument);
         Read<MPL::ServiceObject>(argument, {"(ss)", "(so)", "(sg)"});
