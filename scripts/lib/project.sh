@@ -3,6 +3,8 @@
 project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 # What one build folder or clone has compiled need not be compiled again in another.
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$project_root} CCACHE_NOHASHDIR=1
+# Also with a precompiled header, which ccache trusts only when told to; it is large, so it is read once and not for each source.
+export CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_INODECACHE=1
 
 say() { printf '\n==> %s\n' "$*"; }
 die() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }

@@ -1,0 +1,1 @@
+// Nothing: what carries the precompiled header has to have a source.
