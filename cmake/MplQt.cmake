@@ -26,4 +26,14 @@ endif()
 # A macro, as what is found belongs to the folder that asks for it.
 macro(mpl_find_qt)
     find_package(${MPL_QT} ${MPL_QT_OLDEST} REQUIRED COMPONENTS ${ARGN})
+    if(TARGET ${MPL_QT}::Test)
+        mpl_forget_test_folders()
+    endif()
 endmacro()
+
+# Qt Test tells each source in which folder it is built: nothing here asks, and what another clone has compiled is no use then.
+function(mpl_forget_test_folders)
+    get_target_property(definitions ${MPL_QT}::Test INTERFACE_COMPILE_DEFINITIONS)
+    list(FILTER definitions EXCLUDE REGEX "^QT_TESTCASE_")
+    set_target_properties(${MPL_QT}::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${definitions}")
+endfunction()
