@@ -1,5 +1,5 @@
-# Compiles what nearly all sources include once instead of each time, which halves the time that a build takes. clang-tidy and
-# the preset clang do without: they show that each source includes what it uses.
+# Compiles what nearly all sources include once instead of each time: sources take half as long where nothing is optimised, and
+# the preset dev a fifth less. clang-tidy and the preset clang do without: they show that each source includes what it uses.
 #
 # One precompiled header serves all programs and libraries with Qt in them. It is of use only to those with the same
 # definitions, so all have those that its headers look at.

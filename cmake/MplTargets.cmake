@@ -55,9 +55,11 @@ function(mpl_generate_dbus interface dir base)
     set(xml ${MPL_DBUS_DIR}/com.talvex.DBus.MediaPlayer.${interface}.xml)
     set(narrow_includes ${PROJECT_SOURCE_DIR}/cmake/MplNarrowIncludes.cmake)
     file(MAKE_DIRECTORY ${dir})
+    # The tool writes its command into what it generates, which shall be the same wherever this is built.
+    file(RELATIVE_PATH xml_from_dir ${dir} ${xml})
     add_custom_command(
         OUTPUT ${dir}/${base}.h ${dir}/${base}.cpp
-        COMMAND ${MPL_QT}::qdbusxml2cpp -i MPL_Types.h ${ARGN} ${xml}
+        COMMAND ${MPL_QT}::qdbusxml2cpp -i MPL_Types.h ${ARGN} ${xml_from_dir}
         COMMAND ${CMAKE_COMMAND} -DHEADER=${base}.h -P ${narrow_includes}
         WORKING_DIRECTORY ${dir}
         DEPENDS ${xml} ${narrow_includes}
